@@ -1,0 +1,27 @@
+#pragma once
+
+// Numbers as text, the same under every locale.
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace glintara {
+
+/// Shortest plain decimal text of `value` with up to 15 significant digits, "." as decimal mark, no leading blank,
+/// a zero before the mark ("0.5", "-0.25"); whole numbers without a mark. Large and small magnitudes use an exponent
+/// ("1e+20").
+std::string PlainNumberText(double value);
+
+/// `value` cut (not rounded) to `decimals` places, floor(x 10^d)/10^d, as plain text.
+std::string CutNumberText(double value, int decimals);
+
+/// Reads the number at the start of `text`: leading blanks are skipped, then sign, digits, ".", digits and exponent (e or E)
+/// are taken as far as they form a number; what follows is ignored. Text that does not begin with a number is 0. This
+/// is how text boxes and element-set columns are read.
+double LeadingNumber(std::string_view text);
+
+/// The whole of `text`, blanks around it apart, as one finite number; nothing when it is anything else.
+std::optional<double> StrictNumber(std::string_view text);
+
+}  // namespace glintara

@@ -1,0 +1,113 @@
+/* glintcore: the engine of Glintara behind a C interface.
+ *
+ * Orbit propagation (SGP4/SDP4), precession, and the geometry and search of flares. Usable from C, C++ and any language that calls C.
+ *
+ * Contract. No call allocates, none keeps a pointer that it was given. The library remembers two things between calls:
+ * the observer's place and the pair of precession epochs; everything about a satellite is in the caller's `EngineBlock`.
+ * Calls are to be made from one thread at a time. No call throws, and none crashes on bad numbers or bad text.
+ */
+#ifndef GLINTCORE_H
+#define GLINTCORE_H
+
+#include <stdint.h>
+
+#if defined(_WIN32)
+#define GLINTCORE_API __declspec(dllexport)
+#else
+#define GLINTCORE_API __attribute__((visibility("default")))
+#endif
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* Bytes of an engine block that only the engine reads. */
+#define GLINTCORE_PRIVATE_BYTES 788
+
+/* What the engine knows of one satellite, and where it last was. A plain value: it may be copied, stored and put back. It is packed;
+ * its doubles lie at offsets that are no multiples of 8, so take their values, never their addresses. 860 bytes. */
+#pragma pack(push, 1)
+typedef struct EngineBlock {
+    uint8_t Private[GLINTCORE_PRIVATE_BYTES]; /* filled by SatelliteInit, updated by Satellite_SGP4 */
+    double InertialPosition[3];               /* last position, kilometres; the caller's to write */
+    double InertialVelocity[3];               /* last velocity, kilometres per second; the caller's to write */
+    double WorldPosition[3];                  /* last position, Earth-fixed, in units of the site's radius; the caller's to write */
+} EngineBlock;
+#pragma pack(pop)
+
+/* Light sources of flares. */
+#define GLINTCORE_SUN 0
+#define GLINTCORE_MOON 1
+
+/* Geometry codes of flares: how a mirror is carried around the orbit. */
+#define GLINTCORE_TRANSIT (-1)    /* no mirror: the light runs on past the satellite */
+#define GLINTCORE_ALONG_TRACK 0   /* local vertical and horizontal part of the velocity */
+#define GLINTCORE_INERTIAL 1      /* fixed in space: Angle and Tilt count from the axes of the inertial frame */
+#define GLINTCORE_VERTICAL_SUN 4  /* local vertical and horizontal direction of the Sun */
+
+/* Reads an element set into `block` and prepares its propagation. `line1` and `line2` are the two lines, zero-terminated, of
+ * any length; columns beyond 69 are not read. `mode` is 'i' (improved); any other value is taken as 'i'. `block` points to an
+ * EngineBlock; its private bytes are overwritten, its tail is set to 0.
+ * Returns 0, or non-zero when the set cannot be propagated; the block then is one that every call accepts and
+ * that gives zeros:
+ *   1  a pointer is null
+ *   2  line 1 does not begin with "1", or line 2 with "2", or a line ends before its last needed column
+ *   3  a column that must hold a number does not
+ *   4  the mean motion is not above 0
+ *   5  the eccentricity is not in 0 to below 1
+ *   6  the elements lead to numbers that are not finite */
+GLINTCORE_API int32_t SatelliteInit(const char* line1, const char* line2, char mode, void* block);
+
+/* Position (kilometres) and velocity (kilometres per second) at Julian date `jd` (UTC), in the true-equator, mean-equinox
+ * frame of the element set. Returns 0, or the error number of the model (1 mean eccentricity out of range, 2 mean motion
+ * below 0, 3 perturbed eccentricity out of range, 4 semi-latus rectum below 0, 6 decayed), or -1 for a block that was never
+ * filled or a `jd` that is no number. The numbers are finite in every case. */
+GLINTCORE_API int32_t Satellite_SGP4(void* block, double jd, double* position, double* velocity);
+
+/* Sets the observer's place: Earth-fixed, geocentric, metres; `radius` is its distance from the Earth's centre. */
+GLINTCORE_API void Satellite_SetSiteGeoPosition(double x, double y, double z, double radius);
+
+/* Sets the pair of epochs, Julian years, for Satellite_PrecessRADEC. */
+GLINTCORE_API void Satellite_SetPrecession(double toEpoch, double fromEpoch);
+
+/* Carries a place (right ascension, declination, radians) from the mean equator and equinox of `fromEpoch` to that of `toEpoch`
+ * (IAU 1976; right ascension 0 to 2 pi). `in` and `out` may be the same. `flag` is not used and may be null. */
+GLINTCORE_API void Satellite_PrecessRADEC(double* out, const double* in, int32_t* flag);
+
+/* Where the light that a mirror reflects at one instant meets the Earth, a sphere of radius 1.
+ *   jd            Julian date (UTC)
+ *   source        GLINTCORE_SUN or GLINTCORE_MOON
+ *   geometry      one of the geometry codes
+ *   x, y, z       satellite, Earth-fixed, in units of the site's radius
+ *   vx, vy, vz    its velocity on the same axes (only its direction is read, and only by GLINTCORE_ALONG_TRACK)
+ *   angle, tilt   of the mirror, radians; not read in transit mode
+ *   centre        out, three doubles: where the light falls, on the unit sphere
+ *   result        out, five doubles: [1] sine of the Sun's elevation at the centre; [2] scalar product of the incident ray and
+ *                 the mirror's normal (its arc cosine is the Sun-mirror angle), 1 in transit mode; [0], [3], [4] are 0
+ * Returns non-zero when there is a flare; otherwise 0, and `centre` and `result` are left alone: when the mirror faces away, the
+ * satellite is in the Earth's shadow (a cylinder; not asked in transit mode), the ray misses the Earth, or the numbers are
+ * not finite. */
+GLINTCORE_API int32_t Satellite_CalcFlare(double jd, int32_t source, int32_t geometry, double x, double y, double z, double vx,
+                                          double vy, double vz, double angle, double tilt, double* centre, double* result);
+
+/* The earliest instant in a window at which the centre of a mirror's flare lies within a distance of the observer's place.
+ *   start         Julian date (UTC) of the start of the window
+ *   length        its length, days
+ *   source        GLINTCORE_SUN or GLINTCORE_MOON
+ *   resolution    time resolution asked for, days; the answer is good to 1 millisecond or to this, whichever is finer
+ *   siteRadius    unit of length, metres
+ *   block         the satellite's EngineBlock; it is not changed
+ *   geometry, angle, tilt   as for Satellite_CalcFlare
+ *   maxDistance   metres, measured straight through the sphere; the centre must come nearer than this
+ *   skip          1: a pass that is in progress at any time in the first 0.101 seconds of the window is left out
+ *   found         out: Julian date of the instant
+ * Returns non-zero when there is one; otherwise 0, and `found` is left alone. */
+GLINTCORE_API int32_t Satellite_FindFlare(double start, double length, int32_t source, double resolution, double siteRadius,
+                                          void* block, int32_t geometry, double angle, double tilt, double maxDistance,
+                                          int8_t skip, double* found);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif
