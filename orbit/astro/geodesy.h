@@ -1,7 +1,7 @@
 #pragma once
 
-// Polar and rectangular places, and the WGS 84 ellipsoid. Axes are Earth-fixed: x towards longitude 0, z towards the north
-// pole. Longitudes are positive east. Radians; metres where told.
+// Polar and rectangular places, and the WGS 84 ellipsoid. Axes are Earth-fixed: x towards longitude 0, z towards the
+// north pole. Longitudes are positive east. Radians; metres where told.
 
 #include "orbit/astro/vector.h"
 
@@ -30,15 +30,16 @@ struct Geocentric {
 /// Rectangular position of (lat, lon) at `radius`, in the unit of `radius`.
 Vector3 LLRToSameXYZ(double lat, double lon, double radius);
 
-/// Polar position of a point. The longitude runs from -pi/2 to 3 pi/2 and is not wrapped. A point at the origin gets a radius of 1e-16 and
-/// angles 0; on the polar axis the longitude is 0.
+/// Polar position of a point. The longitude runs from -pi/2 to 3 pi/2 and is not wrapped. A point at the origin gets a
+/// radius of 1e-16 and angles 0; on the polar axis the longitude is 0.
 LatLonRadius XYZToLatLon(const Vector3& point);
 
 /// Geocentric latitude and distance from the centre of a geodetic place (WGS 84).
 Geocentric GeodeticToGeocentric(const Geodetic& place);
 
-/// Geodetic latitude, longitude (-pi/2 to 3 pi/2, not wrapped) and height of an Earth-fixed point in metres, WGS 84. Closed form
-/// of Heikkinen (Zeitschrift fuer Vermessungswesen 107, 1982). The Earth's centre, where it is undefined, gives latitude 0.
+/// Geodetic latitude, longitude (-pi/2 to 3 pi/2, not wrapped) and height of an Earth-fixed point in metres, WGS 84.
+/// Closed form of Heikkinen (Zeitschrift fuer Vermessungswesen 107, 1982). The Earth's centre, where it is undefined,
+/// gives latitude 0.
 Geodetic EcefToGeodetic(const Vector3& metres);
 
 /// `lon` folded into -pi to pi, for display.

@@ -2,9 +2,9 @@
 
 // The observer and the observer's horizon.
 //
-// World frame: Earth-fixed axes, unit of length `SiteRadius`, so that the observer stands at distance 1. The observer is placed at the
-// geocentric latitude on that sphere; the zenith is the geodetic one. That mixture is deliberate: it puts the
-// observer where the ground is and the horizon where it is seen.
+// World frame: Earth-fixed axes, unit of length `SiteRadius`, so that the observer stands at distance 1. The observer
+// is placed at the geocentric latitude on that sphere; the zenith is the geodetic one. That mixture is deliberate: it
+// puts the observer where the ground is and the horizon where it is seen.
 
 #include "orbit/astro/geodesy.h"
 #include "orbit/astro/vector.h"
@@ -16,11 +16,11 @@ inline constexpr double kDefaultSiteRadius = 6378135;
 
 /// The observer's place.
 struct ObserverSite {
-    double SiteLat = 0;                         ///< geodetic latitude, radians
-    double SiteLon = 0;                         ///< longitude, radians, positive east
-    double SiteAlt = 150;                       ///< height above the ellipsoid, metres
-    double SiteGeoLat = 0;                      ///< geocentric latitude, radians; derived
-    double SiteRadius = kDefaultSiteRadius;     ///< distance from the Earth's centre, metres; derived
+    double SiteLat = 0;                      ///< geodetic latitude, radians
+    double SiteLon = 0;                      ///< longitude, radians, positive east
+    double SiteAlt = 150;                    ///< height above the ellipsoid, metres
+    double SiteGeoLat = 0;                   ///< geocentric latitude, radians; derived
+    double SiteRadius = kDefaultSiteRadius;  ///< distance from the Earth's centre, metres; derived
 };
 
 /// The observer's block for a geodetic place, derived fields included.
@@ -59,8 +59,8 @@ struct Equatorial {
     double ra = 0;
 };
 
-/// The place of a body corrected for the observer's parallax. `distance` and `siteRadius` are in the same unit; `siteAngle` is the
-/// local sidereal angle. `ra` of the result is 0 to 2 pi.
+/// The place of a body corrected for the observer's parallax. `distance` and `siteRadius` are in the same unit;
+/// `siteAngle` is the local sidereal angle. `ra` of the result is 0 to 2 pi.
 Equatorial TopocentricShift(const Equatorial& geocentric, double distance, double siteRadius, double siteLat,
                             double siteAngle);
 

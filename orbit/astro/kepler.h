@@ -10,8 +10,8 @@ struct OrbitPolar {
     double trueAnomaly = 0;
 };
 
-/// Eccentric anomaly of mean anomaly `m` by fixed-point iteration until the step is at most `tolerance`. `m` is reduced to
-/// within one turn in place. Not converging (e of 1 or more) ends after 1000 rounds with the last value.
+/// Eccentric anomaly of mean anomaly `m` by fixed-point iteration until the step is at most `tolerance`. `m` is reduced
+/// to within one turn in place. Not converging (e of 1 or more) ends after 1000 rounds with the last value.
 double SolveKepler(double& m, double e, double tolerance);
 
 /// E - e sin E.

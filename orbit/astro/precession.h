@@ -1,7 +1,7 @@
 #pragma once
 
-// Precession of the mean equator and equinox, IAU 1976 (Lieske et al., Astron. Astrophys. 58, 1, 1977): the three equatorial
-// angles for any pair of epochs.
+// Precession of the mean equator and equinox, IAU 1976 (Lieske et al., Astron. Astrophys. 58, 1, 1977): the three
+// equatorial angles for any pair of epochs.
 
 #include "orbit/astro/horizon.h"
 #include "orbit/astro/vector.h"
@@ -15,7 +15,8 @@ struct RotationMatrix {
     Vector3 operator*(const Vector3& v) const { return {Dot(row[0], v), Dot(row[1], v), Dot(row[2], v)}; }
 };
 
-/// Rotation from the mean equator and equinox of `fromEpoch` to those of `toEpoch`, both Julian years (2000.0 is J2000).
+/// Rotation from the mean equator and equinox of `fromEpoch` to those of `toEpoch`, both Julian years (2000.0 is
+/// J2000).
 RotationMatrix PrecessionMatrix(double toEpoch, double fromEpoch);
 
 /// A catalogue place carried by `matrix`; `ra` of the result is 0 to 2 pi.

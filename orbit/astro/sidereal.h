@@ -3,9 +3,9 @@
 // Greenwich sidereal angle in its variants, radians. Polynomial: IAU 1982 (Aoki et al., Astron. Astrophys. 105, 359),
 // with UT1 taken as UTC.
 //
-// For an instant before noon of 1 January 2000 the angle carries the opposite sign of the true one. Map, stars, satellites and flares
-// all take their angle from here, so they agree with each other on those dates; but places on the ground are
-// not the true ones then.
+// For an instant before noon of 1 January 2000 the angle carries the opposite sign of the true one. Map, stars,
+// satellites and flares all take their angle from here, so they agree with each other on those dates; but places on the
+// ground are not the true ones then.
 
 #include "orbit/astro/calendar.h"
 

@@ -6,8 +6,8 @@
 
 namespace glintara {
 
-/// The Sun at Julian date `jd`: low-precision formula of the Astronomical Almanac (page C5), good to 0.02 degrees between 1950 and 2050.
-/// `ra` is 0 to 2 pi.
+/// The Sun at Julian date `jd`: low-precision formula of the Astronomical Almanac (page C5), good to 0.02 degrees
+/// between 1950 and 2050. `ra` is 0 to 2 pi.
 Equatorial SunPosition(double jd);
 
 /// Geocentric place of the Moon: equatorial angles and distance in metres.

@@ -1,0 +1,113 @@
+#pragma once
+
+// What the program remembers: plain tables and scalars, visible to every room. Tables are allocated once at full
+// capacity and addressed from index 1; index 0 stays empty.
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "core/state/satellite_record.h"
+#include "orbit/astro/calendar.h"
+#include "orbit/astro/constants.h"
+#include "orbit/astro/horizon.h"
+#include "orbit/astro/vector.h"
+
+namespace glintara {
+
+/// Satellites that the list can hold.
+inline constexpr int kSatCapacity = 3000;
+
+/// Signed offsets that are added to the clock base field by field. Cleared as a whole by assigning a fresh one.
+struct TimeOffset {
+    std::int32_t MonthOffset = 0;
+    std::int32_t DayOffset = 0;
+    std::int32_t MinuteOffset = 0;
+    std::int32_t HourOffset = 0;
+    std::int32_t SecondOffset = 0;
+    std::int32_t MilliOffset = 0;
+    std::int32_t YearOffset = 0;
+
+    friend bool operator==(const TimeOffset&, const TimeOffset&) = default;
+};
+
+/// Counters that are kept between runs.
+struct UsageStats {
+    std::int32_t StartCount = 0;      ///< program starts
+    std::int32_t MirrorAddCount = 0;  ///< surfaces added
+    std::int32_t TLECount = 0;        ///< element sets added
+    std::string RandomID;             ///< ten random digits, made once
+    double LastCheckJD = 0;           ///< when the news page was last opened; 0 for never
+};
+
+/// Right ascension of the Sun before the clock has run, radians (16 h 23 m 27 s).
+inline constexpr double kStartSunRA = (16 + 23 / 60.0 + 27 / 3600.0) * 15 * kDegToRad;
+
+/// Declination of the Sun before the clock has run, radians (-21 degrees 35' 11").
+inline constexpr double kStartSunDec = -(21 + 35 / 60.0 + 11 / 3600.0) * kDegToRad;
+
+/// The state of the program.
+struct CommonData {
+    CommonData() : SatTable(static_cast<std::size_t>(kSatCapacity) + 1) {}
+
+    // Satellites.
+    std::vector<SatRecord> SatTable;  ///< indices 1 to `SatCount` are live
+    int SatCount = 0;                 ///< 0 to `kSatCapacity`
+
+    /// Index of the satellite that commands act on: always the last one; 0 when the list is empty.
+    int WorkingSat() const { return SatCount; }
+
+    /// Satellite `index`, 1 to `SatCount`.
+    SatRecord& Satellite(int index) { return SatTable[static_cast<std::size_t>(index)]; }
+    const SatRecord& Satellite(int index) const { return SatTable[static_cast<std::size_t>(index)]; }
+
+    // The displayed instant, UTC.
+    std::int32_t SimYear = 0;
+    std::int16_t SimMonth = 0;
+    std::int16_t SimDay = 0;
+    std::int16_t SimHour = 0;
+    std::int16_t SimMinute = 0;
+    double SimSecond = 0;
+    double SimTime = 0;  ///< the same instant as a Julian date
+
+    /// The displayed instant as calendar fields.
+    CalendarFields SimFields() const {
+        return {static_cast<double>(SimYear), static_cast<double>(SimMonth),  static_cast<double>(SimDay),
+                static_cast<double>(SimHour), static_cast<double>(SimMinute), SimSecond};
+    }
+
+    // The last reading of the computer's clock, to which the offsets are added.
+    std::int32_t BaseYear = 0;
+    std::int16_t BaseMonth = 0;
+    std::int16_t BaseDay = 0;
+    std::int16_t BaseHour = 0;
+    std::int16_t BaseMinute = 0;
+    double BaseSecond = 0;
+
+    glintara::TimeOffset TimeOffset;
+    std::int16_t UTCOffsetHours = 0;  ///< local time minus UTC, whole hours
+    double RealTimeStep = 5;          ///< redraw period while the clock runs, seconds
+
+    // The observer.
+    ObserverSite Site;
+    std::string StationCode = "0000";  ///< observer code as typed, four digits
+    std::int32_t StationNumber = 0;    ///< the same as a number
+
+    // The Sun, apparent, of date.
+    double SunRA = kStartSunRA;    ///< radians
+    double SunDec = kStartSunDec;  ///< radians
+    Vector3 SunDir;                ///< unit vector to the Sun in Earth-fixed axes
+    double TwilightAngle = 0;      ///< least elevation of the Sun that counts as day time, degrees, -90 to 90
+
+    // The Moon: geocentric, and as seen by the observer.
+    double MoonRA = 0;        ///< radians
+    double MoonDec = 0;       ///< radians
+    double MoonDistance = 0;  ///< metres
+    double MoonTopoRA = 0;    ///< radians
+    double MoonTopoDec = 0;   ///< radians
+
+    glintara::UsageStats UsageStats;
+};
+
+}  // namespace glintara

@@ -1,0 +1,139 @@
+#pragma once
+
+// The kinds of controls. A control is data with a handler; a window mirrors it, and no control knows of any window.
+//
+// Each kind has `Watch`, by which a window hangs one function on all of the control's values, to show any change.
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "core/state/observed.h"
+
+namespace glintara {
+
+/// The part of buttons and menu entries that is pressed.
+class Clickable {
+  public:
+    /// Installs the one handler of presses.
+    void SetClickHandler(std::function<void()> handler) { handler_ = std::move(handler); }
+
+    /// A press by the user. Nothing happens while the control is disabled.
+    void Click() const {
+        if (Enabled && handler_) handler_();
+    }
+
+    Observed<bool> Enabled{true};
+
+  private:
+    std::function<void()> handler_;
+};
+
+/// A box that is set or clear. The handler hangs on `Value`.
+struct CheckBox {
+    explicit CheckBox(std::string_view caption = "", std::string_view toolTip = "", bool value = false)
+        : Value(value), Caption(std::string(caption)), ToolTip(std::string(toolTip)) {}
+
+    Observed<bool> Value;
+    Observed<bool> Enabled{true};
+    Observed<std::string> Caption;
+    Observed<std::string> ToolTip;
+
+    void Watch(const std::function<void()>& watcher) {
+        Value.SetWatcher(watcher);
+        Enabled.SetWatcher(watcher);
+        Caption.SetWatcher(watcher);
+        ToolTip.SetWatcher(watcher);
+    }
+};
+
+/// A check box that is one of several ways: who sets one clears the others.
+struct OptionButton : CheckBox {
+    using CheckBox::CheckBox;
+};
+
+/// An entry of the menu. `Checked` mirrors an option; a press is told to the click handler.
+struct MenuEntry : Clickable {
+    explicit MenuEntry(std::string_view caption = "") : Caption(std::string(caption)) {}
+
+    Observed<bool> Checked;
+    Observed<bool> Visible{true};
+    Observed<std::string> Caption;
+
+    void Watch(const std::function<void()>& watcher) {
+        Enabled.SetWatcher(watcher);
+        Checked.SetWatcher(watcher);
+        Visible.SetWatcher(watcher);
+        Caption.SetWatcher(watcher);
+    }
+};
+
+struct Button : Clickable {
+    explicit Button(std::string_view caption = "", std::string_view toolTip = "")
+        : Caption(std::string(caption)), ToolTip(std::string(toolTip)) {}
+
+    Observed<std::string> Caption;
+    Observed<std::string> ToolTip;
+
+    void Watch(const std::function<void()>& watcher) {
+        Enabled.SetWatcher(watcher);
+        Caption.SetWatcher(watcher);
+        ToolTip.SetWatcher(watcher);
+    }
+};
+
+struct Label {
+    explicit Label(std::string_view caption = "") : Caption(std::string(caption)) {}
+
+    Observed<std::string> Caption;
+
+    void Watch(const std::function<void()>& watcher) { Caption.SetWatcher(watcher); }
+};
+
+struct TextBox {
+    explicit TextBox(std::string_view text = "") : Text(std::string(text)) {}
+
+    Observed<std::string> Text;
+    Observed<bool> Enabled{true};
+
+    void Watch(const std::function<void()>& watcher) {
+        Text.SetWatcher(watcher);
+        Enabled.SetWatcher(watcher);
+    }
+};
+
+/// A bar that fills; `Value` is in percent, 0 to 100.
+struct ProgressBar {
+    Observed<double> Value;
+
+    void Watch(const std::function<void()>& watcher) { Value.SetWatcher(watcher); }
+};
+
+/// A timer fires every `Interval` milliseconds while enabled. Whoever owns the clock watches it and calls `Fire`; a
+/// test does that by hand.
+class Timer {
+  public:
+    explicit Timer(int intervalMs = 0, bool enabled = false) : Interval(intervalMs), Enabled(enabled) {}
+
+    /// Installs the one handler of its ticks.
+    void SetTickHandler(std::function<void()> handler) { handler_ = std::move(handler); }
+
+    /// One tick. Nothing happens while the timer is disabled: a tick may already be on its way when it is stopped.
+    void Fire() const {
+        if (Enabled && handler_) handler_();
+    }
+
+    void Watch(const std::function<void()>& watcher) {
+        Interval.SetWatcher(watcher);
+        Enabled.SetWatcher(watcher);
+    }
+
+    Observed<int> Interval;
+    Observed<bool> Enabled;
+
+  private:
+    std::function<void()> handler_;
+};
+
+}  // namespace glintara

@@ -1,0 +1,96 @@
+#include "orbit/satellite_table.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <optional>
+#include <utility>
+
+#include "orbit/astro/number_text.h"
+
+namespace glintara {
+
+namespace {
+
+// The letters of Alpha-5 in order, without I and O, which look like digits. The first stands for 10.
+constexpr std::string_view kAlpha5Letters = "ABCDEFGHJKLMNPQRSTUVWXYZ";
+constexpr double kAlpha5FirstValue = 10;
+constexpr double kAlpha5Unit = 10000;
+constexpr std::size_t kSatNumberWidth = 5;
+
+constexpr std::size_t kOrbitNumberWidth = 4;
+constexpr std::size_t kShownFlags = 3;
+
+bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+
+std::optional<double> Alpha5Value(std::string_view text) {
+    if (text.size() != kSatNumberWidth) return std::nullopt;
+    const std::size_t letter = kAlpha5Letters.find(text.front());
+    if (letter == std::string_view::npos) return std::nullopt;
+    const std::string_view digits = text.substr(1);
+    if (!std::all_of(digits.begin(), digits.end(), IsDigit)) return std::nullopt;
+    return (kAlpha5FirstValue + static_cast<double>(letter)) * kAlpha5Unit + LeadingNumber(digits);
+}
+
+template <class Predicate>
+int LastIndexOf(const CommonData& data, Predicate matches) {
+    for (int index = data.SatCount; index >= 1; --index) {
+        if (matches(data.Satellite(index))) return index;
+    }
+    return 0;
+}
+
+}  // namespace
+
+std::string_view TrimmedText(std::string_view text) {
+    const std::size_t first = text.find_first_not_of(' ');
+    if (first == std::string_view::npos) return {};
+    return text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
+double SatelliteNumberValue(std::string_view satNumber) {
+    const std::string_view text = TrimmedText(satNumber);
+    return Alpha5Value(text).value_or(LeadingNumber(text));
+}
+
+int SearchOrbitNumber(const CommonData& data, int number) {
+    return LastIndexOf(data, [number](const SatRecord& satellite) { return satellite.OrbitNumber == number; });
+}
+
+int SearchSatID(const CommonData& data, double id) {
+    return LastIndexOf(data,
+                       [id](const SatRecord& satellite) { return SatelliteNumberValue(satellite.SatNumber) == id; });
+}
+
+std::string SatelliteListLine(const SatRecord& satellite) {
+    std::string line = "[";
+    for (std::size_t place = 0; place < kShownFlags; ++place) {
+        const bool on = place < satellite.OptionFlags.size() && satellite.OptionFlags[place] == '1';
+        line += on ? 'X' : 'O';
+    }
+    line += "] ";
+
+    const std::string number = std::to_string(satellite.OrbitNumber);
+    if (number.size() < kOrbitNumberWidth) line.append(kOrbitNumberWidth - number.size(), '0');
+    line += number + " (" + satellite.SatNumber + ")";
+
+    if (line.size() < kListNameColumn) line.append(kListNameColumn - line.size(), ' ');
+    return line + satellite.Name;
+}
+
+void ChangeWorkingSatellite(Application& app, int orbitNumber) {
+    CommonData& data = app.Data;
+    const int index = SearchOrbitNumber(data, orbitNumber);
+    if (index == 0) return;
+
+    app.Windows.ChangeSatelliteSignal();
+    SatRecord chosen = std::move(data.Satellite(index));
+    for (int i = index; i < data.SatCount; ++i) data.Satellite(i) = std::move(data.Satellite(i + 1));
+    data.Satellite(data.SatCount) = std::move(chosen);
+
+    app.Windows.ShowWorkingSatellite();
+    app.Windows.UpdateGraphicsLevel2();
+    app.Windows.RefreshData();
+    app.Windows.RefreshSatPosition();
+}
+
+}  // namespace glintara

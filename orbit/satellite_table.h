@@ -1,0 +1,38 @@
+#pragma once
+
+// Finding satellites in the list, their line in it, and which of them works.
+
+#include <string>
+#include <string_view>
+
+#include "core/state/application.h"
+
+namespace glintara {
+
+/// Width of the part of a list line that stands before the name.
+inline constexpr int kListNameColumn = 21;
+
+/// `text` without the blanks around it.
+std::string_view TrimmedText(std::string_view text);
+
+/// Catalogue number of a satellite number text. The five characters of an element set hold numbers above 99999 in the
+/// Alpha-5 form of the public catalogue: a capital letter other than I and O stands for 10 to 33 ("A0000" is 100000,
+/// "Z9999" 339999). Any other text is read as a number from its start; 0 when there is none.
+double SatelliteNumberValue(std::string_view satNumber);
+
+/// Index of the last satellite with that `OrbitNumber`; 0 for none.
+int SearchOrbitNumber(const CommonData& data, int number);
+
+/// Index of the last satellite with that catalogue number; 0 for none.
+int SearchSatID(const CommonData& data, double id);
+
+/// The satellite's line in lists: its first three switches as "[XOO]" (X for on), its `OrbitNumber` in four digits, its
+/// satellite number in parentheses, and from column 22 its name.
+std::string SatelliteListLine(const SatRecord& satellite);
+
+/// Makes the satellite with that `OrbitNumber` the working one: it goes to the end of the list, those behind it move
+/// down by one. The windows that show it are told and a new picture is asked for. Without such a satellite nothing
+/// happens.
+void ChangeWorkingSatellite(Application& app, int orbitNumber);
+
+}  // namespace glintara
