@@ -8,6 +8,10 @@ set(GLINTARA_WARNINGS -Wall -Wextra -Wpedantic -Wconversion -Werror)
 # Compiler and linker options that every target of the project shares.
 add_library(glintara_options INTERFACE)
 target_compile_options(glintara_options INTERFACE ${GLINTARA_WARNINGS})
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
+    # g++ 12 sees overlapping copies in every "literal" + std::string (its bug 105651).
+    target_compile_options(glintara_options INTERFACE $<$<COMPILE_LANGUAGE:CXX>:-Wno-restrict>)
+endif()
 if(GLINTARA_SANITIZE)
     target_compile_options(glintara_options INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
     target_link_options(glintara_options INTERFACE -fsanitize=address,undefined)

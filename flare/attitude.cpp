@@ -11,7 +11,14 @@ namespace glintara {
 
 namespace {
 
-/// The line from `r` to the target of `satellite`; nothing when there is no target to propagate.
+/// A line to a target that is shorter than this, in `SiteRadius` (some six metres), leads from a satellite to itself:
+/// what is left of it is rounding, and so would be the direction.
+constexpr double kShortestLine = 1e-6;
+/// Sine of the angle to the vertical below which a reference has no horizontal part but rounding.
+constexpr double kLeastSine = 1e-12;
+
+/// The line from `r` to the target of `satellite`; nothing when there is no target to propagate, or when it is the
+/// satellite itself.
 std::optional<Vector3> LineToTarget(const Application& app, const SatRecord& satellite, const Vector3& r, double jd) {
     const CommonData& data = app.Data;
     const int index = SearchSatID(data, satellite.Surface.TargetSatID);
@@ -20,15 +27,16 @@ std::optional<Vector3> LineToTarget(const Application& app, const SatRecord& sat
     }
     EngineBlock block = data.Satellite(index).EngineBlock;
     const WorldMotion target = PropagateSatellite(data, EarthRotation::Displayed, block, jd);
-    return OnAxesOfInstant(data, target, jd).position - r;
+    const Vector3 line = OnAxesOfInstant(data, target, jd).position - r;
+    return Length(line) > kShortestLine ? std::optional(line) : std::nullopt;
 }
 
 std::optional<BodyFrame> FrameTowards(const Vector3& r, const Vector3& reference) {
-    const BodyFrame frame = VerticalFrame(r, reference);
-    if (!IsFinite(frame.BodyUp) || !IsFinite(frame.BodyAhead)) {
+    const double across = Length(CrossProduct(r, reference));
+    if (!(across > kLeastSine * Length(r) * Length(reference))) {
         return std::nullopt;
     }
-    return frame;
+    return VerticalFrame(r, reference);
 }
 
 }  // namespace

@@ -124,7 +124,7 @@ class SurfacePasses {
             after = end;
         }
         passes.push_back(Described(begin, Closest(before, after, *best), end));
-        return std::max(outside, end + kResolution);
+        return end + kResolution;
     }
 
     /// The last instant of the pass between `inside` and `outside`.

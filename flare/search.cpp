@@ -154,13 +154,12 @@ bool SearchFlares(Application& app, SearchClock& clock, double maxDistanceMetres
                   SearchStart start) {
     FindFlareControls& form = app.FindFlare;
     Settings settings;
-    settings.transit = app.Main.MnuTransitMode[kTransitEntry].Checked;
     settings.maxDistance = maxDistanceMetres;
-    settings.siteRadius = app.Data.Site.SiteRadius;
     settings.start = app.Data.SimTime;
     settings.next = start == SearchStart::Next;
     form.LStatus.Caption = "Searching...";
     app.EventQueue.ServeEvents();
+    settings.transit = app.Main.MnuTransitMode[kTransitEntry].Checked;
     settings.source = app.Main.CMoonFlares.Value ? GLINTCORE_MOON : GLINTCORE_SUN;
 
     const double hours = std::min(intervalDays * kHoursPerDay, kMostHours);
@@ -174,6 +173,7 @@ bool SearchFlares(Application& app, SearchClock& clock, double maxDistanceMetres
         if (form.SearchAbort) {
             return false;
         }
+        settings.siteRadius = app.Data.Site.SiteRadius;  // events may have moved the observer, and the engine knows
         best = SearchHour(app, settings, settings.start + k * kWindow, anyTried);
     }
     if (!best) {

@@ -102,8 +102,8 @@ std::string Padded(double value, std::size_t width) {
 
 /// The plain text of a field of two digits; what stands behind the mark is kept.
 std::string TwoDigits(double value) {
-    const std::string text = PlainNumberText(value);
-    return value < 10 ? "0" + text : text;
+    std::string text(value < 10 ? "0" : "");
+    return text += PlainNumberText(value);
 }
 
 }  // namespace

@@ -51,16 +51,23 @@ bool IsPlain(const Decimal& decimal) {
     return decimal.exponent >= kSmallestPlainExponent && decimal.exponent < kLargestPlainExponent;
 }
 
-/// The digits with the mark in its place and no exponent.
+/// The sign and the digits, with the mark in its place and no exponent.
 std::string PlainDigits(const Decimal& decimal) {
+    std::string text(decimal.negative ? "-" : "");
     if (decimal.exponent < 0) {
-        return "0." + std::string(static_cast<std::size_t>(-decimal.exponent) - 1, '0') + decimal.digits;
+        text += "0.";
+        text.append(static_cast<std::size_t>(-decimal.exponent) - 1, '0');
+        return text += decimal.digits;
     }
     const auto wholeDigits = static_cast<std::size_t>(decimal.exponent) + 1;
-    if (decimal.digits.size() <= wholeDigits) {
-        return decimal.digits + std::string(wholeDigits - decimal.digits.size(), '0');
+    text.append(decimal.digits, 0, wholeDigits);
+    if (decimal.digits.size() > wholeDigits) {
+        text += '.';
+        text.append(decimal.digits, wholeDigits);
+    } else {
+        text.append(wholeDigits - decimal.digits.size(), '0');
     }
-    return decimal.digits.substr(0, wholeDigits) + "." + decimal.digits.substr(wholeDigits);
+    return text;
 }
 
 bool IsBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
@@ -116,7 +123,7 @@ std::string PlainNumberText(double value) {
     }
     const Decimal decimal = ToDecimal(value);
     if (IsPlain(decimal)) {
-        return (decimal.negative ? "-" : "") + PlainDigits(decimal);
+        return PlainDigits(decimal);
     }
     Buffer buffer{};
     const auto done = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::general,

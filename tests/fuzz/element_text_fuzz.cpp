@@ -184,9 +184,10 @@ void TryElementSet(const Input& input, const std::string& line1, const std::stri
             TryFlare(jd, source, geometry, onUnitSphere, velocity, input.Number(1, 0), input.Number(2, 0));
         }
     }
-    const std::int32_t geometry = kGeometries[line1.size() % kGeometries.size()];
-    TrySearch(input, block, kSeedJD, kWindow, GLINTCORE_SUN, geometry);
-    TrySearch(input, block, jd, std::min(input.Number(5, kWindow), kWindow), GLINTCORE_MOON, geometry);
+    for (const std::int32_t geometry : kGeometries) {
+        TrySearch(input, block, kSeedJD, kWindow, GLINTCORE_SUN, geometry);
+        TrySearch(input, block, jd, std::min(input.Number(5, kWindow), kWindow), GLINTCORE_MOON, geometry);
+    }
 }
 
 /// Flares of places and directions that no propagation would give.

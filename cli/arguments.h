@@ -1,0 +1,59 @@
+#pragma once
+
+// The texts of the command line as numbers, with a clear word for each that is none.
+
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "orbit/astro/geodesy.h"
+
+namespace glintara::cli {
+
+/// What the program answers to bad input: the text goes to standard error, the code to the caller.
+class Failure : public std::runtime_error {
+  public:
+    Failure(int code, const std::string& text) : std::runtime_error(text), code_(code) {}
+    int Code() const { return code_; }
+
+  private:
+    int code_;
+};
+
+/// Exit codes of the program.
+inline constexpr int kSuccess = 0;   ///< also when there is no flare
+inline constexpr int kBadData = 1;   ///< a file that cannot be read or used
+inline constexpr int kBadUsage = 2;  ///< a wrong command line
+inline constexpr int kInterrupted = 130;
+
+enum class Format { Text, Csv, Json };
+
+/// What both commands are told.
+struct CommonOptions {
+    std::vector<std::string> tleFiles;  ///< "-" is standard input
+    std::string site;
+    std::string from;  ///< an instant; empty for now
+    std::string name;  ///< part of a satellite's name; empty for all
+    Format format = Format::Text;
+};
+
+struct FlareOptions : CommonOptions {
+    double hours = 24;
+    double within = 30;  ///< kilometres
+    bool moon = false;
+    bool transit = false;
+};
+
+/// "LAT,LON" or "LAT,LON,HEIGHT": degrees, north and east positive, and metres. Throws `Failure`.
+Geodetic ParseSite(std::string_view text);
+
+/// Julian date of an instant in UTC: "2018-01-20", "2018-01-20T05:30", "2018-01-20T05:30:12.5", with a blank for the
+/// "T" and with or without a "Z"; years 1900 to 2199. Throws `Failure`.
+double ParseInstant(std::string_view text);
+
+/// Julian date of the computer's clock.
+double Now();
+
+}  // namespace glintara::cli

@@ -1,0 +1,141 @@
+#include "cli/session.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <cctype>
+#include <chrono>
+#include <cmath>
+#include <csignal>
+#include <iostream>
+#include <iterator>
+
+#include "cli/texts.h"
+#include "orbit/astro/constants.h"
+#include "orbit/element_sets.h"
+#include "orbit/location.h"
+
+namespace glintara::cli {
+
+namespace {
+
+constexpr std::string_view kStandardInput = "-";
+
+/// Elements older than this many days still give an orbit, but no flare to the second.
+constexpr double kFreshDays = 30;
+
+/// Work that takes less than this shows no progress, seconds.
+constexpr double kPatience = 0.4;
+
+volatile std::sig_atomic_t interrupted = 0;
+
+double Seconds() {
+    const std::chrono::duration<double> now = std::chrono::steady_clock::now().time_since_epoch();
+    return now.count();
+}
+
+std::string LowerCase(std::string text) {
+    std::transform(text.begin(), text.end(), text.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    return text;
+}
+
+/// The first line of what the parser left, for the error message.
+std::string FirstLine(const std::string& box) {
+    constexpr std::size_t kMost = 72;
+    std::string line = box.substr(0, std::min(box.find('\r'), kMost));
+    std::replace_if(
+        line.begin(), line.end(), [](unsigned char c) { return c < ' ' || c == 0x7F; }, '?');
+    return line;
+}
+
+}  // namespace
+
+void Warn(const std::string& text) { std::cerr << "glint: warning: " << text << '\n'; }
+
+void Session::Prepare(const CommonOptions& options, double jd) {
+    SetLocation(app_.Data, ParseSite(options.site));
+    for (const std::string& file : options.tleFiles) {
+        LoadFile(file);
+    }
+    KeepNames(options.name);
+
+    double oldest = 0;
+    for (int i = 1; i <= app_.Data.SatCount; ++i) {
+        if (!app_.Data.Satellite(i).IsDisabled()) {
+            oldest = std::max(oldest, std::abs(jd - EpochToJD(app_.Data.Satellite(i))));
+        }
+    }
+    if (oldest > kFreshDays) {
+        Warn("element sets are up to " + FixedText(oldest, 0) + " days away from that date; predictions will be off");
+    }
+    if (jd < kJ2000) {
+        Warn("before noon of 1 January 2000 places on the ground are not the true ones");
+    }
+}
+
+void Session::LoadFile(const std::string& file) {
+    const std::string shown = file == kStandardInput ? "standard input" : file;
+    messages_.Clear();
+    if (file == kStandardInput) {
+        std::cin >> std::noskipws;
+        EnterTLEText(app_, std::string(std::istreambuf_iterator<char>(std::cin), std::istreambuf_iterator<char>()));
+    } else if (!LoadTLEFile(app_, file)) {
+        throw Failure(kBadData, shown + ": " + messages_.Last());
+    }
+    const int before = app_.Data.SatCount;
+    CApplyTLEOrbit_click(app_);
+    const std::string& answer = app_.Main.LCommandOutput.Caption.Get();
+    if (answer.rfind("ERROR:", 0) != 0) {
+        return;
+    }
+    std::string text = shown + ": " + (messages_.Last().empty() ? answer : messages_.Last());
+    const std::string& rest = app_.Main.TTLE.Text.Get();
+    if (!rest.empty()) {
+        text += " after " + std::to_string(app_.Data.SatCount - before) + " good sets, at \"" + FirstLine(rest) + "\"";
+    }
+    throw Failure(kBadData, text);
+}
+
+void Session::KeepNames(const std::string& part) {
+    if (part.empty()) {
+        return;
+    }
+    const std::string wanted = LowerCase(part);
+    int kept = 0;
+    for (int i = 1; i <= app_.Data.SatCount; ++i) {
+        SatRecord& satellite = app_.Data.Satellite(i);
+        const bool fits = LowerCase(satellite.Name).find(wanted) != std::string::npos;
+        satellite.OptionFlags[kDisabledPlace] = fits ? '0' : '1';
+        kept += fits ? 1 : 0;
+    }
+    if (kept == 0) {
+        throw Failure(kBadData, "no satellite's name contains \"" + part + "\"");
+    }
+}
+
+Progress::Progress(std::string what)
+    : what_(std::move(what)), terminal_(isatty(STDERR_FILENO) == 1), startTime_(Seconds()) {
+    std::signal(SIGINT, [](int) { interrupted = 1; });
+}
+
+bool Progress::Interrupted() { return interrupted != 0; }
+
+bool Progress::operator()(double done) {
+    const int percent = static_cast<int>(100 * std::clamp(done, 0.0, 1.0));
+    if (terminal_ && percent != lastPercent_ && Seconds() - startTime_ > kPatience) {
+        std::cerr << '\r' << what_ << ' ' << percent << " %" << std::flush;
+        lastPercent_ = percent;
+        shown_ = true;
+    }
+    return !Interrupted();
+}
+
+void Progress::Clear() {
+    if (shown_) {
+        std::cerr << "\r\033[K" << std::flush;
+        shown_ = false;
+    }
+}
+
+}  // namespace glintara::cli
