@@ -16,6 +16,9 @@ if(GLINTARA_SANITIZE)
     target_compile_options(glintara_options INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
     target_link_options(glintara_options INTERFACE -fsanitize=address,undefined)
 endif()
+if(GLINTARA_FUZZ)
+    target_compile_options(glintara_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()
 
 # The include directory that shows `folders` (paths from the top of the project) to a target.
 function(floor_include_directory name)

@@ -45,6 +45,8 @@ struct BodyComponents {
     double side = 0;
 };
 
+inline bool IsFinite(const BodyComponents& c) { return IsFinite(Vector3{c.ahead, c.up, c.side}); }
+
 /// Components of the unit normal of a mirror at `angle` and `tilt` (radians). In a frame with a vertical, `angle` runs
 /// in the horizontal plane from ahead to the left and a positive `tilt` bends the normal down towards the Earth. Under
 /// `inertial` they are a right ascension, counted from `BodyAhead` towards `BodyUp`, and a declination.

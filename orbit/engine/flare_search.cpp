@@ -33,8 +33,11 @@ constexpr double kDeepestPerigee = 0.5;
 constexpr double kPieceLength = 3600;
 /// A satellite this far below the horizon is not looked at closer, seconds.
 constexpr double kFarBelow = 30;
-/// Where the propagator reports an error its numbers may jump: look again soon, seconds.
+/// Where the propagator reports an error its numbers may jump, or race: no bound holds, and one look a second is
+/// enough.
 constexpr double kErrorStep = 1;
+/// A mirror whose frame is undefined, with its reference along the vertical, is looked at again after this, seconds.
+constexpr double kNoFrameStep = 0.1;
 
 double ClampedArcCos(double x) { return std::acos(std::clamp(x, -1.0, 1.0)); }
 double ClampedArcSin(double x) { return std::asin(std::clamp(x, -1.0, 1.0)); }
@@ -143,15 +146,16 @@ FlareSearch::Answer FlareSearch::At(double seconds) {
         SetRates(scene.r, scene.v);
     }
     scene.radius = Length(scene.r);
+    const bool failed = state.error != Sgp4Error::None;
     if (!(scene.radius > 1) || !std::isfinite(rates_.speed)) {
         const double lasts = (1 - scene.radius) / rates_.speed;
-        return {false, std::isfinite(lasts) ? lasts : kErrorStep};
+        return {false, std::isfinite(lasts) && !failed ? lasts : kErrorStep};
     }
 
     scene.site = TurnedAboutPole(quest_.site, SiderealFromJD(start_ + seconds / kSecondsPerDay));
     const double apart = ClampedArcCos(Dot(scene.r, scene.site) / scene.radius);
     const double below = (apart - rates_.horizonAngle) / (rates_.orbit + kEarthRate);
-    if (below > kFarBelow && state.error == Sgp4Error::None) {
+    if (below > kFarBelow && !failed) {
         return {false, below};
     }
     scene.source = SourceAt(seconds);
@@ -160,8 +164,8 @@ FlareSearch::Answer FlareSearch::At(double seconds) {
     if (!answer.flare) {
         answer.lasts = std::max(answer.lasts, below);
     }
-    if (state.error != Sgp4Error::None || !std::isfinite(answer.lasts)) {
-        answer.lasts = std::min(answer.lasts, kErrorStep);
+    if (failed || !std::isfinite(answer.lasts)) {
+        answer.lasts = kErrorStep;
     }
     return answer;
 }
@@ -181,7 +185,7 @@ FlareSearch::Answer FlareSearch::BeamAnswer(const Scene& scene) const {
     if (quest_.mirror.geometry != FlareGeometry::Transit) {
         const Vector3 normal = NormalOf(quest_.mirror, r, scene.v, scene.sun, 0);
         if (!IsFinite(normal)) {
-            return {false, 0};
+            return {false, kNoFrameStep};
         }
         onNormal = Dot(ray, normal);
         beam = ray - 2 * onNormal * normal;
@@ -310,7 +314,7 @@ std::optional<double> FindInWindow(const Sgp4Record& record, const FlareQuest& q
 std::optional<double> FindFlare(const Sgp4Record& record, const FlareQuest& quest, double start, double length,
                                 bool skip) {
     const bool sane = std::isfinite(start) && length >= 0 && quest.maxDistance > 0 && quest.siteRadius > 0 &&
-                      std::isfinite(quest.siteRadius) && IsFinite(quest.site);
+                      std::isfinite(quest.siteRadius) && IsFinite(quest.site) && IsFinite(quest.mirror.components);
     if (!sane) {
         return std::nullopt;
     }
