@@ -8,7 +8,9 @@
 #include <string>
 #include <vector>
 
+#include "core/state/map_tables.h"
 #include "core/state/satellite_record.h"
+#include "core/state/view_state.h"
 #include "orbit/astro/calendar.h"
 #include "orbit/astro/constants.h"
 #include "orbit/astro/horizon.h"
@@ -108,6 +110,14 @@ struct CommonData {
     double MoonTopoDec = 0;   ///< radians
 
     glintara::UsageStats UsageStats;
+
+    ViewState View;
+    MapTables Map;
+
+    // Appearance. Colours are 0xBBGGRR.
+    std::uint32_t SoilColor = 0x3C6E3C;    ///< land
+    std::uint32_t SeaColor = 0x6E3A10;     ///< sea
+    std::uint32_t ShadowColor = 0x5A5A5A;  ///< night side, a mask: grey of level 90
 };
 
 }  // namespace glintara

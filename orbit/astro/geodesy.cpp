@@ -57,9 +57,6 @@ Geodetic EcefToGeodetic(const Vector3& metres) {
     const double r2 = metres.x * metres.x + metres.y * metres.y;
     const double r = std::sqrt(r2);
     const double lon = Atan2Full(metres.y, metres.x);
-    if (r == 0 && z == 0) {
-        return {0, lon, -a};
-    }
 
     const double bigE2 = a * a - b * b;
     const double bigF = 54 * b * b * z * z;
@@ -77,7 +74,8 @@ Geodetic EcefToGeodetic(const Vector3& metres) {
     const double z0 = b * b * z / (a * v);
     const double lat = std::atan((z + ep2 * z0) / r);
     const double height = u * (1 - b * b / (a * v));
-    // The closed form does not hold within some 43 km of the Earth's centre.
+    // At the Earth's centre, and where the powers overflow, the closed form has no value; from afar the Earth is a
+    // point.
     if (!std::isfinite(lat) || !std::isfinite(height)) {
         return {std::atan2(z, r), lon, std::hypot(r, z) - a};
     }

@@ -38,8 +38,8 @@ LatLonRadius XYZToLatLon(const Vector3& point);
 Geocentric GeodeticToGeocentric(const Geodetic& place);
 
 /// Geodetic latitude, longitude (-pi/2 to 3 pi/2, not wrapped) and height of an Earth-fixed point in metres, WGS 84.
-/// Closed form of Heikkinen (Zeitschrift fuer Vermessungswesen 107, 1982). The Earth's centre, where it is undefined,
-/// gives latitude 0.
+/// Closed form of Heikkinen (Zeitschrift fuer Vermessungswesen 107, 1982), which holds from 43 km off the Earth's
+/// centre outwards. The centre itself gives latitude 0; every finite point gives finite values.
 Geodetic EcefToGeodetic(const Vector3& metres);
 
 /// `lon` folded into -pi to pi, for display.

@@ -41,18 +41,19 @@ double LongitudeTerms(const MoonArguments& a) {
     const double ms = a.sunAnomaly;
     const double d = a.elongation;
     const double f = a.latitudeArgument;
-    return -1.274 * std::sin(mm - 2 * d)        // evection
-           + 0.658 * std::sin(2 * d)            // variation
-           - 0.186 * std::sin(ms)               // yearly equation
-           - 0.059 * std::sin(2 * mm - 2 * d)   //
-           - 0.057 * std::sin(mm - 2 * d + ms)  //
-           + 0.053 * std::sin(mm + 2 * d)       //
-           + 0.046 * std::sin(2 * d - ms)       //
-           + 0.041 * std::sin(mm - ms)          //
-           - 0.035 * std::sin(d)                // parallactic equation
-           - 0.031 * std::sin(mm + ms)          //
-           - 0.015 * std::sin(2 * f - 2 * d)    //
-           + 0.011 * std::sin(mm - 4 * d);
+    double sum = -1.274 * std::sin(mm - 2 * d);  // evection
+    sum += 0.658 * std::sin(2 * d);              // variation
+    sum -= 0.186 * std::sin(ms);                 // yearly equation
+    sum -= 0.059 * std::sin(2 * mm - 2 * d);
+    sum -= 0.057 * std::sin(mm - 2 * d + ms);
+    sum += 0.053 * std::sin(mm + 2 * d);
+    sum += 0.046 * std::sin(2 * d - ms);
+    sum += 0.041 * std::sin(mm - ms);
+    sum -= 0.035 * std::sin(d);  // parallactic equation
+    sum -= 0.031 * std::sin(mm + ms);
+    sum -= 0.015 * std::sin(2 * f - 2 * d);
+    sum += 0.011 * std::sin(mm - 4 * d);  // so in the source; fuller theories have it with the opposite sign
+    return sum;
 }
 
 /// Perturbation in latitude, degrees.

@@ -213,8 +213,8 @@ TEST_F(TargetTest, ATargetThatTheEngineCannotPropagateLiesAtTheEarthsCentre) {
 // Towards the Sun.
 
 TEST_F(AttitudeTest, TheSunsPlaceAtTheEquinoxOfMarch2018) {
-    // 20 March 2018, 16:15 UTC; the equation of time was -7 m 26 s (Astronomical Almanac for 2018), so the Sun stood
-    // over the equator at 61.9 west, at one astronomical unit by decree.
+    // 20 March 2018, 16:15 UTC, the moment of the equinox: the Sun stood over the equator. Sundials were 7 m 26 s slow,
+    // and so it stood at 61.9 west. Its distance is one astronomical unit by decree.
     const Vector3 sun = SunPlace(data, 2458198.1770833);
     EXPECT_NEAR(std::atan2(sun.y, sun.x) / kDegree, -61.89, 0.05);
     EXPECT_NEAR(std::asin(sun.z / Length(sun)) / kDegree, 0, 0.02);

@@ -49,7 +49,7 @@ TEST_F(LocationTest, DegreesComeWithTheHeightOfAHundredAndFiftyMetres) {
 TEST_F(LocationTest, TheEngineIsTold) {
     SetLocation(data, kTurin);
     EXPECT_TRUE(EngineStandsInTurin());
-    SetLocation(data, {kTurin.lat + 3 * kDegree, kTurin.lon, 240});
+    SetLocation(data, {kTurin.lat, kTurin.lon + 10 * kDegree, 240});
     EXPECT_FALSE(EngineStandsInTurin());
     SetLocationDegrees(data, 45.07, 7.69);
     EXPECT_TRUE(EngineStandsInTurin());

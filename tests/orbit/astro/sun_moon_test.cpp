@@ -146,6 +146,79 @@ TEST(MoonPosition, IsWithinFifteenHundredthsOfADegreeFrom1950To2050) {
     EXPECT_LT(worstDistance, 0.3 * kEarthRadius);
 }
 
+/// Mean elongation, anomalies of Sun and Moon and the Moon's argument of latitude, degrees, by the linear parts of
+/// Meeus, Astronomical Algorithms, 2nd ed., formulas 47.2 to 47.5.
+struct LunarArguments {
+    double d, m, mm, f;
+};
+
+LunarArguments LunarArgumentsAt(double jd) {
+    const double t = (jd - 2451545) / 36525;
+    return {297.8501921 + 445267.1114034 * t, 357.5291092 + 35999.0502909 * t, 134.9633964 + 477198.8675055 * t,
+            93.2720950 + 483202.0175233 * t};
+}
+
+/// A periodic term: multiples of the four arguments.
+struct LunarTerm {
+    double d, m, mm, f;
+    double AngleAt(double jd) const {
+        const LunarArguments a = LunarArgumentsAt(jd);
+        return (d * a.d + m * a.m + mm * a.mm + f * a.f) * kDegree;
+    }
+};
+
+/// Amplitude that the differences hold of the term, by projection on its sine and cosine.
+double AmplitudeIn(const std::vector<double>& days, const std::vector<double>& differences, const LunarTerm& term) {
+    double sine = 0;
+    double cosine = 0;
+    for (std::size_t i = 0; i < days.size(); ++i) {
+        const double angle = term.AngleAt(days[i]);
+        sine += differences[i] * std::sin(angle);
+        cosine += differences[i] * std::cos(angle);
+    }
+    return 2 * std::hypot(sine, cosine) / static_cast<double>(days.size());
+}
+
+/// The vector on the mean ecliptic of date.
+Vector3 OnEcliptic(double jd, const Vector3& v) {
+    const double e = eraObl06(jd, 0);
+    return {v.x, v.y * std::cos(e) + v.z * std::sin(e), v.z * std::cos(e) - v.y * std::sin(e)};
+}
+
+TEST(MoonPosition, LacksNoTermOfItsSeries) {
+    const LunarTerm inLongitude[] = {{-2, 0, 1, 0}, {2, 0, 0, 0}, {0, 1, 0, 0},  {-2, 0, 2, 0},
+                                     {-2, 1, 1, 0}, {2, 0, 1, 0}, {2, -1, 0, 0}, {0, -1, 1, 0},
+                                     {1, 0, 0, 0},  {0, 1, 1, 0}, {-2, 0, 0, 2}};
+    const LunarTerm inLatitude[] = {{-2, 0, 0, 1}, {-2, 0, 1, -1}, {-2, 0, 1, 1}, {2, 0, 0, 1}};
+    const LunarTerm inDistance[] = {{-2, 0, 1, 0}, {2, 0, 0, 0}};
+    const std::vector<double> days = test::Spaced(2451545 - 9000, 2451545 + 9000, 0.379);
+    std::vector<double> longitude;
+    std::vector<double> latitude;
+    std::vector<double> distance;
+    for (const double jd : days) {
+        const MoonPlace moon = MoonPosition(jd);
+        const Vector3 found = OnEcliptic(jd, Direction(moon.ra, moon.dec));
+        const Vector3 truth = OnEcliptic(jd, LibraryMoonMetres(jd));
+        longitude.push_back(test::AroundCircle(std::atan2(found.y, found.x) - std::atan2(truth.y, truth.x)) / kDegree);
+        latitude.push_back((std::asin(found.z) - std::asin(truth.z / Length(truth))) / kDegree);
+        distance.push_back((moon.distance - Length(truth)) / kEarthRadius);
+    }
+    // The smallest of these terms are 0.015 and 0.033 degrees; rounded coefficients leave far less.
+    for (const LunarTerm& term : inLongitude) {
+        EXPECT_LT(AmplitudeIn(days, longitude, term), 0.005) << term.d << term.m << term.mm << term.f;
+    }
+    for (const LunarTerm& term : inLatitude) {
+        EXPECT_LT(AmplitudeIn(days, latitude, term), 0.005) << term.d << term.m << term.mm << term.f;
+    }
+    for (const LunarTerm& term : inDistance) {
+        EXPECT_LT(AmplitudeIn(days, distance, term), 0.05) << term.d << term.m << term.mm << term.f;
+    }
+    // Two terms the source has otherwise than the full theory (Meeus, tables 47.A and 47.B): that of four elongations
+    // with its 0.0107 degrees the other way round, and 0.0172 degrees in latitude that its ellipse holds already.
+    EXPECT_NEAR(AmplitudeIn(days, longitude, {-4, 0, 1, 0}), 0.011 + 0.0107, 0.003);
+    EXPECT_NEAR(AmplitudeIn(days, latitude, {0, 0, 2, 1}), 0.0172, 0.003);
+}
+
 // Meeus, Astronomical Algorithms, 2nd ed., example 47.a: 1992 April 12, 0 h TD.
 TEST(MoonPosition, GivesThePublishedPlace) {
     const MoonPlace moon = MoonPosition(2448724.5);

@@ -1,0 +1,153 @@
+// A day of flares within 30 km of Turin: the search, hour by hour as the program asks for it when nothing is found; and
+// the same question put to a plain sweep in steps of 0.1 seconds, on a part of the day, with the ratio of the two.
+
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/state/application.h"
+#include "flare/attitude.h"
+#include "flare/surface_models.h"
+#include "orbit/element_sets.h"
+#include "orbit/engine/glintcore.h"
+#include "orbit/location.h"
+#include "orbit/propagation.h"
+
+namespace glintara {
+namespace {
+
+constexpr double kHour = 1 / kHoursPerDay;
+constexpr int kHours = 24;
+constexpr double kResolution = 0.1 / kSecondsPerDay;
+constexpr double kMaxDistance = 30e3;  // metres
+constexpr double kStart = 2458138.5;   // 20 January 2018, 0 h UTC
+constexpr Geodetic kTurin{45.07 * kDegToRad, 7.69 * kDegToRad, 240};
+
+class SilentBoxes : public MessageBoxes {
+  public:
+    void Tell(std::string_view, MessageIcon) override {}
+    bool AskYesNo(std::string_view) override { return false; }
+};
+
+/// A surface with a block of its own, as the search copies it.
+struct Surface {
+    EngineBlock block{};
+    int geometry = 0;
+    double angle = 0;
+    double tilt = 0;
+};
+
+/// An observer in Turin and the surfaces of an example file.
+struct Day {
+    /// With `everySatellite` all of them get the three antennas of an Iridium.
+    Day(const std::string& file, bool everySatellite) {
+        SetLocation(app.Data, kTurin);
+        if (!LoadTLEFile(app, std::string(GLINTARA_SOURCE_DIR) + "/data/examples/" + file)) {
+            throw std::runtime_error(file);
+        }
+        CApplyTLEOrbitFnct(app, TLEMode::Add, false, false);
+        for (int s = 1; s <= app.Data.SatCount; ++s) {
+            SatRecord& satellite = app.Data.Satellite(s);
+            if (everySatellite && !HasFlareModel(satellite)) ApplyIridiumModel(satellite);
+            for (int i = 1; i <= satellite.Surface.MirrorCount; ++i) {
+                const MirrorRecord& mirror = satellite.Surface.Mirror(i);
+                surfaces.push_back({satellite.EngineBlock, GeometryCodeOf(satellite.Surface.OrientationType, false),
+                                    mirror.Angle * kDegToRad, mirror.Tilt * kDegToRad});
+            }
+        }
+    }
+
+    SilentBoxes boxes;
+    Events events;
+    WindowSignals windows;
+    Application app{boxes, events, windows};
+    std::vector<Surface> surfaces;
+};
+
+/// Hours of surfaces in which there is a flare.
+int SearchHours(Day& day) {
+    int found = 0;
+    for (int hour = 0; hour < kHours; ++hour) {
+        for (const Surface& surface : day.surfaces) {
+            EngineBlock block = surface.block;
+            double jd = 0;
+            found += Satellite_FindFlare(kStart + hour * kHour, kHour, GLINTCORE_SUN, kResolution,
+                                         day.app.Data.Site.SiteRadius, &block, surface.geometry, surface.angle,
+                                         surface.tilt, kMaxDistance, 0, &jd) != 0;
+        }
+    }
+    return found;
+}
+
+/// Whether one surface flares within the distance in the hour from `start` on, by looking every 0.1 seconds.
+bool SweepHour(const Day& day, const Surface& surface, double start) {
+    EngineBlock block = surface.block;
+    const Vector3 observer = ObserverOnUnitSphere(day.app.Data.Site);
+    const double radius = day.app.Data.Site.SiteRadius;
+    constexpr int kSteps = 36000;
+    bool found = false;
+    for (int step = 0; step < kSteps && !found; ++step) {
+        const double jd = start + step * kResolution;
+        const WorldMotion motion = PropagateSatellite(day.app.Data, EarthRotation::GivenJd, block, jd);
+        const Vector3& r = motion.position;
+        const Vector3& v = motion.velocity;
+        std::array<double, 3> centre{};
+        std::array<double, 5> result{};
+        found = Satellite_CalcFlare(jd, GLINTCORE_SUN, surface.geometry, r.x, r.y, r.z, v.x, v.y, v.z, surface.angle,
+                                    surface.tilt, centre.data(), result.data()) != 0 &&
+                Length(Vector3{centre[0], centre[1], centre[2]} - observer) * radius < kMaxDistance;
+    }
+    return found;
+}
+
+void SearchOfADay(benchmark::State& state, const std::string& file, bool everySatellite) {
+    Day day(file, everySatellite);
+    int found = 0;
+    for (auto _ : state) {
+        found = SearchHours(day);
+        benchmark::DoNotOptimize(found);
+    }
+    state.counters["satellites"] = day.app.Data.SatCount;
+    state.counters["surfaces"] = static_cast<double>(day.surfaces.size());
+    state.counters["flares"] = found;
+}
+BENCHMARK_CAPTURE(SearchOfADay, iridium, std::string("iridium.tle"), false)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(SearchOfADay, all, std::string("all.tle"), true)->Unit(benchmark::kMillisecond);
+
+// The sweep of six surfaces for one hour; `times_search` tells how many times longer the whole day of all surfaces
+// would take than the search of it.
+void SweepOfAnHour(benchmark::State& state) {
+    using Clock = std::chrono::steady_clock;
+    constexpr std::size_t kSurfaces = 6;
+    constexpr int kRepeats = 5;
+    Day day("iridium.tle", false);
+    if (day.surfaces.size() < kSurfaces) throw std::runtime_error("too few surfaces");
+
+    Clock::duration search = Clock::duration::max();
+    for (int i = 0; i < kRepeats; ++i) {
+        const auto begin = Clock::now();
+        benchmark::DoNotOptimize(SearchHours(day));
+        search = std::min(search, Clock::now() - begin);
+    }
+    Clock::duration sweep = Clock::duration::max();
+    for (auto _ : state) {
+        const auto begin = Clock::now();
+        for (std::size_t i = 0; i < kSurfaces; ++i) {
+            benchmark::DoNotOptimize(SweepHour(day, day.surfaces[i], kStart));
+        }
+        sweep = std::min(sweep, Clock::now() - begin);
+    }
+    const double part = static_cast<double>(kSurfaces) / static_cast<double>(day.surfaces.size()) / kHours;
+    const double ratio = static_cast<double>(sweep.count()) / part / static_cast<double>(search.count());
+    state.counters["times_search"] = ratio;
+}
+BENCHMARK(SweepOfAnHour)->Unit(benchmark::kMillisecond);
+
+}  // namespace
+}  // namespace glintara
