@@ -33,7 +33,7 @@ struct SatRecord {
     double MeanAnomaly = 0;             ///< radians
     double MeanMotion = 0;              ///< revolutions per day
     std::int16_t ElementSetNumber = 0;  ///< columns 65 to 68 of line 1
-    double MeanRadiusA = 0;             ///< semi-major axis, in the `SiteRadius` of the moment of admission
+    double MeanRadiusA = 0;             ///< semi-major axis, in `SiteRadius`; follows changes of the place
     std::int16_t OrbitNumber = 0;       ///< `SatCount` at admission; kept by updates
     double MeanMotionDot = 0;   ///< as it stands in line 1: half the first derivative, revolutions per day squared
     double MeanMotionDDot = 0;  ///< as it stands in line 1: a sixth of the second, revolutions per day cubed

@@ -149,7 +149,8 @@ FlareSearch::Answer FlareSearch::At(double seconds) {
     const bool failed = state.error != Sgp4Error::None;
     if (!(scene.radius > 1) || !std::isfinite(rates_.speed)) {
         const double lasts = (1 - scene.radius) / rates_.speed;
-        return {false, std::isfinite(lasts) && !failed ? lasts : kErrorStep};
+        const double least = failed ? kErrorStep : 0;
+        return {false, std::isfinite(lasts) ? std::max(lasts, least) : kErrorStep};
     }
 
     scene.site = TurnedAboutPole(quest_.site, SiderealFromJD(start_ + seconds / kSecondsPerDay));

@@ -124,13 +124,18 @@ class RecordingClock : public SearchClock {
     CommonData& data_;
 };
 
-/// A surface of a satellite as the engine's calls take it.
+/// A ray to a place within 190 km of the observer comes from a satellite with more than this for
+/// `Glimpse::overHorizon`.
+constexpr double kLowest = 0.97;
+
+/// A surface of a satellite as the engine's calls take it. Flares of a satellite lower than `lowest` are not looked at.
 struct Surface {
     EngineBlock block{};
     std::int32_t source = GLINTCORE_SUN;
     std::int32_t geometry = GLINTCORE_ALONG_TRACK;
     double angle = 0;  // radians
     double tilt = 0;   // radians
+    double lowest = kLowest;
 };
 
 inline Surface SurfaceOf(const SatRecord& satellite, int mirror) {
@@ -172,8 +177,7 @@ inline Glimpse GlimpseAt(Surface& surface, const ObserverSite& site, double jd) 
     glimpse.overHorizon = r[0] * o[0] + r[1] * o[1] + r[2] * o[2];
     std::array<double, 3> centre{};
     std::array<double, 5> result{};
-    constexpr double kLowest = 0.97;  // a ray to a place within 190 km of the observer comes from higher than this
-    if (glimpse.overHorizon > kLowest &&
+    if (glimpse.overHorizon > surface.lowest &&
         Satellite_CalcFlare(jd, surface.source, surface.geometry, r[0], r[1], r[2], w[0], w[1], w[2], surface.angle,
                             surface.tilt, centre.data(), result.data()) != 0) {
         glimpse.distance = std::hypot(centre[0] - o[0], centre[1] - o[1], centre[2] - o[2]) * site.SiteRadius;

@@ -120,6 +120,25 @@ TEST_F(PassesTest, LongPassesOfSurfacesFixedInSpaceAreWhatASweepSees) {
     ExpectAsSwept(passes);
 }
 
+TEST_F(PassesTest, TwoPassesInShortSuccessionAreTwo) {
+    // Far from the observer the centre may leave over the limb of the Earth and come back half a minute later.
+    o.LoadOne("iridium.tle", "IRIDIUM 29 [-]");
+    SurfaceModel& surface = o.app.Data.Satellite(1).Surface;
+    surface.MirrorCount = 1;
+    surface.Mirror(1).Angle = 220.941;
+    surface.Mirror(1).Tilt = 50.8327;
+    quest = {kNight + 15000 * kSecond, 1300 * kSecond, 3000e3, false, false};
+    const std::vector<FlarePass> passes = List();
+    ASSERT_EQ(passes.size(), 2u);
+    Surface asked = Asked(1, 1);
+    asked.lowest = -1;
+    const std::vector<SweptPass> swept =
+        Sweep(asked, o.app.Data.Site, quest.start, quest.days, quest.maxDistance, {1, 1});
+    ASSERT_EQ(swept.size(), 2u);
+    EXPECT_LT(swept[1].begin - swept[0].end, 30 * kSecond);
+    for (std::size_t k = 0; k < 2; ++k) ExpectSame(passes[k], swept[k], "IRIDIUM 29 [-]");
+}
+
 TEST_F(PassesTest, PassesAreCutAtTheEndsOfTheSpan) {
     o.LoadOne("iridium.tle", "IRIDIUM 32 [+]");
     const std::vector<FlarePass> whole = List();

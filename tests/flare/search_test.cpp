@@ -340,6 +340,11 @@ TEST_F(FlareSearchTest, EveryWholeNumberOfHoursGetsItsLastHour) {
         FindFirst();
         EXPECT_EQ(o.events.served, hours + 2) << hours;
     }
+    // What rounding leaves of a whole number counts as one.
+    Ask("4.9999999", "0");
+    o.events.served = 0;
+    FindFirst();
+    EXPECT_EQ(o.events.served, 7);
 }
 
 TEST_F(FlareSearchTest, HoursAfterTheFirstFlareAreNotSearched) {
