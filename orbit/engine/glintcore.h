@@ -1,10 +1,12 @@
 /* glintcore: the engine of Glintara behind a C interface.
  *
- * Orbit propagation (SGP4/SDP4), precession, and the geometry and search of flares. Usable from C, C++ and any language that calls C.
+ * Orbit propagation (SGP4/SDP4), precession, and the geometry and search of flares. Usable from C, C++ and any language
+ * that calls C.
  *
  * Contract. No call allocates, none keeps a pointer that it was given. The library remembers two things between calls:
- * the observer's place and the pair of precession epochs; everything about a satellite is in the caller's `EngineBlock`.
- * Calls are to be made from one thread at a time. No call throws, and none crashes on bad numbers or bad text.
+ * the observer's place and the pair of precession epochs; everything about a satellite is in the caller's
+ * `EngineBlock`. Calls are to be made from one thread at a time. No call throws, and none crashes on bad numbers or bad
+ * text.
  */
 #ifndef GLINTCORE_H
 #define GLINTCORE_H
@@ -24,44 +26,93 @@ extern "C" {
 /* Bytes of an engine block that only the engine reads. */
 #define GLINTCORE_PRIVATE_BYTES 788
 
-/* What the engine knows of one satellite, and where it last was. A plain value: it may be copied, stored and put back. It is packed;
- * its doubles lie at offsets that are no multiples of 8, so take their values, never their addresses. 860 bytes. */
+/* What the engine knows of one satellite, and where it last was. A plain value: it may be copied, stored and put back.
+ * It is packed; its doubles lie at offsets that are no multiples of 8, so take their values, never their addresses. 860
+ * bytes. */
 #pragma pack(push, 1)
 typedef struct EngineBlock {
     uint8_t Private[GLINTCORE_PRIVATE_BYTES]; /* filled by SatelliteInit, updated by Satellite_SGP4 */
     double InertialPosition[3];               /* last position, kilometres; the caller's to write */
     double InertialVelocity[3];               /* last velocity, kilometres per second; the caller's to write */
-    double WorldPosition[3];                  /* last position, Earth-fixed, in units of the site's radius; the caller's to write */
+    double WorldPosition[3]; /* last position, Earth-fixed, in units of the site's radius; the caller's to write */
 } EngineBlock;
 #pragma pack(pop)
+
+/* The camera and the options by which the engine draws. Packed like EngineBlock. Angles in radians; booleans are a
+ * byte, any value but 0 is true. 204 bytes. */
+#pragma pack(push, 1)
+typedef struct GlintViewConfig {
+    double SimTime; /* Julian date (UTC) */
+    double ViewLon; /* place at the centre of the view; on the flat map, what it is shifted by */
+    double ViewRoll;
+    double ViewLat;
+    double PanX; /* shift of the picture to the right and up, Earth radii; on the flat map, radians of it */
+    double PanY;
+    double ScaleX; /* pixels for one Earth radius; on the flat map, for one radian */
+    double ScaleY;
+    double HalfWidth; /* centre of the picture, pixels */
+    double HalfHeight;
+    double FramePanX; /* the pan of the Earth's disc, while PanX and PanY are those of the sky */
+    double FramePanY;
+    double SkyScale; /* radius of the star sphere, Earth radii */
+    double MaxStarMag;
+    double AutoMagLimit;
+    double StarSizeScale;
+    double Unused[6]; /* never read */
+    double SiteLat;
+    double SiteLon;
+    int32_t StarCount; /* visible stars */
+    uint8_t CDrawFrontStars;
+    uint8_t CDrawBackStars;
+    uint8_t CLocalSky;
+    uint8_t CPlaniSphere; /* flat map instead of the globe */
+    uint8_t CFlatSky;
+    uint8_t CReverseSky;
+    uint8_t CSkyOnly;
+    uint8_t CStarNames;
+} GlintViewConfig;
+#pragma pack(pop)
+
+/* Who paints. Positions are pixels, fractions included, x and y in turn, y downwards. Neither call may keep its
+ * pointers. */
+typedef struct GlintDrawTarget {
+    void* self; /* handed back in each call */
+    /* Fills `contours` closed contours as one shape by the odd-even rule with the current brush, without an outline.
+     * `contourEnds` holds for each contour the number of points up to its end, those of the contours before it
+     * included. Null: nothing is filled. */
+    void (*fill)(void* self, const double* xy, const int32_t* contourEnds, int32_t contours);
+    /* Draws an open line through `points` points, at least two, with the current pen. Null: no outlines. */
+    void (*line)(void* self, const double* xy, int32_t points);
+} GlintDrawTarget;
+
+/* Scratch memory for Satellite_DrawEarth, in doubles, that is always enough for polygons of up to `n` vertices. */
+#define GLINTCORE_DRAW_SCRATCH(n) (48 * (n) + 8192)
 
 /* Light sources of flares. */
 #define GLINTCORE_SUN 0
 #define GLINTCORE_MOON 1
 
 /* Geometry codes of flares: how a mirror is carried around the orbit. */
-#define GLINTCORE_TRANSIT (-1)    /* no mirror: the light runs on past the satellite */
-#define GLINTCORE_ALONG_TRACK 0   /* local vertical and horizontal part of the velocity */
-#define GLINTCORE_INERTIAL 1      /* fixed in space: Angle and Tilt count from the axes of the inertial frame */
-#define GLINTCORE_VERTICAL_SUN 4  /* local vertical and horizontal direction of the Sun */
+#define GLINTCORE_TRANSIT (-1)   /* no mirror: the light runs on past the satellite */
+#define GLINTCORE_ALONG_TRACK 0  /* local vertical and horizontal part of the velocity */
+#define GLINTCORE_INERTIAL 1     /* fixed in space: Angle and Tilt count from the axes of the inertial frame */
+#define GLINTCORE_VERTICAL_SUN 4 /* local vertical and horizontal direction of the Sun */
 
-/* Reads an element set into `block` and prepares its propagation. `line1` and `line2` are the two lines, zero-terminated, of
- * any length; columns beyond 69 are not read. `mode` is 'i' (improved); any other value is taken as 'i'. `block` points to an
- * EngineBlock; its private bytes are overwritten, its tail is set to 0.
- * Returns 0, or non-zero when the set cannot be propagated; the block then is one that every call accepts and
- * that gives zeros:
- *   1  a pointer is null
- *   2  line 1 does not begin with "1", or line 2 with "2", or a line ends before its last needed column
+/* Reads an element set into `block` and prepares its propagation. `line1` and `line2` are the two lines,
+ * zero-terminated, of any length; columns beyond 69 are not read. `mode` is 'i' (improved); any other value is taken as
+ * 'i'. `block` points to an EngineBlock; its private bytes are overwritten, its tail is set to 0. Returns 0, or
+ * non-zero when the set cannot be propagated; the block then is one that every call accepts and that gives zeros: 1  a
+ * pointer is null 2  line 1 does not begin with "1", or line 2 with "2", or a line ends before its last needed column
  *   3  a column that must hold a number does not
  *   4  the mean motion is not above 0
  *   5  the eccentricity is not in 0 to below 1
  *   6  the elements lead to numbers that are not finite */
 GLINTCORE_API int32_t SatelliteInit(const char* line1, const char* line2, char mode, void* block);
 
-/* Position (kilometres) and velocity (kilometres per second) at Julian date `jd` (UTC), in the true-equator, mean-equinox
- * frame of the element set. Returns 0, or the error number of the model (1 mean eccentricity out of range, 2 mean motion
- * below 0, 3 perturbed eccentricity out of range, 4 semi-latus rectum below 0, 6 decayed), or -1 for a block that was never
- * filled or a `jd` that is no number. The numbers are finite in every case. */
+/* Position (kilometres) and velocity (kilometres per second) at Julian date `jd` (UTC), in the true-equator,
+ * mean-equinox frame of the element set. Returns 0, or the error number of the model (1 mean eccentricity out of range,
+ * 2 mean motion below 0, 3 perturbed eccentricity out of range, 4 semi-latus rectum below 0, 6 decayed), or -1 for a
+ * block that was never filled or a `jd` that is no number. The numbers are finite in every case. */
 GLINTCORE_API int32_t Satellite_SGP4(void* block, double jd, double* position, double* velocity);
 
 /* Sets the observer's place: Earth-fixed, geocentric, metres; `radius` is its distance from the Earth's centre. */
@@ -70,8 +121,9 @@ GLINTCORE_API void Satellite_SetSiteGeoPosition(double x, double y, double z, do
 /* Sets the pair of epochs, Julian years, for Satellite_PrecessRADEC. */
 GLINTCORE_API void Satellite_SetPrecession(double toEpoch, double fromEpoch);
 
-/* Carries a place (right ascension, declination, radians) from the mean equator and equinox of `fromEpoch` to that of `toEpoch`
- * (IAU 1976; right ascension 0 to 2 pi). `in` and `out` may be the same. `flag` is not used and may be null. */
+/* Carries a place (right ascension, declination, radians) from the mean equator and equinox of `fromEpoch` to that of
+ * `toEpoch` (IAU 1976; right ascension 0 to 2 pi). `in` and `out` may be the same. `flag` is not used and may be null.
+ */
 GLINTCORE_API void Satellite_PrecessRADEC(double* out, const double* in, int32_t* flag);
 
 /* Where the light that a mirror reflects at one instant meets the Earth, a sphere of radius 1.
@@ -82,29 +134,48 @@ GLINTCORE_API void Satellite_PrecessRADEC(double* out, const double* in, int32_t
  *   vx, vy, vz    its velocity on the same axes (only its direction is read, and only by GLINTCORE_ALONG_TRACK)
  *   angle, tilt   of the mirror, radians; not read in transit mode
  *   centre        out, three doubles: where the light falls, on the unit sphere
- *   result        out, five doubles: [1] sine of the Sun's elevation at the centre; [2] scalar product of the incident ray and
- *                 the mirror's normal (its arc cosine is the Sun-mirror angle), 1 in transit mode; [0], [3], [4] are 0
- * Returns non-zero when there is a flare; otherwise 0, and `centre` and `result` are left alone: when the mirror faces away, the
- * satellite is in the Earth's shadow (a cylinder; not asked in transit mode), the ray misses the Earth, or the numbers are
- * not finite. */
-GLINTCORE_API int32_t Satellite_CalcFlare(double jd, int32_t source, int32_t geometry, double x, double y, double z, double vx,
-                                          double vy, double vz, double angle, double tilt, double* centre, double* result);
+ *   result        out, five doubles: [1] sine of the Sun's elevation at the centre; [2] scalar product of the incident
+ * ray and the mirror's normal (its arc cosine is the Sun-mirror angle), 1 in transit mode; [0], [3], [4] are 0 Returns
+ * non-zero when there is a flare; otherwise 0, and `centre` and `result` are left alone: when the mirror faces away,
+ * the satellite is in the Earth's shadow (a cylinder; not asked in transit mode), the ray misses the Earth, or the
+ * numbers are not finite. */
+GLINTCORE_API int32_t Satellite_CalcFlare(double jd, int32_t source, int32_t geometry, double x, double y, double z,
+                                          double vx, double vy, double vz, double angle, double tilt, double* centre,
+                                          double* result);
 
-/* The earliest instant in a window at which the centre of a mirror's flare lies within a distance of the observer's place.
- *   start         Julian date (UTC) of the start of the window
- *   length        its length, days
- *   source        GLINTCORE_SUN or GLINTCORE_MOON
- *   resolution    time resolution asked for, days; the answer is good to 1 millisecond or to this, whichever is finer
- *   siteRadius    unit of length, metres
- *   block         the satellite's EngineBlock; it is not changed
+/* The earliest instant in a window at which the centre of a mirror's flare lies within a distance of the observer's
+ * place. start         Julian date (UTC) of the start of the window length        its length, days source GLINTCORE_SUN
+ * or GLINTCORE_MOON resolution    time resolution asked for, days; the answer is good to 1 millisecond or to this,
+ * whichever is finer siteRadius    unit of length, metres block         the satellite's EngineBlock; it is not changed
  *   geometry, angle, tilt   as for Satellite_CalcFlare
  *   maxDistance   metres, measured straight through the sphere; the centre must come nearer than this
  *   skip          1: a pass that is in progress at any time in the first 0.101 seconds of the window is left out
  *   found         out: Julian date of the instant
  * Returns non-zero when there is one; otherwise 0, and `found` is left alone. */
-GLINTCORE_API int32_t Satellite_FindFlare(double start, double length, int32_t source, double resolution, double siteRadius,
-                                          void* block, int32_t geometry, double angle, double tilt, double maxDistance,
-                                          int8_t skip, double* found);
+GLINTCORE_API int32_t Satellite_FindFlare(double start, double length, int32_t source, double resolution,
+                                          double siteRadius, void* block, int32_t geometry, double angle, double tilt,
+                                          double maxDistance, int8_t skip, double* found);
+
+/* Draws the countries: each polygon filled, then outlined. On the globe what lies behind it is left away, and the
+ * filled area ends at the limb; on the flat map a polygon that crosses the map's edge comes back on the other side.
+ *   target        who paints
+ *   config        the camera: fields ViewLon to HalfHeight, and CPlaniSphere
+ *   n             number of vertices
+ *   lat, lon      n doubles each, degrees: geocentric latitude, longitude
+ *   polygon       n numbers; a run of vertices with one number is a polygon, closed by repeating its first vertex
+ *   bufferCount   in: how many doubles `buffer` has room for; out: how many were used. May be null, as 0
+ *   buffer        scratch memory, aligned for doubles: GLINTCORE_DRAW_SCRATCH of the longest polygon. A polygon that
+ *                 finds too little room there is outlined alone. May be null
+ *
+ * The lines of a polygon are straight in latitude and longitude and run the shorter way round the Earth. Lines between
+ * two vertices at longitude +-180, and between two at the same pole, close an area and are not outlined. A polygon that
+ * goes round a pole covers the pole on whose side of the equator it mostly runs.
+ *
+ * Polygons of less than half a pixel are left out, and so are those with a vertex that is no place: latitude beyond
+ * +-90, longitude beyond +-360, not finite. Nothing is drawn by a config with numbers that no picture can have. */
+GLINTCORE_API void Satellite_DrawEarth(const GlintDrawTarget* target, const GlintViewConfig* config, int32_t n,
+                                       const double* lat, const double* lon, const int32_t* polygon,
+                                       int32_t* bufferCount, void* buffer);
 
 #ifdef __cplusplus
 }

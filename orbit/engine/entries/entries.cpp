@@ -2,19 +2,28 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <cstring>
+#include <span>
 #include <string_view>
+#include <utility>
 
 #include "orbit/astro/constants.h"
 #include "orbit/astro/horizon.h"
 #include "orbit/astro/precession.h"
 #include "orbit/astro/sidereal.h"
 #include "orbit/engine/block.h"
+#include "orbit/engine/draw_earth.h"
 #include "orbit/engine/element_lines.h"
 #include "orbit/engine/flare_evaluation.h"
 #include "orbit/engine/flare_search.h"
 #include "orbit/engine/glintcore.h"
 #include "orbit/engine/sgp4.h"
+
+static_assert(sizeof(GlintViewConfig) == 204);
+static_assert(offsetof(GlintViewConfig, PanX) == 32 && offsetof(GlintViewConfig, HalfHeight) == 72 &&
+              offsetof(GlintViewConfig, StarSizeScale) == 120 && offsetof(GlintViewConfig, SiteLat) == 176 &&
+              offsetof(GlintViewConfig, StarCount) == 192 && offsetof(GlintViewConfig, CPlaniSphere) == 199);
 
 namespace glintara {
 namespace {
@@ -160,6 +169,28 @@ int32_t Satellite_FindFlare(double start, double length, int32_t source, double 
     }
     *found = *instant;
     return 1;
+}
+
+void Satellite_DrawEarth(const GlintDrawTarget* target, const GlintViewConfig* config, int32_t n, const double* lat,
+                         const double* lon, const int32_t* polygon, int32_t* bufferCount, void* buffer) {
+    int32_t capacity = 0;
+    if (bufferCount != nullptr) {
+        std::swap(capacity, *bufferCount);
+    }
+    if (target == nullptr || config == nullptr || n <= 0 || lat == nullptr || lon == nullptr || polygon == nullptr) {
+        return;
+    }
+    const auto view = EarthViewOf(*config);
+    if (!view) {
+        return;
+    }
+    const auto count = static_cast<std::size_t>(n);
+    const bool hasRoom = buffer != nullptr && capacity > 0;
+    const std::span<double> room(static_cast<double*>(buffer), hasRoom ? static_cast<std::size_t>(capacity) : 0);
+    const std::size_t used = DrawEarth(*target, *view, {{lat, count}, {lon, count}, {polygon, count}}, room);
+    if (bufferCount != nullptr) {
+        *bufferCount = static_cast<int32_t>(used);
+    }
 }
 
 }  // extern "C"
