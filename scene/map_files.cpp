@@ -1,0 +1,322 @@
+#include "scene/map_files.h"
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+#include <span>
+#include <utility>
+
+#include "orbit/files.h"
+
+namespace glintara {
+
+namespace {
+
+/// Far more than the largest catalogues take; keeps a wrong file from filling the memory.
+constexpr std::size_t kLargestFile = std::size_t{64} << 20;
+
+constexpr std::size_t kCountBytes = 4;
+constexpr std::size_t kDoubleBytes = 8;
+constexpr std::size_t kLengthBytes = 2;
+constexpr std::size_t kRecordTexts = 3;
+constexpr std::size_t kNameCharacters = 14;
+
+constexpr std::size_t kVertexBytes = 2 * kDoubleBytes + kCountBytes;
+constexpr std::size_t kPairBytes = 2 * kCountBytes;
+
+/// Of records with texts: what they take when all texts are empty.
+constexpr std::size_t kLeastStarBytes = 9 * kDoubleBytes + kRecordTexts * kLengthBytes + sizeof(StarRecord::Tail);
+constexpr std::size_t kLeastCityBytes = kRecordTexts * kLengthBytes + sizeof(CityRecord::Block);
+
+/// Takes values off the front of a file. Beyond its end all values are 0 and `Failed` tells it.
+class ByteReader {
+  public:
+    explicit ByteReader(std::string_view bytes) : bytes_(bytes) {}
+
+    std::int32_t Integer() { return static_cast<std::int32_t>(static_cast<std::uint32_t>(Unsigned(kCountBytes))); }
+
+    double Real() { return std::bit_cast<double>(Unsigned(kDoubleBytes)); }
+
+    std::string Text() { return std::string(Take(static_cast<std::size_t>(Unsigned(kLengthBytes)))); }
+
+    void Bytes(std::span<std::byte> target) {
+        const std::string_view taken = Take(target.size());
+        std::transform(taken.begin(), taken.end(), target.begin(), [](char c) { return static_cast<std::byte>(c); });
+    }
+
+    /// The count at the head of a file, when so many records of at least `recordBytes` can follow.
+    std::optional<std::size_t> Count(std::size_t recordBytes) {
+        const std::int32_t count = Integer();
+        if (Failed() || count < 0) return std::nullopt;
+        const auto records = static_cast<std::size_t>(count);
+        if (records > bytes_.size() / recordBytes) return std::nullopt;
+        return records;
+    }
+
+    bool Failed() const { return failed_; }
+
+  private:
+    std::uint64_t Unsigned(std::size_t width) {
+        std::uint64_t value = 0;
+        const std::string_view taken = Take(width);
+        for (std::size_t i = 0; i < taken.size(); ++i) {
+            value |= static_cast<std::uint64_t>(static_cast<unsigned char>(taken[i])) << (8 * i);
+        }
+        return value;
+    }
+
+    std::string_view Take(std::size_t size) {
+        if (size > bytes_.size()) {
+            failed_ = true;
+            bytes_ = {};
+            return {};
+        }
+        const std::string_view taken = bytes_.substr(0, size);
+        bytes_.remove_prefix(size);
+        return taken;
+    }
+
+    std::string_view bytes_;
+    bool failed_ = false;
+};
+
+class ByteWriter {
+  public:
+    void Integer(std::int32_t value) { Unsigned(static_cast<std::uint32_t>(value), kCountBytes); }
+
+    void Real(double value) { Unsigned(std::bit_cast<std::uint64_t>(value), kDoubleBytes); }
+
+    void Text(std::string_view text) {
+        const std::string_view kept = text.substr(0, std::numeric_limits<std::uint16_t>::max());
+        Unsigned(kept.size(), kLengthBytes);
+        bytes_ += kept;
+    }
+
+    void Bytes(std::span<const std::byte> source) {
+        for (const std::byte byte : source) bytes_ += static_cast<char>(byte);
+    }
+
+    /// Number of the elements of a table that counts from 1.
+    void Count(std::size_t elements) { Integer(static_cast<std::int32_t>(elements) - 1); }
+
+    std::string Take() { return std::move(bytes_); }
+
+  private:
+    void Unsigned(std::uint64_t value, std::size_t width) {
+        for (std::size_t i = 0; i < width; ++i) bytes_ += static_cast<char>((value >> (8 * i)) & 0xFF);
+    }
+
+    std::string bytes_;
+};
+
+/// Degrees of latitude or longitude. A full turn is allowed: a table corrected by hand may reach a little beyond 180.
+bool IsPlace(double degrees) { return std::isfinite(degrees) && std::abs(degrees) <= 360; }
+
+void ReadReals(ByteReader& reader, std::size_t count, std::vector<double>& table) {
+    table.resize(count + 1);
+    for (std::size_t i = 1; i <= count; ++i) table[i] = reader.Real();
+}
+
+void WriteReals(ByteWriter& writer, const std::vector<double>& table) {
+    for (std::size_t i = 1; i < table.size(); ++i) writer.Real(table[i]);
+}
+
+StarRecord ReadStar(ByteReader& reader) {
+    StarRecord star;
+    for (double* field :
+         {&star.Magnitude, &star.Declination, &star.RightAscension, &star.DeclinationJ2000, &star.RightAscensionJ2000,
+          &star.Spare[0], &star.Spare[1], &star.Spare[2], &star.ColorIndex}) {
+        *field = reader.Real();
+    }
+    star.ProperName = reader.Text();
+    star.Designation = reader.Text();
+    star.SpectralType = reader.Text();
+    reader.Bytes(star.Tail);
+    return star;
+}
+
+void WriteStar(ByteWriter& writer, const StarRecord& star) {
+    for (const double field :
+         {star.Magnitude, star.Declination, star.RightAscension, star.DeclinationJ2000, star.RightAscensionJ2000,
+          star.Spare[0], star.Spare[1], star.Spare[2], star.ColorIndex}) {
+        writer.Real(field);
+    }
+    writer.Text(star.ProperName);
+    writer.Text(star.Designation);
+    writer.Text(star.SpectralType);
+    writer.Bytes(star.Tail);
+}
+
+bool IsStar(const StarRecord& star) {
+    const std::array numbers = {star.Magnitude,        star.Declination,         star.RightAscension,
+                                star.DeclinationJ2000, star.RightAscensionJ2000, star.ColorIndex};
+    return std::all_of(numbers.begin(), numbers.end(), [](double number) { return std::isfinite(number); });
+}
+
+CityRecord ReadCity(ByteReader& reader) {
+    CityRecord city;
+    city.CityName = reader.Text();
+    city.CityCountry = reader.Text();
+    city.CityExtra = reader.Text();
+    reader.Bytes(city.Block);
+    return city;
+}
+
+std::string_view PlotName(const StarRecord& star) {
+    for (const std::string* name : {&star.ProperName, &star.Designation}) {
+        if (name->size() > 1) return std::string_view(*name).substr(0, kNameCharacters);
+    }
+    return {};
+}
+
+/// Reads a file into `table`, which stays as it was when the file is none.
+template <typename Table>
+bool Load(const std::filesystem::path& path, std::optional<Table> (*decode)(std::string_view), Table& table) {
+    const std::optional<std::string> bytes = ReadWholeFile(path, kLargestFile);
+    if (!bytes) return false;
+    std::optional<Table> read = decode(*bytes);
+    if (!read) return false;
+    table = std::move(*read);
+    return true;
+}
+
+}  // namespace
+
+std::string EncodeBorders(const BorderTable& table) {
+    ByteWriter writer;
+    writer.Count(table.Lat.size());
+    WriteReals(writer, table.Lat);
+    WriteReals(writer, table.Lon);
+    for (std::size_t i = 1; i < table.Id.size(); ++i) writer.Integer(table.Id[i]);
+    return writer.Take();
+}
+
+std::optional<BorderTable> DecodeBorders(std::string_view bytes) {
+    ByteReader reader(bytes);
+    const std::optional<std::size_t> count = reader.Count(kVertexBytes);
+    if (!count) return std::nullopt;
+    BorderTable table;
+    ReadReals(reader, *count, table.Lat);
+    ReadReals(reader, *count, table.Lon);
+    table.Id.resize(*count + 1);
+    for (std::size_t i = 1; i <= *count; ++i) table.Id[i] = reader.Integer();
+    const bool places = std::all_of(table.Lat.begin(), table.Lat.end(), IsPlace) &&
+                        std::all_of(table.Lon.begin(), table.Lon.end(), IsPlace);
+    if (!places) return std::nullopt;
+    return table;
+}
+
+std::string EncodeStars(const std::vector<StarRecord>& stars) {
+    ByteWriter writer;
+    writer.Count(stars.size());
+    for (std::size_t i = 1; i < stars.size(); ++i) WriteStar(writer, stars[i]);
+    return writer.Take();
+}
+
+std::optional<std::vector<StarRecord>> DecodeStars(std::string_view bytes) {
+    ByteReader reader(bytes);
+    const std::optional<std::size_t> count = reader.Count(kLeastStarBytes);
+    if (!count || *count > kStarCapacity) return std::nullopt;
+    std::vector<StarRecord> stars(*count + 1);
+    for (std::size_t i = 1; i <= *count; ++i) {
+        stars[i] = ReadStar(reader);
+        if (reader.Failed() || !IsStar(stars[i])) return std::nullopt;
+    }
+    return stars;
+}
+
+std::string EncodeConstellations(const std::vector<ConstellationLine>& lines) {
+    ByteWriter writer;
+    writer.Count(lines.size());
+    for (std::size_t i = 1; i < lines.size(); ++i) {
+        writer.Integer(lines[i].Star);
+        writer.Integer(lines[i].Group);
+    }
+    return writer.Take();
+}
+
+std::optional<std::vector<ConstellationLine>> DecodeConstellations(std::string_view bytes) {
+    ByteReader reader(bytes);
+    const std::optional<std::size_t> count = reader.Count(kPairBytes);
+    if (!count) return std::nullopt;
+    std::vector<ConstellationLine> lines(*count + 1);
+    for (std::size_t i = 1; i <= *count; ++i) {
+        lines[i].Star = reader.Integer();
+        lines[i].Group = reader.Integer();
+    }
+    return lines;
+}
+
+std::string EncodeCities(const std::vector<CityRecord>& cities) {
+    ByteWriter writer;
+    writer.Count(cities.size());
+    for (std::size_t i = 1; i < cities.size(); ++i) {
+        writer.Text(cities[i].CityName);
+        writer.Text(cities[i].CityCountry);
+        writer.Text(cities[i].CityExtra);
+        writer.Bytes(cities[i].Block);
+    }
+    return writer.Take();
+}
+
+std::optional<std::vector<CityRecord>> DecodeCities(std::string_view bytes) {
+    ByteReader reader(bytes);
+    const std::optional<std::size_t> count = reader.Count(kLeastCityBytes);
+    if (!count || *count > kCityCapacity) return std::nullopt;
+    std::vector<CityRecord> cities(*count + 1);
+    for (std::size_t i = 1; i <= *count; ++i) {
+        cities[i] = ReadCity(reader);
+        if (reader.Failed()) return std::nullopt;
+    }
+    return cities;
+}
+
+std::vector<StarPlotRecord> MakeStarPlotTable(const std::vector<StarRecord>& stars) {
+    std::vector<StarPlotRecord> table(stars.size());
+    for (std::size_t i = 1; i < stars.size(); ++i) {
+        const std::string_view name = PlotName(stars[i]);
+        std::copy(name.begin(), name.end(), table[i].Name.begin());
+        table[i].Magnitude = stars[i].Magnitude;
+        table[i].Declination = stars[i].Declination;
+        table[i].RightAscension = stars[i].RightAscension;
+        table[i].ColorIndex = stars[i].ColorIndex;
+    }
+    return table;
+}
+
+std::vector<std::string> LoadMapFiles(const std::filesystem::path& folder, MapTables& map, StarTables& stars,
+                                      CityTables& cities) {
+    std::vector<std::string> failed;
+    const auto note = [&failed](bool loaded, const char* file) {
+        if (!loaded) failed.emplace_back(file);
+        return loaded;
+    };
+    note(Load(folder / kFineBorderFile, DecodeBorders, map.Border), kFineBorderFile);
+    note(Load(folder / kReducedBorderFile, DecodeBorders, map.Zip), kReducedBorderFile);
+    if (note(Load(folder / kStarFile, DecodeStars, stars.StarCatalogue), kStarFile)) {
+        stars.StarPlotTable = MakeStarPlotTable(stars.StarCatalogue);
+    }
+    note(Load(folder / kConstellationFile, DecodeConstellations, stars.Constellations), kConstellationFile);
+    note(Load(folder / kCityFile, DecodeCities, cities.Cities), kCityFile);
+    return failed;
+}
+
+std::vector<std::string> SaveMapFiles(const std::filesystem::path& folder, const MapTables& map,
+                                      const StarTables& stars, const CityTables& cities) {
+    std::vector<std::string> failed;
+    const auto save = [&](const char* file, const std::string& bytes) {
+        if (!ReplaceFile(folder / file, bytes)) failed.emplace_back(file);
+    };
+    save(kFineBorderFile, EncodeBorders(map.Border));
+    save(kReducedBorderFile, EncodeBorders(map.Zip));
+    save(kStarFile, EncodeStars(stars.StarCatalogue));
+    save(kConstellationFile, EncodeConstellations(stars.Constellations));
+    save(kCityFile, EncodeCities(cities.Cities));
+    return failed;
+}
+
+}  // namespace glintara
