@@ -7,6 +7,7 @@
 #include "core/state/find_flare_controls.h"
 #include "core/state/main_controls.h"
 #include "core/state/message_boxes.h"
+#include "core/state/run_state.h"
 #include "core/state/window_signals.h"
 
 namespace glintara {
@@ -22,6 +23,7 @@ struct Application {
     CommonData Data;
     MainControls Main;
     FindFlareControls FindFlare;
+    RunState Run;
 
     MessageBoxes& Boxes;
     Events& EventQueue;

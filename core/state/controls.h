@@ -24,6 +24,9 @@ class Clickable {
         if (Enabled && handler_) handler_();
     }
 
+    /// Whether anything happens on a press. A window leaves out what has no handler.
+    bool IsWired() const { return static_cast<bool>(handler_); }
+
     Observed<bool> Enabled{true};
 
   private:
@@ -84,21 +87,48 @@ struct Button : Clickable {
 };
 
 struct Label {
-    explicit Label(std::string_view caption = "") : Caption(std::string(caption)) {}
+    explicit Label(std::string_view caption = "", std::string_view toolTip = "")
+        : Caption(std::string(caption)), ToolTip(std::string(toolTip)) {}
 
     Observed<std::string> Caption;
+    Observed<std::string> ToolTip;
+    Observed<bool> Visible{true};
 
-    void Watch(const std::function<void()>& watcher) { Caption.SetWatcher(watcher); }
+    void Watch(const std::function<void()>& watcher) {
+        Caption.SetWatcher(watcher);
+        ToolTip.SetWatcher(watcher);
+        Visible.SetWatcher(watcher);
+    }
+};
+
+/// A frame round a group of controls. A press on its ground is told to the click handler.
+struct Frame : Clickable {
+    explicit Frame(std::string_view caption = "", std::string_view toolTip = "")
+        : Caption(std::string(caption)), ToolTip(std::string(toolTip)) {}
+
+    Observed<std::string> Caption;
+    Observed<std::string> ToolTip;
+    Observed<bool> Visible{true};
+
+    void Watch(const std::function<void()>& watcher) {
+        Enabled.SetWatcher(watcher);
+        Caption.SetWatcher(watcher);
+        ToolTip.SetWatcher(watcher);
+        Visible.SetWatcher(watcher);
+    }
 };
 
 struct TextBox {
-    explicit TextBox(std::string_view text = "") : Text(std::string(text)) {}
+    explicit TextBox(std::string_view text = "", std::string_view toolTip = "")
+        : Text(std::string(text)), ToolTip(std::string(toolTip)) {}
 
     Observed<std::string> Text;
+    Observed<std::string> ToolTip;
     Observed<bool> Enabled{true};
 
     void Watch(const std::function<void()>& watcher) {
         Text.SetWatcher(watcher);
+        ToolTip.SetWatcher(watcher);
         Enabled.SetWatcher(watcher);
     }
 };
@@ -110,8 +140,9 @@ struct ProgressBar {
     void Watch(const std::function<void()>& watcher) { Value.SetWatcher(watcher); }
 };
 
-/// A timer fires every `Interval` milliseconds while enabled. Whoever owns the clock watches it and calls `Fire`; a
-/// test does that by hand.
+/// A timer fires every `Interval` milliseconds while it is armed. Whoever owns the clock watches it: at each change the
+/// wait begins anew, a timer that is armed no more is forgotten, and no timer fires inside its own handler. A test does
+/// that by hand.
 class Timer {
   public:
     explicit Timer(int intervalMs = 0, bool enabled = false) : Interval(intervalMs), Enabled(enabled) {}
@@ -119,9 +150,21 @@ class Timer {
     /// Installs the one handler of its ticks.
     void SetTickHandler(std::function<void()> handler) { handler_ = std::move(handler); }
 
-    /// One tick. Nothing happens while the timer is disabled: a tick may already be on its way when it is stopped.
+    /// Whether it fires at all. An interval of 0, or a negative one, means never.
+    bool Armed() const { return Enabled && Interval > 0; }
+
+    /// One tick. Nothing happens while the timer is not armed: a tick may already be on its way when it is stopped.
     void Fire() const {
-        if (Enabled && handler_) handler_();
+        if (Armed() && handler_) handler_();
+    }
+
+    void Stop() { Enabled = false; }
+
+    /// Waits a whole interval of `intervalMs` from now on, whatever it has waited already.
+    void Restart(int intervalMs) {
+        Enabled = false;
+        Interval = intervalMs;
+        Enabled = true;
     }
 
     void Watch(const std::function<void()>& watcher) {

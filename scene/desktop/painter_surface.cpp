@@ -1,0 +1,232 @@
+#include "scene/desktop/painter_surface.h"
+
+#include <algorithm>
+
+namespace glintara::desktop {
+
+namespace {
+
+/// Twips in a pixel of the layout: 1440 an inch, 96 pixels an inch.
+constexpr double kTwips = 15;
+constexpr double kPixelsPerPoint = 96.0 / 72.0;
+
+QString TextOf(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
+
+/// The face that stands in for one of another system.
+QString FamilyOf(const std::string& name) {
+    if (name == "Palatino Linotype") {
+        return "TeX Gyre Pagella";
+    }
+    if (name.empty() || name == "Courier New") {
+        return "Liberation Mono";
+    }
+    return QString::fromStdString(name);
+}
+
+}  // namespace
+
+QColor QtColor(Color color) { return {RedOf(color), GreenOf(color), BlueOf(color)}; }
+
+void PainterSurface::TakeScale(const QImage& image) {
+    ratio_ = image.devicePixelRatio();
+    TwipsPerPixelX = TwipsPerPixelY = kTwips / ratio_;
+    ScaleWidth = image.width() * TwipsPerPixelX;
+    ScaleHeight = image.height() * TwipsPerPixelY;
+}
+
+void PainterSurface::Begin(QImage& image) {
+    End();
+    image_ = &image;
+    TakeScale(image);
+    painter_.begin(&image);
+    painter_.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
+}
+
+void PainterSurface::End() {
+    if (painter_.isActive()) {
+        painter_.end();
+    }
+    image_ = nullptr;
+}
+
+void PainterSurface::SetMode() {
+    painter_.setCompositionMode(DrawMode == MixMode::Mask ? QPainter::CompositionMode_Multiply
+                                                          : QPainter::CompositionMode_SourceOver);
+}
+
+void PainterSurface::SetPen() {
+    SetMode();
+    if (DrawStyle == PenPattern::None) {
+        painter_.setPen(Qt::NoPen);
+        return;
+    }
+    QPen pen(QtColor(ForeColor), DrawWidth);
+    pen.setCapStyle(Qt::FlatCap);
+    pen.setJoinStyle(Qt::RoundJoin);
+    if (DrawStyle == PenPattern::Dotted) {
+        static const QList<qreal> dots{1, 3};
+        pen.setDashPattern(dots);
+    }
+    painter_.setPen(pen);
+}
+
+void PainterSurface::SetBrush() {
+    painter_.setBrush(FillStyle == FillPattern::Solid ? QBrush(QtColor(FillColor)) : QBrush(Qt::NoBrush));
+}
+
+void PainterSurface::Cls() {
+    if (image_ != nullptr) {
+        image_->fill(QtColor(BackColor));
+    }
+    CurrentX = 0;
+    CurrentY = 0;
+}
+
+void PainterSurface::Line(double x1, double y1, double x2, double y2) {
+    SetPen();
+    painter_.drawLine(QLineF(x1 / kTwips, y1 / kTwips, x2 / kTwips, y2 / kTwips));
+}
+
+void PainterSurface::Circle(double x, double y, double radius) {
+    SetPen();
+    SetBrush();
+    painter_.drawEllipse(QPointF(x / kTwips, y / kTwips), radius / kTwips, radius / kTwips);
+}
+
+void PainterSurface::PSet(double x, double y) {
+    SetMode();
+    painter_.setPen(Qt::NoPen);
+    painter_.setBrush(QtColor(ForeColor));
+    painter_.drawEllipse(QPointF(x / kTwips, y / kTwips), DrawWidth / 2, DrawWidth / 2);
+}
+
+const PainterSurface::Face& PainterSurface::CurrentFace() const {
+    const bool same = face_ && face_->name == FontName && face_->size == FontSize && face_->bold == FontBold &&
+                      face_->italic == FontItalic;
+    if (!same) {
+        QFont font(FamilyOf(FontName));
+        font.setPixelSize(std::max(1, static_cast<int>(FontSize * kPixelsPerPoint + 0.5)));
+        font.setBold(FontBold);
+        font.setItalic(FontItalic);
+        face_ = Face{FontName, FontSize, FontBold, FontItalic, font, QFontMetricsF(font)};
+    }
+    return *face_;
+}
+
+void PainterSurface::Print(std::string_view text) {
+    if (text.empty()) {
+        return;
+    }
+    const Face& face = CurrentFace();
+    SetMode();
+    painter_.setFont(face.font);
+    painter_.setPen(QtColor(ForeColor));
+    painter_.drawText(QPointF(CurrentX / kTwips, CurrentY / kTwips + face.metrics.ascent()), TextOf(text));
+    CurrentX += TextWidth(text);
+}
+
+double PainterSurface::TextWidth(std::string_view text) const {
+    return CurrentFace().metrics.horizontalAdvance(TextOf(text)) * kTwips;
+}
+
+double PainterSurface::TextHeight(std::string_view /*text*/) const { return CurrentFace().metrics.height() * kTwips; }
+
+void PainterSurface::Polygon(std::span<const PixelVertex> vertices) {
+    points_.clear();
+    for (const PixelVertex& vertex : vertices) {
+        points_.push_back(FromPixels(vertex.x, vertex.y));
+    }
+    SetPen();
+    SetBrush();
+    painter_.drawPolygon(points_.data(), static_cast<int>(points_.size()), Qt::OddEvenFill);
+}
+
+void PainterSurface::PolyPolygon(std::span<const double> xy, std::span<const std::int32_t> contourEnds) {
+    if (FillStyle != FillPattern::Solid) {
+        return;
+    }
+    path_.clear();
+    path_.setFillRule(Qt::OddEvenFill);
+    std::size_t vertex = 0;
+    for (const std::int32_t end : contourEnds) {
+        const std::size_t first = vertex;
+        for (; vertex < static_cast<std::size_t>(end) && 2 * vertex + 1 < xy.size(); ++vertex) {
+            const QPointF point = FromPixels(xy[2 * vertex], xy[2 * vertex + 1]);
+            if (vertex == first) {
+                path_.moveTo(point);
+            } else {
+                path_.lineTo(point);
+            }
+        }
+        path_.closeSubpath();
+    }
+    SetMode();
+    painter_.fillPath(path_, QtColor(FillColor));
+}
+
+void PainterSurface::Polyline(std::span<const double> xy) {
+    points_.clear();
+    for (std::size_t i = 0; i + 1 < xy.size(); i += 2) {
+        points_.push_back(FromPixels(xy[i], xy[i + 1]));
+    }
+    SetPen();
+    painter_.drawPolyline(points_.data(), static_cast<int>(points_.size()));
+}
+
+void PainterSurface::ExtFloodFill(std::int32_t x, std::int32_t y, Color color, FloodFillMode /*mode*/) {
+    if (image_ == nullptr || !image_->rect().contains(x, y)) {
+        return;
+    }
+    const QRgb from = QtColor(color).rgb();
+    const QRgb to = QtColor(FillColor).rgb();
+    const int width = image_->width();
+    const auto row = [&](int line) { return reinterpret_cast<QRgb*>(image_->scanLine(line)); };
+    if (from == to || row(y)[x] != from) {
+        return;
+    }
+    floodStack_.clear();
+    floodStack_.emplace_back(x, y);
+    while (!floodStack_.empty()) {
+        const auto [seedX, line] = floodStack_.back();
+        floodStack_.pop_back();
+        QRgb* const pixels = row(line);
+        if (pixels[seedX] != from) {
+            continue;
+        }
+        int left = seedX;
+        while (left > 0 && pixels[left - 1] == from) {
+            --left;
+        }
+        int right = left;
+        for (; right < width && pixels[right] == from; ++right) {
+            pixels[right] = to;
+        }
+        for (const int next : {line - 1, line + 1}) {
+            if (next < 0 || next >= image_->height()) {
+                continue;
+            }
+            const QRgb* const neighbours = row(next);
+            for (int column = left; column < right; ++column) {
+                const bool begins = neighbours[column] == from && (column == left || neighbours[column - 1] != from);
+                if (begins) {
+                    floodStack_.emplace_back(column, next);
+                }
+            }
+        }
+    }
+}
+
+void PainterSurface::AlphaBlend(const PixelRectangle& target, const DrawSurface& source, const PixelRectangle& part,
+                                std::uint8_t weight) {
+    const auto* const other = dynamic_cast<const PainterSurface*>(&source);
+    if (other == nullptr || other->image_ == nullptr) {
+        return;
+    }
+    SetMode();
+    painter_.setOpacity(weight / 255.0);
+    const QRectF on(FromPixels(target.left, target.top), QSizeF(target.width, target.height) / ratio_);
+    painter_.drawImage(on, *other->image_, QRectF(part.left, part.top, part.width, part.height));
+    painter_.setOpacity(1);
+}
+
+}  // namespace glintara::desktop

@@ -1,0 +1,91 @@
+#include "scene/name_board.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "scene/overlays.h"
+
+namespace glintara {
+namespace {
+
+constexpr std::size_t kTextRoom = 64;
+
+/// How much of a name's height stands over the height of its mark.
+constexpr double kRise = 0.7;
+
+/// Characters of UTF-8 text.
+std::size_t CharacterCount(std::string_view text) {
+    constexpr unsigned kMarkerBits = 0xC0;
+    constexpr unsigned kContinuation = 0x80;
+    return static_cast<std::size_t>(std::ranges::count_if(
+        text, [](char c) { return (static_cast<unsigned char>(c) & kMarkerBits) != kContinuation; }));
+}
+
+bool ComesFirst(const NameWish& a, const NameWish& b) {
+    if (a.working != b.working) return a.working;
+    if (a.range != b.range) return a.range < b.range;
+    return a.order < b.order;
+}
+
+}  // namespace
+
+NameBoard::NameBoard(std::size_t capacity) {
+    wishes_.reserve(capacity);
+    places_.reserve(kMostNames);
+    text_.reserve(kTextRoom);
+}
+
+void NameBoard::Add(const NameWish& wish) {
+    if (wish.name.empty() || wishes_.size() == wishes_.capacity()) return;
+    if (!std::isfinite(wish.x) || !std::isfinite(wish.y) || std::isnan(wish.range)) return;
+    wishes_.push_back(wish);
+    wishes_.back().order = wishes_.size();
+}
+
+bool NameBoard::TakePlace(const Place& place, double height) {
+    const int row = static_cast<int>(place.top / height) + 1;
+    for (int r = row - 1; r <= row + 1; ++r) {
+        for (int i = rows_[static_cast<std::size_t>(r)]; i >= 0; i = places_[static_cast<std::size_t>(i)].next) {
+            const Place& other = places_[static_cast<std::size_t>(i)];
+            const bool apart =
+                place.left >= other.right || place.right <= other.left || std::fabs(place.top - other.top) >= height;
+            if (!apart) return false;
+        }
+    }
+    int& head = rows_[static_cast<std::size_t>(row)];
+    places_.push_back(place);
+    places_.back().next = head;
+    head = static_cast<int>(places_.size()) - 1;
+    return true;
+}
+
+void NameBoard::Draw(const SceneContext& scene) {
+    if (wishes_.empty()) return;
+    DrawSurface& surface = scene.Surface;
+    UseTextFont(surface, scene.App.Main.CThinLines.Value ? kThinNameSize : kNameSize);
+    // All characters of the text font have one width, so a name need not be measured.
+    const double character = surface.TextWidth(" ");
+    const double height = surface.TextHeight(" ");
+    if (!(character > 0) || !(height > 0) || !(surface.ScaleHeight > 0)) return;
+    std::ranges::sort(wishes_, ComesFirst);
+    places_.clear();
+    rows_.assign(static_cast<std::size_t>(surface.ScaleHeight / height) + 4, -1);
+    for (const NameWish& wish : wishes_) {
+        if (places_.size() == kMostNames) break;
+        Place place;
+        place.left = wish.x;
+        place.right = wish.x + character * static_cast<double>(CharacterCount(wish.name) + 1);
+        place.top = wish.y - kRise * height;
+        const bool inside = place.right > 0 && place.left < surface.ScaleWidth && place.top + height > 0 &&
+                            place.top < surface.ScaleHeight;
+        if (!inside || !TakePlace(place, height)) continue;
+        text_.assign(1, ' ');
+        text_ += wish.name;
+        surface.ForeColor = wish.working ? kWorkingNameColor : kQuietNameColor;
+        surface.CurrentX = place.left;
+        surface.CurrentY = place.top;
+        surface.Print(text_);
+    }
+}
+
+}  // namespace glintara

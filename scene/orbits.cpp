@@ -1,0 +1,143 @@
+#include "scene/orbits.h"
+
+#include <cmath>
+#include <optional>
+
+#include "flare/geometry/reflection.h"
+#include "orbit/astro/constants.h"
+#include "orbit/astro/kepler.h"
+#include "orbit/astro/trigonometry.h"
+#include "orbit/element_sets.h"
+#include "orbit/propagation.h"
+#include "scene/marks.h"
+#include "scene/plot_segment.h"
+
+namespace glintara {
+namespace {
+
+constexpr double kKeplerTolerance = 1e-6;
+constexpr double kSixthsOfATurn = 6;
+
+/// A number of steps that rounding has left just below a whole one is that whole one.
+constexpr double kStepRounding = 1e-9;
+
+struct ShownChains {
+    bool inSpace = false;
+    bool inSpaceOverTime = false;
+    bool onGround = false;
+    bool onGroundOverTime = false;
+    bool onSky = false;
+
+    bool Any() const { return inSpace || inSpaceOverTime || onGround || onGroundOverTime || onSky; }
+    bool AnyOverTime() const { return inSpaceOverTime || onGroundOverTime; }
+};
+
+ShownChains ShownChainsOf(const MainControls& main) {
+    ShownChains shown;
+    if (main.CSatOnly.Value) return shown;
+    if (!main.CSkyOnly.Value) {
+        shown.inSpace = main.CPlotOrbit.Value;
+        shown.inSpaceOverTime = main.CPlotOrbit.Value && main.CPlotOrbitOverTime.Value;
+        shown.onGround = main.CProjectOrbit.Value;
+        shown.onGroundOverTime = main.CProjectOrbit.Value && main.CProjectOverTime.Value;
+    }
+    shown.onSky = main.CProjectOrbitOnSky.Value && main.CDrawSky.Value;
+    return shown;
+}
+
+/// One point of all chains.
+struct ChainPoint {
+    Vector3 atInstant;  // world position, the Earth as at the displayed instant
+    Vector3 asFlown;    // the Earth as at the point's own time
+    LatLonRadius inSky;
+    bool skyShown = false;
+};
+
+ChainPoint PointOf(const SceneContext& scene, const ShownChains& shown, const WorldMotion& motion, double jd) {
+    const CommonData& data = scene.App.Data;
+    ChainPoint point;
+    point.atInstant = motion.position;
+    if (shown.AnyOverTime()) point.asFlown = OnAxesOfInstant(data, motion, jd).position;
+    if (shown.onSky) {
+        point.inSky = SatXYZToSkyLatLon(data.Site, motion.position);
+        point.inSky.radius = scene.View().SkyScale;
+        point.skyShown = IsSkyShown(scene, point.inSky, WorldToHorizon(data.Site, motion.position).altitude);
+    }
+    return point;
+}
+
+void DrawStep(const SceneContext& scene, const ShownChains& shown, const ChainPoint& from, const ChainPoint& to) {
+    if (shown.inSpace) PlotSegment(scene, from.atInstant, to.atInstant);
+    if (shown.inSpaceOverTime) PlotSegment(scene, from.asFlown, to.asFlown);
+    if (shown.onGround) PlotSegment(scene, Normalized(from.atInstant), Normalized(to.atInstant));
+    if (shown.onGroundOverTime) PlotSegment(scene, Normalized(from.asFlown), Normalized(to.asFlown));
+    if (shown.onSky && from.skyShown && to.skyShown) {
+        PushSkyPan(scene);
+        PlotSkySegment(scene, from.inSky, to.inSky);
+        PopSkyPan(scene);
+    }
+}
+
+}  // namespace
+
+Color LightColor(const Application& app, const Vector3& position) {
+    const bool dark = app.Main.CSunLight.Value && InShadow(position, app.Data.SunDir);
+    return dark ? kShadowedColor : kSunlitColor;
+}
+
+OrbitSteps::OrbitSteps(const SatRecord& satellite, double jd, int stepsPerTurn)
+    : isOrbit_(satellite.MeanMotion > 0 && satellite.Eccentricity >= 0 && satellite.Eccentricity < 1),
+      eccentricity_(satellite.Eccentricity),
+      step_(kTwoPi / stepsPerTurn) {
+    if (!isOrbit_) return;
+    period_ = 1 / satellite.MeanMotion;
+    const double turnsSinceEpoch = satellite.MeanMotion * (jd - EpochToJD(satellite));
+    const double mean = kTwoPi * (turnsSinceEpoch - std::floor(turnsSinceEpoch)) + satellite.MeanAnomaly;
+    start_ = OrbitPolarAt(1, eccentricity_, mean, kKeplerTolerance).trueAnomaly;
+    startMean_ = MeanFromTrue(start_, eccentricity_) / kTwoPi;
+    lastMean_ = startMean_;
+}
+
+double OrbitSteps::Next() {
+    const double mean = MeanFromTrue(start_ + next_ * step_, eccentricity_) / kTwoPi;
+    ++next_;
+    if (mean < lastMean_) ++turns_;
+    lastMean_ = mean;
+    return (mean - startMean_ + turns_) * period_;
+}
+
+bool AreOrbitsShown(const MainControls& main) { return ShownChainsOf(main).Any(); }
+
+void DrawOrbits(const SceneContext& scene, const SatRecord& satellite) {
+    const Application& app = scene.App;
+    const ShownChains shown = ShownChainsOf(app.Main);
+    if (!shown.Any()) return;
+    const double now = app.Data.SimTime;
+    const int stepsPerTurn = app.Run.FinePass ? kOrbitStepsFine : kOrbitSteps;
+    OrbitSteps steps(satellite, now, stepsPerTurn);
+    if (!steps.IsOrbit()) return;
+
+    DrawSurface& surface = scene.Surface;
+    surface.DrawWidth = app.Main.CThinLines.Value ? kThinOrbitWidth : kOrbitWidth;
+    surface.DrawStyle = PenPattern::Solid;
+    surface.DrawMode = MixMode::Copy;
+
+    EngineBlock block = satellite.EngineBlock;
+    const double wanted = scene.View().OrbitTurns / kSixthsOfATurn * stepsPerTurn;
+    const int count = static_cast<int>(std::floor(wanted + kStepRounding));
+    std::optional<ChainPoint> last;
+    for (int i = 0; i <= count; ++i) {
+        const double jd = now + steps.Next();
+        const WorldMotion motion = PropagateSatellite(app.Data, EarthRotation::Displayed, block, jd);
+        if (motion.result != 0 || !IsFinite(motion.position)) {
+            last.reset();
+            continue;
+        }
+        const ChainPoint point = PointOf(scene, shown, motion, jd);
+        surface.ForeColor = LightColor(app, motion.position);
+        if (last) DrawStep(scene, shown, *last, point);
+        last = point;
+    }
+}
+
+}  // namespace glintara

@@ -1,0 +1,66 @@
+#pragma once
+
+// Orbits: in space, over the ground, on the observer's sky, as they lie at the displayed instant or as they are flown
+// over the turning Earth.
+
+#include <array>
+
+#include "core/state/application.h"
+#include "scene/view_geometry.h"
+
+namespace glintara {
+
+/// Colours of satellites and their orbits in sunlight and, with `CSunLight`, in the Earth's shadow.
+inline constexpr Color kSunlitColor = 0x20C0E0;
+inline constexpr Color kShadowedColor = 0x204060;
+
+/// The colour at a world position at the displayed instant.
+Color LightColor(const Application& app, const Vector3& position);
+
+/// Steps in which one revolution is drawn, and while the fine picture is made.
+inline constexpr int kOrbitSteps = 200;
+inline constexpr int kOrbitStepsFine = 1000;
+
+/// Width of the chains, and with `CThinLines`.
+inline constexpr double kOrbitWidth = 2;
+inline constexpr double kThinOrbitWidth = 1;
+
+/// When a satellite passes equal steps of its true anomaly, from the displayed instant on. Kepler's ellipse tells the
+/// instants only; the places are the engine's.
+class OrbitSteps {
+  public:
+    /// For the elements of `satellite`; `jd` is the displayed instant.
+    OrbitSteps(const SatRecord& satellite, double jd, int stepsPerTurn);
+
+    /// Whether there is an orbit: a mean motion above 0 and an eccentricity from 0 to below 1.
+    bool IsOrbit() const { return isOrbit_; }
+
+    /// Days from the displayed instant to the next step; 0 at the first call.
+    double Next();
+
+  private:
+    bool isOrbit_ = false;
+    double eccentricity_ = 0;
+    double period_ = 0;  // days
+    double start_ = 0;   // true anomaly, radians
+    double step_ = 0;
+    int next_ = 0;
+    double startMean_ = 0;  // revolutions
+    double lastMean_ = 0;
+    int turns_ = 0;
+};
+
+/// Draws the chains of one satellite that the options ask for, over `OrbitTurns` sixths of a revolution:
+///   `CPlotOrbit`            the orbit at its height, at the displayed instant
+///   `CPlotOrbitOverTime`    with it, the same as flown: the Earth turns by the time that passes
+///   `CProjectOrbit`         on the ground, at the displayed instant
+///   `CProjectOverTime`      with it, the ground track as flown
+///   `CProjectOrbitOnSky`    on the star sphere, as the observer sees it, at the displayed instant; needs `CDrawSky`
+/// With `CSkyOnly` only the last. The record and its engine block stay as they are. A chain breaks where the engine has
+/// no place.
+void DrawOrbits(const SceneContext& scene, const SatRecord& satellite);
+
+/// Whether the options ask for any chain.
+bool AreOrbitsShown(const MainControls& main);
+
+}  // namespace glintara

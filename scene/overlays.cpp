@@ -1,0 +1,131 @@
+#include "scene/overlays.h"
+
+#include <string>
+
+namespace glintara {
+namespace {
+
+constexpr std::string_view kTitle = "Glintara";
+constexpr std::string_view kJoint = "- ";
+constexpr std::string_view kAuthor = "By Ostelvane ";
+constexpr std::string_view kVersion = "v.1.5.2";
+constexpr std::string_view kReleaseDate = "3 January 2010";
+constexpr std::string_view kPlottingNotice = "Finely Plotting - Please Wait ";
+
+constexpr Color kTitleColor = 0xF0F0F0;
+constexpr Color kQuietColor = 0x9E948B;
+constexpr Color kOverlayColor = 0xD9D1C9;
+constexpr Color kPlottingColor = 0x5050C0;
+
+constexpr double kTitleSize = 18;
+constexpr double kAuthorSize = 11;
+constexpr double kSplashSize = 44;
+constexpr double kSplashLineSize = 14;
+constexpr double kOverlaySize = 11;
+constexpr double kPlottingSize = 12;
+
+/// A box is wide when the title in one line takes no more than this part of it.
+constexpr double kTitleShare = 0.5;
+
+/// Heights of a line from the lower edge to the upper edge of the words there.
+constexpr double kOverlayRise = 1.5;
+constexpr double kPlottingRise = 2.5;
+
+void UseTitleFont(DrawSurface& surface, double size, bool bold) {
+    surface.FontName = kTitleFont;
+    surface.FontSize = size;
+    surface.FontBold = bold;
+    surface.FontItalic = true;
+}
+
+void PrintAt(DrawSurface& surface, double x, double y, std::string_view text) {
+    surface.CurrentX = x;
+    surface.CurrentY = y;
+    surface.Print(text);
+}
+
+/// Prints centred, and moves `y` below the line.
+void PrintCentered(DrawSurface& surface, double& y, std::string_view text) {
+    PrintAt(surface, (surface.ScaleWidth - surface.TextWidth(text)) / 2, y, text);
+    y += surface.TextHeight(text);
+}
+
+void BeginWords(DrawSurface& surface, Color color) {
+    surface.DrawMode = MixMode::Copy;
+    surface.ForeColor = color;
+}
+
+}  // namespace
+
+void UseTextFont(DrawSurface& surface, double size) {
+    surface.FontName = kTextFont;
+    surface.FontSize = size;
+    surface.FontBold = false;
+    surface.FontItalic = false;
+}
+
+void DrawTitleBlock(const SceneContext& scene) {
+    DrawSurface& surface = scene.Surface;
+    BeginWords(surface, kTitleColor);
+    UseTitleFont(surface, kTitleSize, true);
+    const double margin = surface.TextWidth("x") * 2;
+    const double titleWidth = surface.TextWidth(kTitle) + surface.TextWidth(" ");
+    const double titleHeight = surface.TextHeight(kTitle);
+    PrintAt(surface, margin, margin / 2, kTitle);
+    surface.Print(" ");
+
+    UseTitleFont(surface, kAuthorSize, false);
+    surface.ForeColor = kQuietColor;
+    const double authorWidth = surface.TextWidth(kJoint) + surface.TextWidth(kAuthor);
+    if (margin + titleWidth + authorWidth <= kTitleShare * surface.ScaleWidth) {
+        // Both stand on one baseline, which lies about four fifths down a line.
+        constexpr double kBaseline = 0.8;
+        surface.CurrentY += kBaseline * (titleHeight - surface.TextHeight(kAuthor));
+        surface.Print(kJoint);
+    } else {
+        surface.CurrentX = margin;
+        surface.CurrentY = margin / 2 + titleHeight;
+    }
+    surface.Print(kAuthor);
+    UseTextFont(surface, kAuthorSize);
+}
+
+void DrawSplash(const SceneContext& scene) {
+    const Splash splash = scene.App.Run.SplashShown;
+    if (splash == Splash::None) return;
+    DrawSurface& surface = scene.Surface;
+    BeginWords(surface, kTitleColor);
+    UseTitleFont(surface, kSplashSize, true);
+    double y = surface.ScaleHeight / 2 - surface.TextHeight(kTitle);
+    PrintCentered(surface, y, kTitle);
+    UseTextFont(surface, kSplashLineSize);
+    PrintCentered(surface, y, kVersion);
+    if (splash == Splash::Final) PrintCentered(surface, y, kReleaseDate);
+}
+
+void DrawLabelOverlay(const SceneContext& scene) {
+    const RunState& run = scene.App.Run;
+    if (!run.FullScreen && !run.PanelsHidden) return;
+    DrawSurface& surface = scene.Surface;
+    BeginWords(surface, kOverlayColor);
+    UseTextFont(surface, kOverlaySize);
+    const std::string& date = scene.App.Main.LDateTime.Caption.Get();
+    const std::string& said = scene.App.Main.LCommandOutput.Caption.Get();
+    const double margin = surface.TextWidth("x");
+    const double lineHeight = surface.TextHeight(date);
+    const double dateX = surface.ScaleWidth - surface.TextWidth(date);
+    const double y = surface.ScaleHeight - kOverlayRise * lineHeight;
+    PrintAt(surface, dateX, y, date);
+    const bool besideDate = margin + surface.TextWidth(said) + margin <= dateX;
+    PrintAt(surface, margin, besideDate ? y : y - lineHeight, said);
+}
+
+void ShowPlottingNotice(const SceneContext& scene) {
+    DrawSurface& surface = scene.Surface;
+    BeginWords(surface, kPlottingColor);
+    UseTextFont(surface, kPlottingSize);
+    PrintAt(surface, surface.ScaleWidth - surface.TextWidth(kPlottingNotice),
+            surface.ScaleHeight - kPlottingRise * surface.TextHeight("X"), kPlottingNotice);
+}
+
+}  // namespace glintara

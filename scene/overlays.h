@@ -1,0 +1,33 @@
+#pragma once
+
+// Words over the picture. Each function writes with the font and colours that it needs; the font is the regular
+// `kTextFont` afterwards.
+
+#include <string_view>
+
+#include "scene/view_geometry.h"
+
+namespace glintara {
+
+/// The face of all words but the title. The surface stands another in for it that the system has.
+inline constexpr std::string_view kTextFont = "Courier New";
+
+inline constexpr std::string_view kTitleFont = "Palatino Linotype";
+
+/// Puts the regular text font in force.
+void UseTextFont(DrawSurface& surface, double size);
+
+/// The program's title in the upper left corner: on one line when the box is wide enough, on two otherwise.
+void DrawTitleBlock(const SceneContext& scene);
+
+/// The splash of the opening, in the middle of the picture: as much as `Run.SplashShown` tells, nothing after it.
+void DrawSplash(const SceneContext& scene);
+
+/// What the panels would tell, while they are hidden (`FullScreen`, `PanelsHidden`): date and time in the lower right
+/// corner, and at the left what the last command did.
+void DrawLabelOverlay(const SceneContext& scene);
+
+/// The words that a fine picture is being made, in the lower right corner of the picture on show.
+void ShowPlottingNotice(const SceneContext& scene);
+
+}  // namespace glintara

@@ -1,0 +1,32 @@
+#include "scene/picture_measures.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "orbit/astro/constants.h"
+
+namespace glintara {
+namespace {
+
+/// How far a chord may stand off its arc, pixels.
+constexpr double kChordError = 0.1;
+
+}  // namespace
+
+double ScreenPixelsPerUnit(const SceneContext& scene) {
+    return GetWindowScale(scene.View(), scene.Surface).scaleX / kTwipsPerScreenPixel;
+}
+
+double FineStep(const SceneContext& scene, double coarse) {
+    // The height of an arc of angle a over its chord is a^2 / 8 radii.
+    const double fine = std::sqrt(8 * kChordError / ScreenPixelsPerUnit(scene));
+    return std::clamp(fine, kLeastStep, coarse);
+}
+
+MapFrame FlatMapFrame(const ViewState& view) {
+    // The camera's latitude may have been turned by whole turns.
+    const double equator = FlatMapPosition(view, {0, 0}).y;
+    return {-kPi, kPi, equator - kPi / 2, equator, equator + kPi / 2};
+}
+
+}  // namespace glintara

@@ -1,0 +1,39 @@
+#pragma once
+
+// The satellites of a picture: orbits, live flares, marks on the Earth and on the sky, names.
+
+#include "core/state/application.h"
+#include "flare/live_flares.h"
+#include "scene/name_board.h"
+#include "scene/view_geometry.h"
+
+namespace glintara {
+
+/// Radius of the mark in space, scene units, from `kMarkGrowthZoom` on; below, it keeps its size on the screen.
+inline constexpr double kMarkRadius = 19.2 / 40 / 100 / 2;
+inline constexpr double kMarkGrowthZoom = 155;
+
+/// Radius of the small mark, on the ground: scene units at zoom 1.
+inline constexpr double kSmallMarkRadius = 0.3;
+
+/// Radius of the ring round the working satellite, in radii of its mark, and of its small mark.
+inline constexpr double kRingFactor = 1.8;
+inline constexpr double kSmallRingFactor = 3;
+
+/// Memory of the satellite loop, kept from picture to picture: the loop allocates nothing per satellite.
+struct SatelliteWorkspace {
+    NameBoard names{2 * static_cast<std::size_t>(kSatCapacity)};  // each may stand on the Earth and on the sky
+    LiveFlares flares;
+};
+
+/// Draws all satellites that are not disabled, in the order of the list, so the working one last, on top. Each is
+/// propagated once, to the displayed instant, into its own engine block. Per satellite: the orbit, unless hidden by
+/// its switch (the working satellite's is always drawn); with `CIridiumFlares` the live flares; the mark in space, with
+/// `CProjectOrbit` the mark on the ground, and then the one in space only with `CPlotOrbit`; with `CDrawSky` the mark
+/// on the sky. Names follow when all marks stand.
+///
+/// For the working satellite, disabled or not, `LSatDetail` and `Run.Working` are written. With `CSkyOnly` nothing of
+/// this is drawn over the Earth. Satellites are placed by SGP4/SDP4 only: with `CSGP4` clear there are none.
+void DrawSatellites(const SceneContext& scene, SatelliteWorkspace& work);
+
+}  // namespace glintara

@@ -1,0 +1,555 @@
+#include "scene/globe.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <string>
+#include <vector>
+
+#include "orbit/location.h"
+#include "scene/overlays.h"
+#include "scene/scene_fixture.h"
+
+namespace glintara {
+namespace {
+
+using testing::kDegree;
+using testing::kPiExact;
+
+constexpr Color kSea = 0x6E3A10;
+constexpr Color kLand = 0x3C6E3C;
+constexpr Color kNight = 0x5A5A5A;
+
+/// A picture of 800 by 600 pixels with a square of land, 20 degrees wide, round (0, 0); in the fine table it is 10.
+struct GlobeTest : testing::SceneFixture {
+    FrameMemory memory;
+    FrameStages stages;
+    std::vector<std::string> called;
+
+    GlobeTest() {
+        surface.ScaleWidth = 12000;
+        surface.ScaleHeight = 9000;
+        LookAt(0, 0);
+        app.Data.SunDir = {0, 1, 0};
+        AddSquare(app.Data.Map.Zip, 10);
+        AddSquare(app.Data.Map.Border, 5);
+    }
+
+    static void AddSquare(BorderTable& table, double half) {
+        const double corners[5][2] = {{-half, -half}, {-half, half}, {half, half}, {half, -half}, {-half, -half}};
+        for (const auto& corner : corners) {
+            table.Lat.push_back(corner[0]);
+            table.Lon.push_back(corner[1]);
+            table.Id.push_back(1);
+        }
+    }
+
+    Stage Notes(const char* name) {
+        return [this, name](const SceneContext&) { called.emplace_back(name); };
+    }
+
+    void NoteAllStages() {
+        stages.skyBackground = Notes("background");
+        stages.cities = Notes("cities");
+        stages.site = Notes("site");
+        stages.sunAndMoon = Notes("sun");
+        stages.ariesLine = Notes("aries");
+        stages.satellites = Notes("satellites");
+        stages.orbitDetails = Notes("orbit details");
+        stages.stars = Notes("stars");
+        stages.constellations = Notes("constellations");
+        stages.astroDetails = Notes("astro details");
+        stages.skyPointer = Notes("pointer");
+    }
+
+    void Frame() {
+        called.clear();
+        surface.Forget();
+        GlobeFrame(app, surface, memory, stages);
+    }
+
+    /// Fills in one colour, of any kind.
+    std::vector<RecordedOperation> FillsIn(Color color) const {
+        std::vector<RecordedOperation> found;
+        for (const RecordedOperation& operation : surface.Operations()) {
+            const bool shape =
+                operation.operation == DrawOperation::PolyPolygon || operation.operation == DrawOperation::Circle;
+            if (shape && operation.state.FillColor == color) found.push_back(operation);
+        }
+        return found;
+    }
+
+    std::vector<RecordedOperation> GridLines() const {
+        std::vector<RecordedOperation> found;
+        for (const RecordedOperation& line : surface.OperationsOf(DrawOperation::Polyline)) {
+            if (line.state.ForeColor == 0x202020) found.push_back(line);
+        }
+        return found;
+    }
+
+    std::vector<RecordedOperation> BorderLines() const {
+        std::vector<RecordedOperation> found;
+        for (const RecordedOperation& line : surface.OperationsOf(DrawOperation::Polyline)) {
+            if (line.state.ForeColor == 0xAAAAAA) found.push_back(line);
+        }
+        return found;
+    }
+
+    /// How far a shape in pixels reaches from the centre of the picture, to either side.
+    static double HalfWidth(const RecordedOperation& shape) {
+        double farthest = 0;
+        for (std::size_t i = 0; i < shape.numbers.size(); i += 2) {
+            farthest = std::max(farthest, std::fabs(shape.numbers[i] - 400));
+        }
+        return farthest;
+    }
+
+    std::string Words() const {
+        std::string words;
+        for (const RecordedOperation& print : surface.OperationsOf(DrawOperation::Print)) words += print.text + "|";
+        return words;
+    }
+};
+
+TEST_F(GlobeTest, BeginsWithAnEmptyPicture) {
+    Frame();
+    ASSERT_FALSE(surface.Operations().empty());
+    EXPECT_EQ(surface.Operations().front().operation, DrawOperation::Cls);
+    EXPECT_TRUE(surface.Operations().front().state.AutoRedraw);
+    EXPECT_FALSE(surface.AutoRedraw);
+    EXPECT_EQ(surface.OperationsOf(DrawOperation::Cls).size(), 1U);
+}
+
+// At zoom 64 the Earth touches the short sides.
+TEST_F(GlobeTest, DiscOfTheEarthInTheSeasColour) {
+    Frame();
+    const auto discs = FillsIn(kSea);
+    ASSERT_EQ(discs.size(), 1U);
+    EXPECT_EQ(discs[0].operation, DrawOperation::Circle);
+    EXPECT_EQ(discs[0].state.FillStyle, FillPattern::Solid);
+    EXPECT_EQ(discs[0].state.ForeColor, kSea);
+    EXPECT_EQ(discs[0].state.DrawMode, MixMode::Copy);
+    testing::ExpectNumbers(discs[0], {6000, 4500, 4500});
+}
+
+TEST_F(GlobeTest, SeaIsFilledWithSolidGlobeClearToo) {
+    app.Main.CSolidGlobe.Value = false;
+    Frame();
+    EXPECT_EQ(FillsIn(kSea).size(), 1U);
+    EXPECT_TRUE(FillsIn(kLand).empty());
+    EXPECT_FALSE(BorderLines().empty());
+}
+
+TEST_F(GlobeTest, GlowLiesCloseOutsideOfTheDiscAndFades) {
+    view.ZoomFactor = 29;
+    Frame();
+    double radius = 1e9;
+    int brightness = -1;
+    int rings = 0;
+    const double disc = FillsIn(kSea)[0].numbers[2];
+    for (const RecordedOperation& circle : surface.OperationsOf(DrawOperation::Circle)) {
+        if (circle.state.FillColor == kSea) break;
+        ++rings;
+        EXPECT_LT(circle.numbers[2], radius);
+        EXPECT_GT(circle.numbers[2], disc);
+        EXPECT_LE(circle.numbers[2], disc + 5 * 15);
+        EXPECT_GT(BlueOf(circle.state.FillColor), brightness);
+        EXPECT_GT(BlueOf(circle.state.FillColor), RedOf(circle.state.FillColor));
+        radius = circle.numbers[2];
+        brightness = BlueOf(circle.state.FillColor);
+    }
+    EXPECT_GE(rings, 2);
+}
+
+TEST_F(GlobeTest, LandAndBordersWithTheirPens) {
+    Frame();
+    const auto land = FillsIn(kLand);
+    ASSERT_EQ(land.size(), 1U);
+    EXPECT_EQ(land[0].state.FillStyle, FillPattern::Solid);
+    const auto borders = BorderLines();
+    ASSERT_EQ(borders.size(), 1U);
+    EXPECT_EQ(borders[0].state.DrawMode, MixMode::Copy);
+    EXPECT_EQ(borders[0].state.DrawStyle, PenPattern::Solid);
+    EXPECT_LE(borders[0].state.DrawWidth, 1);
+    // The square's edge at longitude 10: on a disc of 300 pixels sin 10 of it at the equator. The corners are nearer.
+    EXPECT_NEAR(HalfWidth(land[0]), 300 * std::sin(10 * kDegree), 1);
+}
+
+TEST_F(GlobeTest, FineBordersInAFinePictureAndUnderAutoRefine) {
+    const double fine = 300 * std::sin(5 * kDegree);
+    const double reduced = 300 * std::sin(10 * kDegree);
+    Frame();
+    EXPECT_NEAR(HalfWidth(FillsIn(kLand).at(0)), reduced, 1);
+    app.Run.FinePass = true;
+    Frame();
+    EXPECT_NEAR(HalfWidth(FillsIn(kLand).at(0)), fine, 1);
+    app.Run.FinePass = false;
+    app.Main.CAutoRefine.Value = true;
+    Frame();
+    EXPECT_NEAR(HalfWidth(FillsIn(kLand).at(0)), fine, 1);
+}
+
+TEST_F(GlobeTest, CountriesCanBeHidden) {
+    app.Main.CHideCountries.Value = true;
+    Frame();
+    EXPECT_TRUE(FillsIn(kLand).empty());
+    EXPECT_TRUE(BorderLines().empty());
+    EXPECT_EQ(FillsIn(kSea).size(), 1U);
+}
+
+TEST_F(GlobeTest, WithoutMapDataTheRestIsDrawn) {
+    app.Data.Map = {};
+    Frame();
+    EXPECT_EQ(FillsIn(kSea).size(), 1U);
+    EXPECT_TRUE(BorderLines().empty());
+    EXPECT_FALSE(GridLines().empty());
+}
+
+// From above the north pole at zoom 64: parallels are circles, meridians are straight through the middle.
+TEST_F(GlobeTest, GridHasALineEveryThirtyDegrees) {
+    LookAt(90, 0);
+    view.ZoomFactor = 60;  // the equator within the picture
+    Frame();
+    const double radius = 300 * 60.0 / 64;
+    int onCircle[4] = {};
+    for (const RecordedOperation& line : GridLines()) {
+        EXPECT_EQ(line.state.DrawStyle, PenPattern::Dotted);
+        EXPECT_EQ(line.state.DrawMode, MixMode::Copy);
+        for (std::size_t i = 0; i < line.numbers.size(); i += 2) {
+            const double x = (line.numbers[i] - 400) / radius;
+            const double y = (line.numbers[i + 1] - 300) / radius;
+            const double off = std::hypot(x, y);
+            ASSERT_LE(off, 1 + 1e-9);
+            const double lat = std::acos(std::min(1.0, off)) / kDegree;
+            const double lon = std::atan2(y, x) / kDegree;
+            const bool onMeridian = off < 1e-6 || std::fabs(std::remainder(lon, 30)) < 1e-6;
+            const bool onParallel = std::fabs(std::remainder(lat, 30)) < 1e-4;
+            ASSERT_TRUE(onMeridian || onParallel) << lat << " " << lon;
+            if (onParallel && !onMeridian) ++onCircle[std::lround(lat / 30)];
+        }
+    }
+    EXPECT_GT(onCircle[1], 20);
+    EXPECT_GT(onCircle[2], 20);
+    EXPECT_EQ(surface.DrawStyle, PenPattern::Solid);
+}
+
+TEST_F(GlobeTest, GridOnlyOnTheGlobeAndOnlyWhenAskedFor) {
+    app.Main.CGlobeGrid.Value = false;
+    Frame();
+    EXPECT_TRUE(GridLines().empty());
+    app.Main.CGlobeGrid.Value = true;
+    app.Main.CPlaniSphere.Value = true;
+    Frame();
+    EXPECT_TRUE(GridLines().empty());
+}
+
+TEST_F(GlobeTest, GridOfANearGlobeStaysOnThePicture) {
+    LookAt(20, 40);
+    view.ZoomFactor = 5000;
+    Frame();
+    for (const RecordedOperation& line : GridLines()) {
+        for (std::size_t i = 0; i + 3 < line.numbers.size(); i += 2) {
+            // No segment lies beside the picture; each is short enough to be dotted quickly.
+            EXPECT_LT(std::hypot(line.numbers[i] - line.numbers[i + 2], line.numbers[i + 1] - line.numbers[i + 3]),
+                      1000);
+        }
+    }
+}
+
+TEST_F(GlobeTest, LayersOfTheEarthInTheirOrder) {
+    Frame();
+    std::string order;
+    for (const RecordedOperation& operation : surface.Operations()) {
+        char layer = 0;
+        if (operation.operation == DrawOperation::Print) {
+            layer = 't';
+        } else if (operation.state.DrawMode == MixMode::Mask) {
+            layer = 'n';
+        } else if (operation.operation == DrawOperation::Polyline) {
+            layer = operation.state.ForeColor == 0x202020 ? 'g' : 'b';
+        } else if (operation.operation != DrawOperation::Cls) {
+            layer = operation.state.FillColor == kSea ? 's' : operation.state.FillColor == kLand ? 'l' : 0;
+        }
+        if (layer != 0 && (order.empty() || order.back() != layer)) order += layer;
+    }
+    EXPECT_EQ(order, "slbgnt");
+}
+
+TEST_F(GlobeTest, NightOnlyWithSunLight) {
+    Frame();
+    ASSERT_EQ(FillsIn(kNight).size(), 1U);
+    EXPECT_EQ(FillsIn(kNight)[0].state.DrawMode, MixMode::Mask);
+    app.Main.CSunLight.Value = false;
+    Frame();
+    EXPECT_TRUE(FillsIn(kNight).empty());
+}
+
+TEST_F(GlobeTest, FlatMapIsAFilledRectangleOneTurnWide) {
+    app.Main.CPlaniSphere.Value = true;
+    view.ZoomFactor = 16;
+    view.ViewLat = 0.25;
+    Frame();
+    const auto ground = FillsIn(kSea);
+    ASSERT_FALSE(ground.empty());
+    ASSERT_EQ(ground[0].operation, DrawOperation::PolyPolygon);
+    const double unit = 300 * 16.0 / 64;  // pixels for a radian
+    const double left = 400 - unit * kPiExact;
+    const double right = 400 + unit * kPiExact;
+    const double bottom = 300 + unit * (kPiExact / 2 + 0.25);
+    const double top = 300 - unit * (kPiExact / 2 - 0.25);
+    testing::ExpectNumbers(ground[0], {left, bottom, right, bottom, right, top, left, top}, 1e-6);
+    EXPECT_EQ(Lines().size(), 4U);
+    for (const RecordedOperation& line : Lines()) EXPECT_EQ(line.state.ForeColor, kSea);
+}
+
+TEST_F(GlobeTest, FlatMapLiesWhereItLayAfterAWholeTurnOfTheCamera) {
+    app.Main.CPlaniSphere.Value = true;
+    view.ViewLat = -0.5;
+    Frame();
+    const RecordedOperation before = FillsIn(kSea).at(0);
+    view.ViewLat = 2 * kPiExact - 0.5;
+    Frame();
+    testing::ExpectNumbers(FillsIn(kSea).at(0), before.numbers, 1e-6);
+}
+
+TEST_F(GlobeTest, SkyAloneShowsNothingOfTheEarthButClearsThePicture) {
+    NoteAllStages();
+    app.Main.CSkyOnly.Value = true;
+    app.Main.CDrawSky.Value = true;
+    app.Main.MnuMarkCities.Checked = true;
+    Frame();
+    EXPECT_EQ(surface.OperationsOf(DrawOperation::Cls).size(), 1U);
+    EXPECT_EQ(called.front(), "background");
+    EXPECT_TRUE(FillsIn(kSea).empty());
+    EXPECT_TRUE(FillsIn(kLand).empty());
+    EXPECT_TRUE(FillsIn(kNight).empty());
+    EXPECT_TRUE(BorderLines().empty());
+    EXPECT_TRUE(GridLines().empty());
+    EXPECT_EQ(called, (std::vector<std::string>{"background", "satellites", "stars", "constellations", "pointer"}));
+}
+
+TEST_F(GlobeTest, ThreeDimensionsKeepThePictureUnlessTheSkyIsAChart) {
+    app.Main.MnuLib3D.Checked = true;
+    Frame();
+    EXPECT_TRUE(surface.OperationsOf(DrawOperation::Cls).empty());
+    EXPECT_TRUE(BorderLines().empty());
+    app.Main.CSkyOnly.Value = true;
+    app.Main.CDrawSky.Value = true;
+    Frame();
+    EXPECT_TRUE(surface.OperationsOf(DrawOperation::Cls).empty());
+    app.Main.CFlatSky.Value = true;
+    Frame();
+    EXPECT_EQ(surface.OperationsOf(DrawOperation::Cls).size(), 1U);
+    app.Main.CFlatSky.Value = false;
+    app.Main.CReverseSky.Value = true;
+    Frame();
+    EXPECT_EQ(surface.OperationsOf(DrawOperation::Cls).size(), 1U);
+}
+
+TEST_F(GlobeTest, AllStagesInTheirOrder) {
+    NoteAllStages();
+    app.Data.SatCount = 1;
+    app.Main.CDrawSky.Value = true;
+    app.Main.MnuMarkCities.Checked = true;
+    app.Main.CDrawAries.Value = true;
+    app.Main.C2OrbitDetails.Value = true;
+    app.Main.CAstroDetails.Value = true;
+    Frame();
+    EXPECT_EQ(called,
+              (std::vector<std::string>{"background", "cities", "site", "sun", "aries", "satellites", "orbit details",
+                                        "stars", "constellations", "astro details", "pointer"}));
+}
+
+TEST_F(GlobeTest, StagesWaitForTheirOptions) {
+    NoteAllStages();
+    app.Main.CDrawSun.Value = false;
+    app.Main.C2OrbitDetails.Value = true;  // but there is no satellite
+    Frame();
+    EXPECT_EQ(called, (std::vector<std::string>{"site", "satellites", "pointer"}));
+}
+
+TEST_F(GlobeTest, StarsAreDrawnRoundTheShiftedObserver) {
+    app.Main.CDrawSky.Value = true;
+    view.PanY = -1.3;
+    double panOfStars = 0;
+    double panOfSatellites = 0;
+    stages.stars = [&](const SceneContext& scene) { panOfStars = scene.View().PanY; };
+    stages.satellites = [&](const SceneContext& scene) { panOfSatellites = scene.View().PanY; };
+    Frame();
+    EXPECT_NEAR(panOfStars, -0.3, 1e-12);
+    EXPECT_EQ(panOfSatellites, -1.3);
+    EXPECT_EQ(view.PanY, -1.3);
+    EXPECT_EQ(view.PanStackDepth, 0);
+    EXPECT_EQ(view.FramePanY, -1.3);
+}
+
+TEST_F(GlobeTest, BrokenCameraIsHeldBeforeAnythingIsDrawn) {
+    view.ZoomFactor = std::nan("");
+    view.PanX = INFINITY;
+    view.ViewLon = std::nan("");
+    Frame();
+    EXPECT_TRUE(std::isfinite(view.ZoomFactor + view.PanX + view.ViewLon));
+    EXPECT_EQ(FillsIn(kSea).size(), 1U);
+}
+
+TEST_F(GlobeTest, DrawingNeedsNoNewMemoryInTheSecondPicture) {
+    Frame();
+    const double* const earth = memory.EarthScratch.data();
+    const double* const chain = memory.ChainPoints.data();
+    const double* const polygon = memory.Polygon.Exact().data();
+    LookAt(40, 130);
+    view.ZoomFactor = 3000;
+    Frame();
+    EXPECT_EQ(memory.EarthScratch.data(), earth);
+    EXPECT_EQ(memory.ChainPoints.data(), chain);
+    EXPECT_EQ(memory.Polygon.Exact().data(), polygon);
+}
+
+TEST_F(GlobeTest, EngineIsToldTheViewInPixels) {
+    app.Data.SimTime = 2458139.25;
+    view = {.ViewRoll = 0.1, .ViewLat = 0.2, .ViewLon = 0.3, .ZoomFactor = 32, .PanX = 0.4, .PanY = 0.5};
+    view.FramePanX = 0.6;
+    view.FramePanY = 0.7;
+    view.SkyScale = 2;
+    app.Main.CPlaniSphere.Value = true;
+    app.Main.CDrawBackStars.Value = true;
+    app.Main.CStarNames.Value = true;
+    GlintViewConfig config{};
+    config.MaxStarMag = 6.5;
+    config.StarCount = 77;
+    SetGLTConfig(scene, config);
+    EXPECT_EQ(config.SimTime, 2458139.25);
+    EXPECT_EQ(config.ViewRoll, 0.1);
+    EXPECT_EQ(config.ViewLat, 0.2);
+    EXPECT_EQ(config.ViewLon, 0.3);
+    EXPECT_EQ(config.PanX, 0.4);
+    EXPECT_EQ(config.PanY, 0.5);
+    EXPECT_NEAR(config.ScaleX, 150, 1e-9);  // half of what fills 600 pixels
+    EXPECT_NEAR(config.ScaleY, 150, 1e-9);
+    EXPECT_EQ(config.HalfWidth, 400);
+    EXPECT_EQ(config.HalfHeight, 300);
+    EXPECT_EQ(config.FramePanX, 0.6);
+    EXPECT_EQ(config.FramePanY, 0.7);
+    EXPECT_EQ(config.SkyScale, 2);
+    EXPECT_EQ(config.CPlaniSphere, 255);
+    EXPECT_EQ(config.CDrawBackStars, 255);
+    EXPECT_EQ(config.CStarNames, 255);
+    EXPECT_EQ(config.CFlatSky, 0);
+    EXPECT_EQ(config.CSkyOnly, 0);
+    EXPECT_EQ(config.MaxStarMag, 6.5);
+    EXPECT_EQ(config.StarCount, 77);
+}
+
+// The geodetic latitude to the geocentric 45 degrees is 45.1924 on the WGS 84 ellipsoid; 50 metres are allowed for the
+// height at which the place is taken.
+TEST_F(GlobeTest, FloatingSiteFollowsTheCentreOfTheView) {
+    app.Main.MnuFloatingSite.Checked = true;
+    LookAt(45, -170);
+    Frame();
+    EXPECT_NEAR(app.Data.Site.SiteLat / kDegree, 45.1924, 5e-4);
+    EXPECT_NEAR(app.Data.Site.SiteLon / kDegree, -170, 1e-9);
+    EXPECT_EQ(app.Data.Site.SiteAlt, 150);
+}
+
+TEST_F(GlobeTest, FloatingSiteStaysWhileTheViewStays) {
+    app.Main.MnuFloatingSite.Checked = true;
+    LookAt(10, 20);
+    Frame();
+    SetLocationDegrees(app.Data, 50, 60);
+    Frame();
+    EXPECT_NEAR(app.Data.Site.SiteLon / kDegree, 60, 1e-9);
+    LookAt(10, 21);
+    Frame();
+    EXPECT_NEAR(app.Data.Site.SiteLon / kDegree, 21, 1e-9);
+    app.Main.MnuFloatingSite.Checked = false;
+    LookAt(10, 30);
+    Frame();
+    EXPECT_NEAR(app.Data.Site.SiteLon / kDegree, 21, 1e-9);
+    app.Main.MnuFloatingSite.Checked = true;
+    Frame();
+    EXPECT_NEAR(app.Data.Site.SiteLon / kDegree, 30, 1e-9);
+}
+
+TEST_F(GlobeTest, TitleStandsInEveryFrameOnOneLine) {
+    Frame();
+    EXPECT_EQ(Words(), "Glintara| |- |By Ostelvane |");
+    const auto prints = surface.OperationsOf(DrawOperation::Print);
+    for (const RecordedOperation& print : prints) {
+        EXPECT_EQ(print.state.FontName, "Palatino Linotype");
+        EXPECT_TRUE(print.state.FontItalic);
+    }
+    EXPECT_TRUE(prints.front().state.FontBold);
+    EXPECT_LT(prints.front().state.CurrentY, 600);
+    EXPECT_GT(prints.back().state.CurrentX, prints.front().state.CurrentX);
+    EXPECT_EQ(surface.FontName, "Courier New");
+    EXPECT_FALSE(surface.FontBold);
+    EXPECT_FALSE(surface.FontItalic);
+}
+
+TEST_F(GlobeTest, TitleTakesTwoLinesInANarrowBox) {
+    surface.ScaleWidth = 1500;
+    Frame();
+    EXPECT_EQ(Words(), "Glintara| |By Ostelvane |");
+    const auto prints = surface.OperationsOf(DrawOperation::Print);
+    EXPECT_GT(prints.back().state.CurrentY, prints.front().state.CurrentY);
+    EXPECT_EQ(prints.back().state.CurrentX, prints.front().state.CurrentX);
+}
+
+TEST_F(GlobeTest, SplashOnlyInTheOpening) {
+    app.Run.SplashShown = Splash::Title;
+    Frame();
+    EXPECT_NE(Words().find("v.1.5.2"), std::string::npos);
+    EXPECT_EQ(Words().find("3 January 2010"), std::string::npos);
+    app.Run.SplashShown = Splash::Final;
+    Frame();
+    EXPECT_NE(Words().find("v.1.5.2|3 January 2010"), std::string::npos);
+    app.Run.SplashShown = Splash::None;
+    Frame();
+    EXPECT_EQ(Words().find("v.1.5.2"), std::string::npos);
+}
+
+TEST_F(GlobeTest, DateStandsInThePictureWhileThePanelsAreHidden) {
+    app.Main.LDateTime.Caption = "DATE 20/01/2018 17:42:09.31 UTC (N)";
+    app.Main.LCommandOutput.Caption = "Flare Found! (IRIDIUM 20)";
+    Frame();
+    EXPECT_EQ(Words().find("DATE"), std::string::npos);
+    for (bool RunState::*hidden : {&RunState::FullScreen, &RunState::PanelsHidden}) {
+        app.Run.FullScreen = app.Run.PanelsHidden = false;
+        app.Run.*hidden = true;
+        Frame();
+        const auto prints = surface.OperationsOf(DrawOperation::Print);
+        ASSERT_EQ(prints.front().text, "DATE 20/01/2018 17:42:09.31 UTC (N)");
+        const double size = prints.front().state.FontSize * 20;  // twips
+        EXPECT_NEAR(prints.front().state.CurrentX, 12000 - 35 * 0.6 * size, 1e-6);
+        EXPECT_NEAR(prints.front().state.CurrentY, 9000 - 1.5 * 1.25 * size, 1e-6);
+        EXPECT_EQ(prints.at(1).text, "Flare Found! (IRIDIUM 20)");
+        EXPECT_NEAR(prints.at(1).state.CurrentX, 0.6 * size, 1e-6);
+        EXPECT_EQ(prints.at(1).state.CurrentY, prints.at(0).state.CurrentY);
+    }
+}
+
+TEST_F(GlobeTest, WordsOfTheOverlayNeverCoverEachOther) {
+    app.Run.FullScreen = true;
+    surface.ScaleWidth = 6000;
+    app.Main.LDateTime.Caption = "DATE 20/01/2018 17:42:09.31 UTC (N)";
+    app.Main.LCommandOutput.Caption = "Flare Found! (IRIDIUM 20)";
+    Frame();
+    const auto prints = surface.OperationsOf(DrawOperation::Print);
+    EXPECT_LT(prints.at(1).state.CurrentY, prints.at(0).state.CurrentY);
+}
+
+TEST_F(GlobeTest, NoticeOfAFinePicture) {
+    ShowPlottingNotice(scene);
+    const auto prints = surface.OperationsOf(DrawOperation::Print);
+    ASSERT_EQ(prints.size(), 1U);
+    EXPECT_EQ(prints[0].text, "Finely Plotting - Please Wait ");
+    EXPECT_EQ(prints[0].state.ForeColor, 0x5050C0U);
+    EXPECT_EQ(prints[0].state.FontSize, 12);
+    const double size = 12 * 20;  // twips
+    EXPECT_NEAR(prints[0].state.CurrentX, 12000 - 30 * 0.6 * size, 1e-6);
+    EXPECT_NEAR(prints[0].state.CurrentY, 9000 - 2.5 * 1.25 * size, 1e-6);
+}
+
+}  // namespace
+}  // namespace glintara

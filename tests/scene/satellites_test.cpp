@@ -1,0 +1,473 @@
+#include "scene/satellites.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <new>
+
+#include "flare/observed_night.h"
+#include "orbit/astro/number_text.h"
+#include "orbit/propagation.h"
+#include "scene/flare_marks.h"
+#include "scene/scene_fixture.h"
+
+namespace {
+// Counts what the program asks memory for. Not inlined, so that the compiler sees no pair of new and free.
+std::size_t allocations = 0;
+}  // namespace
+
+[[gnu::noinline]] void* operator new(std::size_t size) {
+    ++allocations;
+    if (void* memory = std::malloc(size != 0 ? size : 1)) return memory;
+    throw std::bad_alloc();
+}
+[[gnu::noinline]] void operator delete(void* memory) noexcept { std::free(memory); }
+[[gnu::noinline]] void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
+
+namespace glintara::testing {
+namespace {
+
+using observed_night::kTurin;
+using observed_night::Observatory;
+
+/// A surface that takes everything and keeps nothing.
+class Nowhere : public RecordingSurface {
+  public:
+    Nowhere() : RecordingSurface(600, 400) {}
+    void Line(double, double, double, double) override {}
+    void Circle(double, double, double) override {}
+    void PSet(double, double) override {}
+    void Print(std::string_view) override {}
+    void Polyline(std::span<const double>) override {}
+};
+
+struct SatellitesTest : ::testing::Test {
+    Observatory o;
+    CommonData& data = o.app.Data;
+    MainControls& main = o.app.Main;
+    RecordingSurface surface{600, 400};
+    PolygonBuffer polygon;
+    SceneContext scene{o.app, surface, polygon};
+    SatelliteWorkspace work;
+
+    void SetUp() override { data.SunDir = {0, 0, 1}; }
+
+    /// METEOSAT-10 works; it stands over Greenwich. Only its mark is shown.
+    SatRecord& LoadMeteosat() {
+        o.LoadOne("geo.tle", "METEOSAT-10 (MSG-3)");
+        main.CPlotOrbit.Value = false;
+        main.CSatNames.Value = false;
+        return data.Satellite(data.SatCount);
+    }
+
+    void LookAt(double lat, double lon, double zoom) {
+        data.View.ViewLat = lat * kDegree;
+        data.View.ViewLon = lon * kDegree;
+        data.View.ZoomFactor = zoom;
+        RefreshViewCache(data.View);
+    }
+
+    void Draw() {
+        surface.Forget();
+        DrawSatellites(scene, work);
+    }
+
+    std::vector<RecordedOperation> Circles() {
+        Draw();
+        return surface.OperationsOf(DrawOperation::Circle);
+    }
+
+    std::vector<RecordedOperation> Names() {
+        Draw();
+        return surface.OperationsOf(DrawOperation::Print);
+    }
+};
+
+TEST_F(SatellitesTest, AMarkStandsWhereTheSatelliteIs) {
+    LoadMeteosat();
+    LookAt(0, -90, 8);  // 25 twips to the unit; Greenwich is at the right
+    const auto circles = Circles();
+    ASSERT_EQ(circles.size(), 2U);
+    const double expected = 300 + 25 * 42164.2e3 / data.Site.SiteRadius;
+    EXPECT_NEAR(circles[0].numbers[0], expected, 0.5);
+    EXPECT_NEAR(circles[0].numbers[1], 200, 3);  // its orbit is inclined by less than a degree
+    EXPECT_EQ(circles[0].state.FillStyle, FillPattern::Solid);
+}
+
+TEST_F(SatellitesTest, TheWorkingSatelliteWearsARing) {
+    SatRecord& meteosat = LoadMeteosat();
+    LookAt(0, -90, 8);
+    const auto one = Circles();
+    ASSERT_EQ(one.size(), 2U);
+    EXPECT_EQ(one[1].state.FillStyle, FillPattern::Transparent);
+    EXPECT_NEAR(one[1].numbers[2] / one[0].numbers[2], 1.8, 1e-9);
+    o.Append(meteosat);
+    EXPECT_EQ(Circles().size(), 3U);
+}
+
+TEST_F(SatellitesTest, AMarkKeepsItsSizeOnTheScreenBelowZoom155) {
+    LoadMeteosat();
+    const auto radius = [&](double zoom) {
+        LookAt(0, 0, zoom);
+        const auto circles = Circles();
+        return circles.empty() ? 0 : circles[0].numbers[2];
+    };
+    const double small = radius(8);
+    EXPECT_NEAR(small, 0.0024 * 155 * 400 / 128, 1e-9);
+    EXPECT_NEAR(radius(64), small, 1e-9);
+    EXPECT_NEAR(radius(154.9), small, 1e-9);
+    data.View.PanY = 0;
+    EXPECT_NEAR(radius(310), 2 * small, 1e-9);
+}
+
+TEST_F(SatellitesTest, BehindTheEarthThereIsNoMark) {
+    LoadMeteosat();
+    LookAt(0, 180, 8);
+    EXPECT_TRUE(Circles().empty());
+    main.CPlaniSphere.Value = true;
+    EXPECT_EQ(Circles().size(), 2U);
+}
+
+TEST_F(SatellitesTest, TheShadowDarkensAMarkOnlyWithSunLight) {
+    LoadMeteosat();
+    LookAt(0, -90, 8);
+    EXPECT_EQ(Circles()[0].state.FillColor, 0x20C0E0U);
+    data.SunDir = {-1, 0, 0};
+    EXPECT_EQ(Circles()[0].state.FillColor, 0x204060U);
+    main.CSunLight.Value = false;
+    EXPECT_EQ(Circles()[0].state.FillColor, 0x20C0E0U);
+}
+
+TEST_F(SatellitesTest, OnTheGroundTheSmallMark) {
+    LoadMeteosat();
+    LookAt(0, -45, 8);
+    main.CSatOnly.Value = true;  // marks alone
+    main.CProjectOrbit.Value = true;
+    const auto ground = Circles();
+    ASSERT_EQ(ground.size(), 2U);
+    EXPECT_NEAR(ground[0].numbers[2], 0.3 * 400 / 128, 1e-9);
+    EXPECT_NEAR(ground[1].numbers[2] / ground[0].numbers[2], 3, 1e-9);
+    EXPECT_NEAR(ground[0].numbers[0], 300 + 25 * std::sqrt(0.5), 0.3);
+    main.CPlotOrbit.Value = true;
+    EXPECT_EQ(Circles().size(), 4U);
+    main.CProjectOrbit.Value = false;
+    EXPECT_EQ(Circles().size(), 2U);
+    // The point below is on the far side, the satellite itself beside the disc.
+    LookAt(0, -135, 8);
+    main.CProjectOrbit.Value = true;
+    EXPECT_EQ(Circles().size(), 2U);
+}
+
+TEST_F(SatellitesTest, WithAllOrbitModesOffOnlyMarksAreDrawn) {
+    LoadMeteosat();
+    LookAt(0, -90, 8);
+    Draw();
+    for (const RecordedOperation& operation : surface.Operations()) {
+        EXPECT_EQ(operation.operation, DrawOperation::Circle);
+    }
+}
+
+TEST_F(SatellitesTest, HiddenOrbitsAreThoseOfTheOthers) {
+    SatRecord& meteosat = LoadMeteosat();
+    o.Append(meteosat);
+    main.CPlotOrbit.Value = true;
+    LookAt(90, 0, 8);
+    const auto lines = [&] {
+        Draw();
+        return surface.OperationsOf(DrawOperation::Line).size();
+    };
+    data.Satellite(1).OptionFlags = kNewOptionFlags;
+    EXPECT_EQ(lines(), 200U);
+    data.Satellite(1).OptionFlags[0] = '0';
+    EXPECT_EQ(lines(), 400U);
+    data.Satellite(1).OptionFlags.clear();
+    EXPECT_EQ(lines(), 400U);
+    main.CSatOnly.Value = true;
+    EXPECT_EQ(lines(), 0U);
+}
+
+TEST_F(SatellitesTest, DisabledSatellitesAreSkippedButTheWorkingOneStillTells) {
+    SatRecord& meteosat = LoadMeteosat();
+    meteosat.OptionFlags[1] = '1';
+    LookAt(0, -90, 8);
+    Draw();
+    EXPECT_TRUE(surface.Operations().empty());
+    EXPECT_TRUE(o.app.Run.Working.IsOf(meteosat));
+    // From Turin the satellite stands in the south, some 38 degrees high.
+    EXPECT_NEAR(o.app.Run.Working.LastElevation / kDegree, 38, 1);
+    EXPECT_NEAR(o.app.Run.Working.LastAzimuth / kDegree, 191, 2);
+    EXPECT_FALSE(main.LSatDetail.Caption.Get().empty());
+    o.Append(meteosat).OptionFlags[1] = '0';
+    EXPECT_EQ(Circles().size(), 2U);
+}
+
+TEST_F(SatellitesTest, TheHeightOfTheWorkingSatellite) {
+    LoadMeteosat();
+    LookAt(0, 0, 8);
+    Draw();
+    const std::string text = main.LSatDetail.Caption;
+    const std::string head = "Satellite height: ";
+    const std::string tail = " km";
+    ASSERT_TRUE(text.starts_with(head) && text.ends_with(tail)) << text;
+    const std::string number = text.substr(head.size(), text.size() - head.size() - tail.size());
+    // 42,164 km from the centre, over a sphere through Turin.
+    EXPECT_NEAR(LeadingNumber(number), 42164.2 - data.Site.SiteRadius / 1000, 20);
+    const std::size_t mark = number.find('.');
+    EXPECT_TRUE(mark == std::string::npos || mark + 2 == number.size()) << number;
+}
+
+TEST_F(SatellitesTest, WithoutTheEarthTheSatelliteTellsButShowsOnTheSkyOnly) {
+    SatRecord& meteosat = LoadMeteosat();
+    LookAt(0, -90, 8);
+    main.CPlotOrbit.Value = true;
+    main.CSatNames.Value = true;
+    main.CSkyOnly.Value = true;
+    Draw();
+    EXPECT_TRUE(surface.Operations().empty());
+    EXPECT_TRUE(o.app.Run.Working.IsOf(meteosat));
+    main.CDrawSky.Value = true;
+    main.CDrawFrontStars.Value = true;
+    data.View.SkyScale = 4;
+    EXPECT_EQ(Circles().size(), 2U);
+    // It stands high over the horizon, so all of the sky or the visible one makes no difference.
+    main.CLocalSky.Value = true;
+    EXPECT_EQ(Circles().size(), 2U);
+    SetLocation(data, {0, kPiExact, 0});  // on the other side of the Earth
+    EXPECT_TRUE(Circles().empty());
+}
+
+TEST_F(SatellitesTest, TheSimplePropagatorShowsNone) {
+    SatRecord& meteosat = LoadMeteosat();
+    LookAt(0, -90, 8);
+    main.CSGP4.Value = false;
+    Draw();
+    EXPECT_TRUE(surface.Operations().empty());
+    EXPECT_FALSE(o.app.Run.Working.IsOf(meteosat));
+}
+
+TEST_F(SatellitesTest, NoSatellites) {
+    Draw();
+    EXPECT_TRUE(surface.Operations().empty());
+}
+
+TEST_F(SatellitesTest, ASatelliteWithoutElementsIsLeftOut) {
+    LoadMeteosat().EngineBlock = {};
+    LookAt(0, -90, 8);
+    Draw();
+    EXPECT_TRUE(surface.Operations().empty());
+    EXPECT_EQ(main.LSatDetail.Caption.Get(), "");
+}
+
+TEST_F(SatellitesTest, TheBlockKeepsTheDisplayedInstantWhateverIsDrawn) {
+    SatRecord& meteosat = LoadMeteosat();
+    EngineBlock block = meteosat.EngineBlock;
+    const Vector3 expected = PropagateSatellite(data, EarthRotation::Displayed, block, data.SimTime).position;
+    main.CPlotOrbit.Value = true;
+    LookAt(0, 0, 8);
+    Draw();
+    // The block is packed: its values may be read, not referred to.
+    const EngineBlock& kept = meteosat.EngineBlock;
+    ExpectVector({kept.WorldPosition[0], kept.WorldPosition[1], kept.WorldPosition[2]}, expected, 0);
+}
+
+TEST_F(SatellitesTest, VisibilityCircles) {
+    LoadMeteosat();
+    LookAt(0, 0, 8);
+    const auto lines = [&] {
+        Draw();
+        return surface.OperationsOf(DrawOperation::Line).size();
+    };
+    main.CSatCircle.Value = true;
+    EXPECT_EQ(lines(), 100U);  // 76 degrees round the point below: all on the near side
+    main.CSatCircle.Value = false;
+    main.CDrawArea.Value = true;
+    EXPECT_GT(lines(), 50U);
+    main.CSkyOnly.Value = true;
+    EXPECT_EQ(lines(), 0U);
+}
+
+// Names.
+
+TEST_F(SatellitesTest, TheNameStandsBesideTheMark) {
+    LoadMeteosat();
+    LookAt(0, -90, 8);
+    EXPECT_TRUE(Names().empty());
+    main.CSatNames.Value = true;
+    const auto names = Names();
+    ASSERT_EQ(names.size(), 1U);
+    EXPECT_EQ(names[0].text, " METEOSAT-10 (MSG-3)");
+    EXPECT_EQ(names[0].state.ForeColor, 0xFFFFFFU);
+    const auto circles = surface.OperationsOf(DrawOperation::Circle);
+    EXPECT_GT(names[0].state.CurrentX, circles[0].numbers[0]);
+    const double size = names[0].state.FontSize;
+    main.CThinLines.Value = true;
+    EXPECT_LT(Names()[0].state.FontSize, size);
+}
+
+TEST_F(SatellitesTest, OfNamesAtOnePlaceTheWorkingSatellitesIsWritten) {
+    SatRecord& meteosat = LoadMeteosat();
+    main.CSatNames.Value = true;
+    o.Append(meteosat).Name = "WORKS";
+    LookAt(0, -90, 8);
+    const auto names = Names();
+    ASSERT_EQ(names.size(), 1U);
+    EXPECT_EQ(names[0].text, " WORKS");
+}
+
+TEST_F(SatellitesTest, NamesNeverCoverEachOther) {
+    o.Load("all.tle");
+    o.LoadOne("geo.tle", "METEOSAT-10 (MSG-3)");
+    surface.ScaleWidth = 28800;  // 1920 by 1080 pixels
+    surface.ScaleHeight = 16200;
+    main.CPlotOrbit.Value = false;
+    LookAt(0, 10, 29);
+    const auto names = Names();
+    EXPECT_GT(names.size(), 100U);
+    EXPECT_LE(names.size(), kMostNames);
+    EXPECT_EQ(names[0].text, " METEOSAT-10 (MSG-3)");
+    const double height = surface.TextHeight("X");
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        EXPECT_EQ(names[i].state.ForeColor, i == 0 ? 0xFFFFFFU : 0x9E948BU);
+        for (std::size_t k = 0; k < i; ++k) {
+            const bool apartX = std::fabs(names[i].state.CurrentX - names[k].state.CurrentX) >=
+                                std::min(surface.TextWidth(names[i].text), surface.TextWidth(names[k].text));
+            const bool apartY = std::fabs(names[i].state.CurrentY - names[k].state.CurrentY) >= height;
+            EXPECT_TRUE(apartX || apartY) << names[i].text << names[k].text;
+        }
+    }
+}
+
+TEST_F(SatellitesTest, TheNearerNameComesFirst) {
+    surface.ScaleWidth = 28800;
+    surface.ScaleHeight = 16200;
+    NameBoard board(3);
+    board.Add({3000, 2000, 5, false, "far"});
+    board.Add({3010, 2010, 1, false, "near"});
+    board.Add({3000, 9000, 9, false, "else"});
+    board.Add({3000, 12000, 0, false, "no room on the board"});
+    board.Draw(scene);
+    const auto names = surface.OperationsOf(DrawOperation::Print);
+    ASSERT_EQ(names.size(), 2U);
+    EXPECT_EQ(names[0].text, " near");
+    EXPECT_EQ(names[1].text, " else");
+}
+
+TEST_F(SatellitesTest, NamesOutOfThePictureAreLeftOut) {
+    NameBoard board(8);
+    board.Add({700, 200, 1, false, "right"});
+    board.Add({-5000, 200, 1, false, "left"});
+    board.Add({300, -5000, 1, false, "above"});
+    board.Add({300, 5000, 1, false, "below"});
+    board.Add({300, 200, 1, false, ""});
+    board.Draw(scene);
+    EXPECT_TRUE(surface.Operations().empty());
+}
+
+// Flares.
+
+TEST_F(SatellitesTest, FlaresShowWhenTheirOptionsSaySo) {
+    o.Load("iridium.tle");
+    main.CPlotOrbit.Value = true;
+    main.CSatOnly.Value = true;
+    main.CSatNames.Value = false;
+    main.CPlaniSphere.Value = true;
+    LookAt(0, 0, 20);
+    const auto inFlareColor = [&] {
+        Draw();
+        return std::ranges::count_if(surface.Operations(),
+                                     [](const auto& op) { return op.state.ForeColor == 0x208040; });
+    };
+    EXPECT_GT(inFlareColor(), 100);
+    main.CPlotOrbit.Value = false;
+    EXPECT_EQ(inFlareColor(), 0);
+    main.CPlotOrbit.Value = true;
+    main.CSkyOnly.Value = true;
+    EXPECT_EQ(inFlareColor(), 0);
+    main.CSkyOnly.Value = false;
+    main.CIridiumFlares.Value = false;
+    EXPECT_EQ(inFlareColor(), 0);
+}
+
+TEST_F(SatellitesTest, AFlareFarAwayIsACircleOfHalfADegree) {
+    main.CPlotOrbit.Value = true;
+    LookAt(0, 0, 64);
+    SatRecord satellite;
+    LiveFlares flares;
+    LiveFlare flare;
+    flare.centre = {1, 0, 0};
+    flare.distance = 300000;
+    flares.Add(flare);
+    DrawFlareMarks(scene, satellite, flares);
+    const auto lines = surface.OperationsOf(DrawOperation::Polyline);
+    ASSERT_EQ(lines.size(), 1U);
+    const auto& xy = lines[0].numbers;
+    for (std::size_t i = 0; i + 1 < xy.size(); i += 2) {
+        EXPECT_NEAR(std::hypot(xy[i] * 15 - 300, xy[i + 1] * 15 - 200), 200 * std::sin(0.45 * kDegree), 1e-9);
+    }
+    EXPECT_NEAR(xy[0], xy[xy.size() - 2], 1e-9);
+    EXPECT_EQ(lines[0].state.ForeColor, 0x208040U);
+    main.CPlotOrbit.Value = false;
+    surface.Forget();
+    DrawFlareMarks(scene, satellite, flares);
+    EXPECT_TRUE(surface.Operations().empty());
+}
+
+TEST_F(SatellitesTest, ANearFlareIsAPointWithItsLabelOnTheNearSide) {
+    SatRecord satellite;
+    satellite.Surface.Mirror(2).MirrorName = "L";
+    LiveFlares flares;
+    LiveFlare flare;
+    flare.centre = {0, 1, 0};
+    flare.distance = 34120;
+    flare.surface = 2;
+    flares.Add(flare);
+    flare.moon = true;
+    flares.Add(flare);
+    LookAt(0, 90, 64);
+    main.CAntennaID.Value = true;
+    DrawFlareMarks(scene, satellite, flares);
+    const auto labels = surface.OperationsOf(DrawOperation::Print);
+    ASSERT_EQ(labels.size(), 2U);
+    EXPECT_EQ(labels[0].text, " L - 34.12 km (0°)");
+    EXPECT_NEAR(labels[0].state.CurrentX, 300, 1e-9);
+    EXPECT_NEAR(labels[0].state.CurrentY, 200, 1e-9);
+    EXPECT_EQ(labels[0].state.ForeColor, 0x00FF00U);
+    EXPECT_EQ(labels[1].state.ForeColor, 0x80FFFFU);
+    EXPECT_EQ(surface.OperationsOf(DrawOperation::PSet).size(), 2U);
+    surface.Forget();
+    LookAt(0, -90, 64);
+    DrawFlareMarks(scene, satellite, flares);
+    EXPECT_TRUE(surface.Operations().empty());
+}
+
+// Memory.
+
+TEST_F(SatellitesTest, TheLoopAllocatesNothingPerSatellite) {
+    o.Load("all.tle");
+    main.CSatOnly.Value = true;
+    Nowhere nowhere;
+    const SceneContext quiet{o.app, nowhere, polygon};
+    LookAt(30, 10, 29);
+    const auto used = [&](int satellites) {
+        // The same satellite works each time.
+        std::swap(data.Satellite(satellites), data.Satellite(data.SatCount));
+        const int all = data.SatCount;
+        data.SatCount = satellites;
+        DrawSatellites(quiet, work);
+        const std::size_t before = allocations;
+        DrawSatellites(quiet, work);
+        const std::size_t after = allocations;
+        data.SatCount = all;
+        std::swap(data.Satellite(satellites), data.Satellite(all));
+        return after - before;
+    };
+    ASSERT_GT(data.SatCount, 900);
+    main.CIridiumFlares.Value = false;
+    EXPECT_EQ(used(900), used(10));
+    main.CIridiumFlares.Value = true;
+    main.CPlotOrbit.Value = true;
+    const std::size_t label = 40;  // labels of flares near the observer are texts
+    EXPECT_LT(used(900), used(10) + label);
+}
+
+}  // namespace
+}  // namespace glintara::testing
