@@ -1,0 +1,31 @@
+#pragma once
+
+// The computer's clock.
+
+#include "orbit/astro/calendar.h"
+
+namespace glintara {
+
+/// Where the program reads the time from. A test has one of its own, which stands until it is moved.
+class ComputerClock {
+  public:
+    ComputerClock() = default;
+    ComputerClock(const ComputerClock&) = delete;
+    ComputerClock& operator=(const ComputerClock&) = delete;
+    virtual ~ComputerClock() = default;
+
+    /// The present instant, UTC; `second` with its fraction.
+    virtual CalendarFields ReadUtc() const = 0;
+
+    /// The same instant in the time zone of the computer.
+    virtual CalendarFields ReadLocal() const = 0;
+};
+
+/// The clock of the system.
+class SystemClock : public ComputerClock {
+  public:
+    CalendarFields ReadUtc() const override;
+    CalendarFields ReadLocal() const override;
+};
+
+}  // namespace glintara

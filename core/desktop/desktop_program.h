@@ -1,0 +1,82 @@
+#pragma once
+
+// The program with its windows: the rooms of the core, the scene and the desktop put together.
+
+#include <memory>
+
+#include "core/desktop/main_scope.h"
+#include "core/desktop/qt_services.h"
+#include "core/keys.h"
+#include "core/mouse.h"
+#include "core/program.h"
+#include "flare/desktop/form_find_flare.h"
+#include "orbit/desktop/form_satellites.h"
+#include "scene/desktop/painter_surface.h"
+#include "scene/globe.h"
+#include "scene/map_files.h"
+#include "scene/satellites.h"
+
+namespace glintara::desktop {
+
+/// The signals of the core, and what they mean to windows that may be open.
+class DesktopSignals : public ProgramSignals {
+  public:
+    std::function<void()> upDateSatellites;
+
+    void UpDateAll() override {
+        ProgramSignals::UpDateAll();
+        if (upDateSatellites) {
+            upDateSatellites();
+        }
+    }
+};
+
+class DesktopProgram {
+  public:
+    DesktopProgram();
+    ~DesktopProgram();
+    DesktopProgram(const DesktopProgram&) = delete;
+    DesktopProgram& operator=(const DesktopProgram&) = delete;
+
+    /// Shows the window and begins the opening.
+    void Start();
+
+    Application& State() { return app_; }
+    MainScope& Window() { return *window_; }
+    Program& Core() { return *program_; }
+
+  private:
+    ProgramHooks MakeHooks();
+    FrameStages MakeStages();
+    void ConnectWindow();
+    void ConnectMenus();
+    void ConnectMouse();
+    void PressKey(int qtKey, bool shift);
+    void OpenTLEFile();
+    void ShowSearch();
+    void ShowSatellites();
+    void MakePicture();
+    void ShowNotice();
+    void FollowSize();
+
+    QtMessageBoxes boxes_;
+    QtEvents events_;
+    DesktopSignals signals_;
+    SystemClock clock_;
+    NoWebsite browser_;
+    Application app_;
+    std::unique_ptr<MainScope> window_;
+    PainterSurface surface_;
+    FrameMemory frame_;
+    FrameStages stages_;
+    SatelliteWorkspace satellites_;
+    StarTables stars_;
+    CityTables cities_;
+    std::unique_ptr<Program> program_;
+    std::unique_ptr<MouseSteering> mouse_;
+    std::unique_ptr<TimerDrivers> timers_;
+    std::unique_ptr<FormFindFlare> searchForm_;
+    std::unique_ptr<FormSatellites> satelliteForm_;
+};
+
+}  // namespace glintara::desktop

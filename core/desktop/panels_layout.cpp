@@ -1,0 +1,265 @@
+#include "core/desktop/panels_layout.h"
+
+#include <QCheckBox>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QLabel>
+#include <QMouseEvent>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <vector>
+
+#include "core/desktop/bindings.h"
+#include "core/desktop/style.h"
+
+namespace glintara::desktop {
+
+namespace {
+
+constexpr int kFrameGap = 8;
+constexpr int kInnerGap = 6;
+constexpr int kControlGap = 4;
+constexpr int kDatePixels = 14;
+constexpr int kNumberPixels = 11;
+constexpr int kSmallNumberPixels = 10;
+
+/// A frame whose ground can be pressed.
+class PanelFrame : public QGroupBox {
+  public:
+    PanelFrame(Frame& frame, QWidget* parent) : QGroupBox(parent), frame_(frame) {
+        const auto show = [this] {
+            setTitle(ToQt(frame_.Caption));
+            setToolTip(ToQt(frame_.ToolTip));
+            setVisible(frame_.Visible);
+        };
+        frame_.Watch(show);
+        show();
+        setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Fixed);
+    }
+
+  protected:
+    void mousePressEvent(QMouseEvent* /*event*/) override { frame_.Click(); }
+
+  private:
+    Frame& frame_;
+};
+
+QGridLayout* GridIn(QWidget* widget) {
+    auto* grid = new QGridLayout(widget);
+    grid->setContentsMargins(kInnerGap, kControlGap, kInnerGap, kControlGap);
+    grid->setHorizontalSpacing(kInnerGap);
+    grid->setVerticalSpacing(kControlGap);
+    return grid;
+}
+
+QLabel* MakeLabel(Label& control, const QFont& font, const char* role) {
+    auto* label = new QLabel;
+    Bind(*label, control);
+    label->setFont(font);
+    if (role != nullptr) {
+        label->setProperty(role, true);
+    }
+    return label;
+}
+
+QPushButton* MakeButton(Button& control, bool step = false) {
+    auto* button = new QPushButton;
+    Bind(*button, control);
+    button->setProperty("step", step);
+    return button;
+}
+
+template <class Widget>
+Widget* MakeBox(CheckBox& control) {
+    auto* box = new Widget;
+    Bind(*box, control);
+    return box;
+}
+
+/// Check boxes in columns, filled from the top.
+void AddBoxes(QGridLayout& grid, const std::vector<std::vector<CheckBox*>>& columns) {
+    for (std::size_t c = 0; c < columns.size(); ++c) {
+        for (std::size_t r = 0; r < columns[c].size(); ++r) {
+            grid.addWidget(MakeBox<QCheckBox>(*columns[c][r]), static_cast<int>(r), static_cast<int>(c));
+        }
+    }
+}
+
+QWidget* BuildInfo(MainControls& main, QWidget* parent) {
+    auto* frame = new PanelFrame(main.FrameInfo, parent);
+    auto* grid = GridIn(frame);
+    auto* date = MakeLabel(main.LDateTime, NumberFont(kDatePixels), nullptr);
+    // In a narrow window the mark behind the time goes to a second line, for which there is always room.
+    date->setWordWrap(true);
+    date->setMinimumSize(date->fontMetrics().horizontalAdvance("DATE 00/00/0000 00:00:00"),
+                         2 * date->fontMetrics().lineSpacing());
+    date->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    grid->addWidget(date, 0, 0, 1, 2);
+    auto* julian = MakeLabel(main.LJD, NumberFont(kSmallNumberPixels), "quiet");
+    julian->setWordWrap(true);
+    julian->setMinimumHeight(2 * julian->fontMetrics().lineSpacing());
+    grid->addWidget(julian, 1, 0, 1, 2);
+    auto* output = MakeLabel(main.LCommandOutput, frame->font(), "accent");
+    output->setWordWrap(true);
+    output->setMinimumHeight(2 * output->fontMetrics().lineSpacing());
+    grid->addWidget(output, 2, 0, 1, 2);
+    grid->addWidget(MakeLabel(main.LStatus, NumberFont(kNumberPixels), "quiet"), 3, 0);
+    grid->addWidget(MakeLabel(main.LFPS, NumberFont(kNumberPixels), "quiet"), 3, 1, Qt::AlignRight);
+    grid->setRowStretch(4, 1);
+    frame->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    return frame;
+}
+
+QWidget* BuildTime(MainControls& main, QWidget* parent) {
+    auto* frame = new PanelFrame(main.FrameTime, parent);
+    auto* grid = GridIn(frame);
+    grid->setHorizontalSpacing(kControlGap);
+    struct Unit {
+        const char* caption;
+        Button* later;
+        Button* earlier;
+    };
+    const std::vector<Unit> units{{"Y", &main.CYearOffsetInc, &main.CYearOffsetDec},
+                                  {"M", &main.CMonthOffsetInc, &main.CMonthOffsetDec},
+                                  {"D", &main.CDayOffsetInc, &main.CDayOffsetDec},
+                                  {"h", &main.CHourOffsetInc, &main.CHourOffsetDec},
+                                  {"m", &main.CMinuteOffsetInc, &main.CMinuteOffsetDec},
+                                  {"s", &main.CSecondOffsetInc, &main.CSecondOffsetDec},
+                                  {"ms", &main.CMilliInc, &main.Command3}};
+    for (std::size_t i = 0; i < units.size(); ++i) {
+        const int column = static_cast<int>(2 * i);
+        auto* caption = new QLabel(units[i].caption);
+        caption->setProperty("quiet", true);
+        grid->addWidget(caption, 0, column, 1, 2, Qt::AlignCenter);
+        grid->addWidget(MakeButton(*units[i].later, true), 1, column, 1, 2);
+        grid->addWidget(MakeButton(*units[i].earlier, true), 2, column, 1, 2);
+    }
+    grid->addWidget(MakeButton(main.CTOrbInc), 3, 0, 1, 5);
+    grid->addWidget(MakeButton(main.CTOrbDec), 3, 5, 1, 5);
+    grid->addWidget(MakeButton(main.CClearTimeOffset), 3, 10, 1, 4);
+    grid->addWidget(MakeBox<QCheckBox>(main.CRealTime), 4, 0, 1, 6);
+    grid->addWidget(MakeBox<QCheckBox>(main.CAutoRefine), 4, 6, 1, 8);
+    grid->setRowStretch(5, 1);
+    return frame;
+}
+
+QWidget* BuildStar(MainControls& main, QWidget* parent) {
+    auto* frame = new PanelFrame(main.FrameStar, parent);
+    auto* grid = GridIn(frame);
+    AddBoxes(*grid,
+             {{&main.CDrawSky, &main.CDrawSun, &main.CDrawConstallations, &main.CStarNames, &main.CDrawFrontStars},
+              {&main.CDrawBackStars, &main.CLocalSky, &main.CFlatSky, &main.CReverseSky, &main.CSkyCircle}});
+    grid->setRowStretch(5, 1);
+    return frame;
+}
+
+QWidget* BuildOrbit(MainControls& main, QWidget* parent) {
+    auto* frame = new PanelFrame(main.FrameOrbit, parent);
+    auto* grid = GridIn(frame);
+    AddBoxes(
+        *grid,
+        {{&main.CPlotOrbit, &main.CPlotOrbitOverTime, &main.CProjectOverTime, &main.CThinLines, &main.CFlareTrack},
+         {&main.CProjectOrbit, &main.CProjectOrbitOnSky, &main.CSatNames, &main.CSatCircle, &main.CIridiumFlares}});
+    grid->setRowStretch(5, 1);
+    return frame;
+}
+
+QWidget* BuildSat(MainControls& main, QWidget* parent) {
+    auto* frame = new PanelFrame(main.FrameSat, parent);
+    auto* grid = GridIn(frame);
+    auto* box = new QPlainTextEdit;
+    Bind(*box, main.TTLE);
+    box->setFont(NumberFont(kNumberPixels));
+    box->setLineWrapMode(QPlainTextEdit::NoWrap);
+    box->setTabChangesFocus(true);
+    box->setAccessibleName("Element sets");
+    box->setPlaceholderText(ToQt(main.TTLE.ToolTip));
+    box->setMinimumSize(90, 40);
+    box->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
+    grid->addWidget(box, 0, 0, 1, 2);
+    grid->addWidget(MakeButton(main.CApplyTLEOrbit), 1, 0, 1, 2);
+    grid->addWidget(MakeButton(main.CUpdateTLE), 2, 0, 1, 2);
+    auto* height = MakeLabel(main.LSatDetail, NumberFont(kSmallNumberPixels), "quiet");
+    height->setWordWrap(true);
+    grid->addWidget(height, 3, 0, 1, 2);
+    grid->setRowStretch(0, 1);
+    frame->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    return frame;
+}
+
+QWidget* BuildDraw(MainControls& main, QWidget* parent) {
+    auto* frame = new PanelFrame(main.FrameDraw, parent);
+    auto* grid = GridIn(frame);
+    AddBoxes(*grid, {{&main.CPlaniSphere, &main.CSunLight, &main.CSolidGlobe, &main.CGlobeGrid, &main.CHideCountries,
+                      &main.CSkyOnly},
+                     {&main.CHCircle, &main.CDrawAries, &main.CAstroDetails, &main.C2OrbitDetails, &main.CMaximizeSky,
+                      &main.CStarsOnGlobe},
+                     {&main.CSatOnly, &main.CDrawArea, &main.CDayFlares, &main.CAntennaID, &main.CMoonFlares,
+                      &main.CAutoMag}});
+    auto* models = new QWidget;
+    auto* column = new QVBoxLayout(models);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(kControlGap);
+    column->addWidget(MakeBox<QCheckBox>(main.CLocalTime));
+    column->addWidget(MakeBox<QCheckBox>(main.CNOSSFlare));
+    column->addWidget(MakeBox<QRadioButton>(main.CSGP1));
+    column->addWidget(MakeBox<QRadioButton>(main.CSGP4));
+    // The program clears the one when the other is set.
+    for (auto* button : models->findChildren<QRadioButton*>()) {
+        button->setAutoExclusive(false);
+    }
+    column->addWidget(MakeLabel(main.LOrbit, NumberFont(kNumberPixels), "quiet"));
+    auto* turns = new QHBoxLayout;
+    turns->setSpacing(kControlGap);
+    for (Button* button : {&main.COrbitTurnDec, &main.CTurnOne, &main.COrbitTurnInc}) {
+        turns->addWidget(MakeButton(*button, true));
+    }
+    column->addLayout(turns);
+    column->addStretch();
+    grid->addWidget(models, 0, 3, 6, 1);
+    grid->setRowStretch(6, 1);
+    frame->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    return frame;
+}
+
+QWidget* BuildViews(MainControls& main, QWidget* parent) {
+    auto* frame = new PanelFrame(main.FrameViews, parent);
+    auto* grid = GridIn(frame);
+    const std::vector<Button*> buttons{&main.CZenith,           &main.CUpOrientation,   &main.CNoon,
+                                       &main.CNightOrientation, &main.CZeroOrientation, &main.COrbitOrient};
+    for (std::size_t i = 0; i < buttons.size(); ++i) {
+        grid->addWidget(MakeButton(*buttons[i]), static_cast<int>(i / 2), static_cast<int>(i % 2));
+    }
+    grid->addWidget(MakeBox<QCheckBox>(main.CLockSky), 3, 0);
+    grid->addWidget(MakeBox<QCheckBox>(main.CLockSatellite), 3, 1);
+    grid->addWidget(MakeButton(main.CRefreshDraw), 4, 0, 1, 2);
+    grid->setRowStretch(5, 1);
+    return frame;
+}
+
+}  // namespace
+
+QWidget* BuildPanelRow(MainControls& main, QWidget* parent) {
+    auto* row = new QWidget(parent);
+    auto* layout = new QHBoxLayout(row);
+    layout->setContentsMargins(kFrameGap, 0, kFrameGap, kFrameGap);
+    layout->setSpacing(kFrameGap);
+    std::vector<QWidget*> frames{BuildInfo(main, row),  BuildTime(main, row), BuildStar(main, row),
+                                 BuildOrbit(main, row), BuildSat(main, row),  BuildDraw(main, row),
+                                 BuildViews(main, row)};
+    // All of one height, so that nothing moves when the groups change.
+    int height = 0;
+    for (QWidget* frame : frames) {
+        height = std::max(height, frame->sizeHint().height());
+    }
+    for (QWidget* frame : frames) {
+        frame->setFixedHeight(height);
+        layout->addWidget(frame);
+    }
+    return row;
+}
+
+}  // namespace glintara::desktop

@@ -1,0 +1,50 @@
+#pragma once
+
+// The picture: the widget that shows what the scene has painted, and hears the mouse.
+
+#include <QImage>
+#include <QWidget>
+#include <functional>
+
+namespace glintara::desktop {
+
+/// What the mouse does over the picture. Empty functions are not called.
+struct PictureListener {
+    std::function<void()> resized;
+    std::function<void(const QMouseEvent&)> moved;
+    std::function<void(const QMouseEvent&)> pressed;
+    std::function<void(const QMouseEvent&)> released;
+    std::function<void(const QMouseEvent&)> doubleClicked;
+    std::function<void(const QWheelEvent&)> wheel;
+};
+
+class PictureBox : public QWidget {
+  public:
+    explicit PictureBox(QWidget* parent);
+
+    void SetListener(PictureListener listener) { listener_ = std::move(listener); }
+
+    /// The image to paint on. It has the widget's size in pixels of the display; `TakeSize` makes it follow the widget.
+    QImage& Image() { return image_; }
+
+    /// Gives the image the widget's present size. What it showed is gone.
+    void TakeSize();
+
+    /// Size of the widget, pixels of the layout.
+    QSize PictureSize() const { return size(); }
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+
+  private:
+    PictureListener listener_;
+    QImage image_;
+};
+
+}  // namespace glintara::desktop

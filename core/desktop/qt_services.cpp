@@ -1,0 +1,42 @@
+#include "core/desktop/qt_services.h"
+
+#include <QCoreApplication>
+#include <QMessageBox>
+
+#include "core/desktop/bindings.h"
+
+namespace glintara::desktop {
+
+namespace {
+
+constexpr auto kTitle = "Glintara";
+
+QString TextOf(std::string_view text) {
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())).replace("\r\n", "\n");
+}
+
+}  // namespace
+
+void QtMessageBoxes::Tell(std::string_view text, MessageIcon icon) {
+    if (icon == MessageIcon::Critical) {
+        QMessageBox::critical(parent_, kTitle, TextOf(text));
+    } else {
+        QMessageBox::warning(parent_, kTitle, TextOf(text));
+    }
+}
+
+bool QtMessageBoxes::AskYesNo(std::string_view text) {
+    return QMessageBox::question(parent_, kTitle, TextOf(text)) == QMessageBox::Yes;
+}
+
+void QtEvents::ServeEvents() { QCoreApplication::processEvents(); }
+
+TimerDrivers::TimerDrivers(MainControls& main) {
+    const auto controls = main.Timers();
+    for (std::size_t i = 0; i < controls.size(); ++i) {
+        timers_[i] = std::make_unique<QTimer>();
+        Bind(*timers_[i], *controls[i]);
+    }
+}
+
+}  // namespace glintara::desktop

@@ -1,0 +1,50 @@
+#pragma once
+
+// What the program asks of the desktop: message boxes, pending events, the drivers of the timers.
+
+#include <QTimer>
+#include <QWidget>
+#include <array>
+#include <memory>
+#include <vector>
+
+#include "core/state/events.h"
+#include "core/state/main_controls.h"
+#include "core/state/message_boxes.h"
+#include "core/usage_record.h"
+
+namespace glintara::desktop {
+
+/// Message boxes over the main window.
+class QtMessageBoxes : public MessageBoxes {
+  public:
+    void SetParent(QWidget* parent) { parent_ = parent; }
+    void Tell(std::string_view text, MessageIcon icon) override;
+    bool AskYesNo(std::string_view text) override;
+
+  private:
+    QWidget* parent_ = nullptr;
+};
+
+/// Serves the events of the application.
+class QtEvents : public Events {
+  public:
+    void ServeEvents() override;
+};
+
+/// The news page has no website yet: an address that leads nowhere is not put before the user.
+class NoWebsite : public Browser {
+  public:
+    void Open(const std::string& /*address*/) override {}
+};
+
+/// One Qt timer for each timer of the main window.
+class TimerDrivers {
+  public:
+    explicit TimerDrivers(MainControls& main);
+
+  private:
+    std::array<std::unique_ptr<QTimer>, MainControls::kTimerCount> timers_;
+};
+
+}  // namespace glintara::desktop

@@ -1,0 +1,24 @@
+#pragma once
+
+// What the keys of the main window do.
+
+#include "core/run_loop.h"
+#include "core/state/application.h"
+
+namespace glintara {
+
+/// Keys without a character.
+enum class SpecialKey { None, F1, F2, F3, F4, F5, F6, F7, F8, F9, Up, Down, Left, Right, Escape };
+
+/// One key as it was pressed. Letters are capitals whatever the shift.
+struct KeyPress {
+    char character = 0;
+    SpecialKey special = SpecialKey::None;
+    bool shift = false;
+};
+
+/// Acts on a key that no text field has taken. A key whose control is disabled does nothing. Returns whether the key
+/// means anything.
+bool Form_KeyDown(Application& app, RunLoop& loop, const KeyPress& key);
+
+}  // namespace glintara

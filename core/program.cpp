@@ -1,0 +1,91 @@
+#include "core/program.h"
+
+#include <utility>
+
+#include "core/panels.h"
+#include "core/satellite_panel.h"
+#include "core/time_buttons.h"
+#include "flare/search.h"
+#include "scene/orientation.h"
+
+namespace glintara {
+
+void ProgramSignals::UpDateAll() {
+    if (app_ != nullptr) RefreshSatellitePanel(*app_);
+}
+
+void ProgramSignals::ShowWorkingSatellite() {
+    if (app_ != nullptr) RefreshSatellitePanel(*app_);
+}
+
+void ProgramSignals::UpdateGraphicsLevel2() {
+    if (app_ != nullptr) glintara::UpdateGraphicsLevel2(app_->Main);
+}
+
+void ProgramSignals::SyncronizeMenuBar() {
+    if (app_ != nullptr) glintara::SyncronizeMenuBar(app_->Main);
+}
+
+void ProgramSignals::SaveStat() {
+    if (usage_ != nullptr) usage_->SaveStat();
+}
+
+Program::Program(Application& app, ProgramSignals& signals, const ComputerClock& clock, Browser& browser,
+                 ProgramHooks hooks, const std::filesystem::path& usageFile)
+    : app_(app),
+      startUpHooks_(hooks.startUp),
+      Time(app, clock),
+      Usage(app.Data.UsageStats, clock, browser, usageFile),
+      Loop(app, Time, hooks.picture),
+      OpeningSequence(
+          app, clock, Loop,
+          {std::move(hooks.loadStartUpWorkspace), [this] { Usage.CheckForUpdate(app_.Run.UpdateCheckDays, false); }}),
+      End(app, std::move(hooks.shutDown)) {
+    signals.app_ = &app;
+    signals.usage_ = &Usage;
+    Loop.Connect();
+    OpeningSequence.Connect();
+    End.Connect();
+    ConnectOptions(app,
+                   {[this] { Time.TimeSyncronize(); }, [this] { Loop.ClockTick(); }, hooks.startUp.rebuildStarList});
+    ConnectTimeButtons(app, Time);
+    ConnectSatellitePanel(app);
+    ConnectPanels(app);
+    ConnectViews();
+    ConnectSearch();
+    app.Main.MnuUpdateCheck.SetClickHandler([this] { Usage.CheckForUpdate(app_.Run.UpdateCheckDays, true); });
+}
+
+bool Program::Touched() {
+    OpeningSequence.CutShort();
+    return Loop.GlobeRotation().StopIdle();
+}
+
+void Program::ConnectSearch() {
+    FindFlareControls& form = app_.FindFlare;
+    form.CFindFirst.SetClickHandler([this] {
+        const LongWork work(app_);
+        CFindFirst_click(app_, Time);
+    });
+    form.CFindNext.SetClickHandler([this] {
+        const LongWork work(app_);
+        CFindNext_click(app_, Time);
+    });
+    form.CAbort.SetClickHandler([this] { CAbort_click(app_); });
+}
+
+void Program::ConnectViews() {
+    MainControls& main = app_.Main;
+    main.CZeroOrientation.SetClickHandler([this] { CZeroOrientation_Click(app_); });
+    main.CZenith.SetClickHandler([this] { CZenith_Click(app_); });
+    main.CUpOrientation.SetClickHandler([this] { CUpOrientation_Click(app_); });
+    main.CNoon.SetClickHandler([this] { CNoon_Click(app_); });
+    main.CNightOrientation.SetClickHandler([this] { CNightOrientation_Click(app_); });
+    main.COrbitOrient.SetClickHandler([this] { COrbitOrient_Click(app_); });
+    main.MnuQResetView.SetClickHandler([this] {
+        ResetView(app_);
+        Time.TimeSyncronize();
+    });
+}
+
+}  // namespace glintara

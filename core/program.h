@@ -1,0 +1,75 @@
+#pragma once
+
+// The rooms of the program's core put together. What stands above them, the windows, and what stands beside them is
+// given as functions.
+
+#include <filesystem>
+
+#include "core/computer_clock.h"
+#include "core/opening.h"
+#include "core/options.h"
+#include "core/run_loop.h"
+#include "core/shut_down.h"
+#include "core/simulated_time.h"
+#include "core/start_up.h"
+#include "core/usage_record.h"
+
+namespace glintara {
+
+/// What the core asks of others. What is empty is not there.
+struct ProgramHooks {
+    PictureHooks picture;
+    StartUpHooks startUp;
+    std::function<bool()> loadStartUpWorkspace;  ///< loads "startup.cst" without a word; whether it did
+    ShutDownHooks shutDown;
+};
+
+/// The services of the core behind `WindowSignals`. The windows derive from it, and what they override goes on to it.
+class ProgramSignals : public WindowSignals {
+  public:
+    void UpDateAll() override;
+    void ShowWorkingSatellite() override;
+    void UpdateGraphicsLevel2() override;
+    void SyncronizeMenuBar() override;
+    void SaveStat() override;
+
+  private:
+    friend class Program;
+    Application* app_ = nullptr;  // set when the program has been put together
+    UsageRecord* usage_ = nullptr;
+};
+
+/// The core of the program. It hangs its handlers on the controls of `app`, so both live together; the clock, the
+/// browser and the signals must outlive it.
+class Program {
+  public:
+    Program(Application& app, ProgramSignals& signals, const ComputerClock& clock, Browser& browser, ProgramHooks hooks,
+            const std::filesystem::path& usageFile = kUsageFile);
+    Program(const Program&) = delete;
+    Program& operator=(const Program&) = delete;
+
+    /// Brings the program up; the opening follows from the timers.
+    void Start(const std::filesystem::path& programFolder) {
+        Form_Load(app_, Time, Usage, startUpHooks_, programFolder);
+    }
+
+    /// Any key, or a press on the picture: ends the opening early, or the idle turning. True when it stopped the
+    /// turning: then it does not start it again.
+    bool Touched();
+
+  private:
+    void ConnectSearch();
+    void ConnectViews();
+
+    Application& app_;
+    StartUpHooks startUpHooks_;
+
+  public:
+    SimulatedTime Time;
+    UsageRecord Usage;
+    RunLoop Loop;
+    Opening OpeningSequence;
+    ShutDown End;
+};
+
+}  // namespace glintara

@@ -1,0 +1,33 @@
+#pragma once
+
+// How the program comes up.
+
+#include <filesystem>
+#include <functional>
+#include <string>
+
+#include "core/simulated_time.h"
+#include "core/state/application.h"
+#include "core/usage_record.h"
+
+namespace glintara {
+
+/// Title of the main window.
+inline constexpr const char* kWindowTitle = "Glintara - v.1.5.2";
+
+/// What start-up asks of other rooms. What is empty is left out.
+struct StartUpHooks {
+    std::function<bool()> loadMap;          ///< reads borders, stars and constellations; whether all could be read
+    std::function<bool()> loadSites;        ///< reads cities and sites
+    std::function<void()> rebuildStarList;  ///< after a change of `MaxStarMag`
+    std::function<void()> applyFormColors;  ///< the default colours
+};
+
+/// Brings the state to where the program starts, loads the data files, counts the start, and arms the opening. The
+/// controls must have their handlers already. Data files that cannot be read give one message box, "Error Loading
+/// Database", and the program goes on with what there is. `programFolder` becomes the current directory, unless it is
+/// empty.
+void Form_Load(Application& app, SimulatedTime& time, UsageRecord& usage, const StartUpHooks& hooks,
+               const std::filesystem::path& programFolder);
+
+}  // namespace glintara

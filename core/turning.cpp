@@ -1,0 +1,92 @@
+#include "core/turning.h"
+
+#include <algorithm>
+
+#include "orbit/astro/trigonometry.h"
+
+namespace glintara {
+
+namespace {
+
+constexpr int kTickMs = 20;
+constexpr int kMostAutoTurn = 10;
+
+/// `AutoTurn` while nothing but the opening has set the globe turning.
+constexpr int kIdleTurn = 1;
+
+/// The globe takes this part of the last change of the angle in each tick.
+constexpr double kTurnPart = 0.25;
+
+/// Ticks from the end of a drag until the globe rests: 1.5 seconds.
+constexpr int kTicksToRest = 75;
+
+}  // namespace
+
+void GlobeTurning::Start(Turning how) {
+    how_ = how;
+    ticks_ = 0;
+    dragNoted_ = false;
+    app_.Run.AutoTurn = std::min(app_.Run.AutoTurn + 1, kMostAutoTurn);
+    app_.Main.TimerHRot.Restart(kTickMs);
+}
+
+void GlobeTurning::Stop() { app_.Main.TimerHRot.Stop(); }
+
+bool GlobeTurning::StopIdle() {
+    if (app_.Run.AutoTurn != kIdleTurn || !app_.Main.TimerHRot.Enabled) return false;
+    Stop();
+    return true;
+}
+
+void GlobeTurning::Toggle() {
+    if (app_.Main.TimerHRot.Enabled) {
+        Stop();
+    } else {
+        Start(Turning::Lasting);
+    }
+}
+
+void GlobeTurning::DragReleased(double latPerTick, double lonPerTick, double rollPerTick) {
+    // A turning that lasts takes the motion on by itself, with its next tick.
+    if (lonPerTick == 0 || (app_.Main.TimerHRot.Enabled && how_ == Turning::Lasting)) return;
+    app_.Run.RotIncLat = latPerTick;
+    app_.Run.RotIncLon = lonPerTick;
+    app_.Run.RotIncRoll = rollPerTick;
+    Start(Turning::Decaying);
+}
+
+void GlobeTurning::Tick() {
+    RunState& run = app_.Run;
+    ViewState& view = app_.Data.View;
+    if (run.DragActive && how_ == Turning::Decaying) {
+        Stop();  // the hand on the globe ends it
+        return;
+    }
+    if (run.DragActive) {
+        notedLat_ = view.ViewLat;
+        notedLon_ = view.ViewLon;
+        notedRoll_ = view.ViewRoll;
+        dragNoted_ = true;
+        return;
+    }
+    if (dragNoted_) {
+        dragNoted_ = false;
+        run.RotIncLat = view.ViewLat - notedLat_;
+        run.RotIncLon = view.ViewLon - notedLon_;
+        run.RotIncRoll = view.ViewRoll - notedRoll_;
+        return;
+    }
+    double part = kTurnPart;
+    if (how_ == Turning::Decaying) {
+        if (++ticks_ >= kTicksToRest) {
+            Stop();
+            return;
+        }
+        const double left = 1 - static_cast<double>(ticks_) / kTicksToRest;
+        part *= left * left;
+    }
+    view.ViewLon = WrapTwoPi(view.ViewLon + part * run.RotIncLon);
+    app_.Windows.UpdateGraphicsLevel2();
+}
+
+}  // namespace glintara

@@ -1,0 +1,135 @@
+#pragma once
+
+// The core of the program without windows, on a clock that a test moves.
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "core/manual_clock.h"
+#include "core/program.h"
+#include "core/state/recording_services.h"
+
+namespace glintara::testing {
+
+constexpr double kPlainPi = 3.14159265358979323846;
+constexpr double kDegree = kPlainPi / 180;
+constexpr double kSecond = 1 / 86400.0;
+
+class RecordingBrowser : public Browser {
+  public:
+    void Open(const std::string& address) override { opened.push_back(address); }
+
+    std::vector<std::string> opened;
+};
+
+/// A folder of its own for each test, gone afterwards.
+class TemporaryFolder {
+  public:
+    TemporaryFolder() {
+        const auto* test = ::testing::UnitTest::GetInstance()->current_test_info();
+        path_ = std::filesystem::temp_directory_path() /
+                ("glintara-" + std::string(test->test_suite_name()) + "-" + test->name());
+        std::filesystem::remove_all(path_);
+        std::filesystem::create_directories(path_);
+    }
+    TemporaryFolder(const TemporaryFolder&) = delete;
+    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+    ~TemporaryFolder() {
+        std::error_code ignored;
+        std::filesystem::remove_all(path_, ignored);
+    }
+
+    const std::filesystem::path& Path() const { return path_; }
+
+  private:
+    std::filesystem::path path_;
+};
+
+/// What a picture showed.
+struct Picture {
+    std::int64_t ms = 0;
+    double zoom = 0;
+    double lon = 0;
+    double simSecond = 0;
+    bool fine = false;
+    Splash splash = Splash::None;
+};
+
+/// The program before `Start`: 20 January 2018, 17:42:09.31 UTC.
+struct ProgramTest : ::testing::Test {
+    ProgramTest() { clock.Drive(app.Main); }
+
+    /// The program in its running phase, without the opening; no picture has been made.
+    void RunAtOnce() {
+        program.Time.ReadBase();
+        program.Time.TimeSyncronize();
+        app.Main.Timer2.Stop();
+        app.Main.Timer5.Enabled = true;
+        pictures.clear();
+    }
+
+    /// One satellite of `meanMotion` revolutions a day.
+    void AddSatellite(double meanMotion = 15) {
+        SatRecord& satellite = app.Data.Satellite(++app.Data.SatCount);
+        satellite.MeanMotion = meanMotion;
+        satellite.OrbitNumber = static_cast<std::int16_t>(app.Data.SatCount);
+        satellite.SatNumber = "2494" + std::to_string(app.Data.SatCount);
+        signals.UpDateAll();
+    }
+
+    ProgramHooks Hooks() {
+        ProgramHooks hooks;
+        hooks.picture.makePicture = [this] {
+            pictures.push_back({clock.NowMs(), app.Data.View.ZoomFactor, app.Data.View.ViewLon, app.Data.SimSecond,
+                                app.Run.FinePass, app.Run.SplashShown});
+            if (whilePictured) whilePictured();
+        };
+        hooks.picture.showPlottingNotice = [this] { notices.push_back(clock.NowMs()); };
+        hooks.picture.drawFineStars = [this] { ++fineStars; };
+        hooks.picture.findObject = [this] { ++objectsSought; };
+        hooks.picture.showNextView = [this] { ++viewsShown; };
+        hooks.picture.updateSatPosition = [this] { ++positionsTold; };
+        hooks.startUp.loadMap = [this] { return mapLoads; };
+        hooks.startUp.loadSites = [this] { return sitesLoad; };
+        hooks.startUp.rebuildStarList = [this] { starLimits.push_back(app.Data.View.MaxStarMag); };
+        hooks.loadStartUpWorkspace = [this] {
+            if (whileLoaded) whileLoaded();
+            return workspaceLoads;
+        };
+        hooks.shutDown.unloadForm = [this](std::string_view form) { unloaded.emplace_back(form); };
+        hooks.shutDown.closeWindow = [this] { ++closesPosted; };
+        return hooks;
+    }
+
+    TemporaryFolder folder;
+    RecordingBoxes boxes;
+    ManualClock clock{{2018, 1, 20, 17, 42, 9.31}};
+    ProgramSignals signals;
+    RecordingBrowser browser;
+    Application app{boxes, clock, signals};
+
+    std::vector<Picture> pictures;
+    std::function<void()> whilePictured;
+    std::vector<std::int64_t> notices;
+    int fineStars = 0;
+    int objectsSought = 0;
+    int viewsShown = 0;
+    int positionsTold = 0;
+    bool mapLoads = true;
+    bool sitesLoad = true;
+    bool workspaceLoads = false;
+    std::function<void()> whileLoaded;
+    std::vector<double> starLimits;
+    std::vector<std::string> unloaded;
+    int closesPosted = 0;
+
+    Program program{app, signals, clock, browser, Hooks(), folder.Path() / "glt.ini"};
+};
+
+}  // namespace glintara::testing
