@@ -125,13 +125,21 @@ void WriteReals(ByteWriter& writer, const std::vector<double>& table) {
     for (std::size_t i = 1; i < table.size(); ++i) writer.Real(table[i]);
 }
 
+/// The numbers of a star in the order of the file.
+template <typename Star, typename Visit>
+void VisitNumbers(Star& star, Visit visit) {
+    visit(star.Magnitude);
+    visit(star.Declination);
+    visit(star.RightAscension);
+    visit(star.DeclinationJ2000);
+    visit(star.RightAscensionJ2000);
+    for (auto& spare : star.Spare) visit(spare);
+    visit(star.ColorIndex);
+}
+
 StarRecord ReadStar(ByteReader& reader) {
     StarRecord star;
-    for (double* field :
-         {&star.Magnitude, &star.Declination, &star.RightAscension, &star.DeclinationJ2000, &star.RightAscensionJ2000,
-          &star.Spare[0], &star.Spare[1], &star.Spare[2], &star.ColorIndex}) {
-        *field = reader.Real();
-    }
+    VisitNumbers(star, [&reader](double& number) { number = reader.Real(); });
     star.ProperName = reader.Text();
     star.Designation = reader.Text();
     star.SpectralType = reader.Text();
@@ -140,11 +148,7 @@ StarRecord ReadStar(ByteReader& reader) {
 }
 
 void WriteStar(ByteWriter& writer, const StarRecord& star) {
-    for (const double field :
-         {star.Magnitude, star.Declination, star.RightAscension, star.DeclinationJ2000, star.RightAscensionJ2000,
-          star.Spare[0], star.Spare[1], star.Spare[2], star.ColorIndex}) {
-        writer.Real(field);
-    }
+    VisitNumbers(star, [&writer](double number) { writer.Real(number); });
     writer.Text(star.ProperName);
     writer.Text(star.Designation);
     writer.Text(star.SpectralType);

@@ -7,6 +7,7 @@
 #include <QWheelEvent>
 
 #include "core/desktop/bindings.h"
+#include "core/panels.h"
 #include "orbit/element_sets.h"
 #include "scene/marks.h"
 #include "scene/orientation.h"
@@ -104,6 +105,7 @@ void DesktopProgram::ConnectMenus() {
     main.MnuFindFlare.SetClickHandler([this] { ShowSearch(); });
     main.MnuManageSatellites.SetClickHandler([this] { ShowSatellites(); });
     app_.FindFlare.CSatList.SetClickHandler([this] { ShowSatellites(); });
+    main.MnuFullScreen.SetClickHandler([this] { ToggleFullScreen(); });
     main.MnuExit.SetClickHandler([this] { window_->close(); });
 }
 
@@ -122,12 +124,17 @@ void DesktopProgram::ConnectMouse() {
         mouse_->Moved(placeOf(event.position()), HoldOf(event));
     };
     listener.released = [this](const QMouseEvent& /*event*/) { mouse_->Released(); };
+    listener.doubleClicked = [this](const QMouseEvent& /*event*/) { DoubleClick(); };
     listener.wheel = [this](const QWheelEvent& event) { mouse_->Wheel(event.angleDelta().y()); };
     window_->Picture().SetListener(std::move(listener));
 }
 
 void DesktopProgram::PressKey(int qtKey, bool shift) {
     program_->OpeningSequence.CutShort();
+    if (qtKey == Qt::Key_Escape && app_.Run.FullScreen) {
+        ToggleFullScreen();
+        return;
+    }
     KeyPress key;
     key.special = SpecialOf(qtKey);
     key.shift = shift;
@@ -163,6 +170,22 @@ void DesktopProgram::ShowSatellites() {
     satelliteForm_->show();
     satelliteForm_->raise();
     satelliteForm_->activateWindow();
+}
+
+void DesktopProgram::ToggleFullScreen() {
+    SetFullScreen(app_, !app_.Run.FullScreen);
+    window_->setWindowState(app_.Run.FullScreen ? window_->windowState() | Qt::WindowFullScreen
+                                                : window_->windowState() & ~Qt::WindowFullScreen);
+}
+
+void DesktopProgram::DoubleClick() {
+    if (app_.Run.FullScreen) {
+        ToggleFullScreen();
+    } else if (app_.Run.PanelsHidden) {
+        MenuShow(app_);
+    } else {
+        MenuHide(app_);
+    }
 }
 
 void DesktopProgram::FollowSize() {

@@ -58,6 +58,8 @@ class DesktopProgram {
     void MakePicture();
     void ShowNotice();
     void FollowSize();
+    void ToggleFullScreen();
+    void DoubleClick();
 
     QtMessageBoxes boxes_;
     QtEvents events_;

@@ -127,7 +127,7 @@ class RingContains {
         }
         const double meridian = place_.lon + kFullTurn * std::fmax(before, after);
         const double lat = from.lat + (to.lat - from.lat) * (meridian - from.lon) / (to.lon - from.lon);
-        crossed_ ^= lat > place_.lat;
+        crossed_ = crossed_ != (lat > place_.lat);
     }
 
     /// The answer, once all lines are added.

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <cstdlib>
 
 #include "orbit/astro/constants.h"
 #include "orbit/engine/country_ring.h"

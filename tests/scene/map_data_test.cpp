@@ -8,6 +8,7 @@
 #include <ostream>
 #include <set>
 #include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -29,7 +30,9 @@ const std::filesystem::path& DataFolder() {
 struct Vertex {
     double lat = 0;
     double lon = 0;
-    auto operator<=>(const Vertex&) const = default;
+
+    friend bool operator==(const Vertex&, const Vertex&) = default;
+    friend bool operator<(const Vertex& a, const Vertex& b) { return std::tie(a.lat, a.lon) < std::tie(b.lat, b.lon); }
 };
 
 using Ring = std::vector<Vertex>;
@@ -68,10 +71,8 @@ bool Contains(const Ring& ring, const Place& place) {
     const auto [low, high] =
         std::minmax_element(ring.begin(), ring.end(), [](const Vertex& a, const Vertex& b) { return a.lat < b.lat; });
     if (lat < low->lat || lat > high->lat) return false;
-    for (const double turn : {-kTurn, 0.0, kTurn}) {
-        if (WindingNumber(ring, lat, place.lon + turn) != 0) return true;
-    }
-    return false;
+    const auto windsAround = [&](double lon) { return WindingNumber(ring, lat, lon) != 0; };
+    return windsAround(place.lon) || windsAround(place.lon - kTurn) || windsAround(place.lon + kTurn);
 }
 
 struct Table {

@@ -351,7 +351,7 @@ TEST(GlobeOutline, FollowsAParallelAndNotTheGreatCircle) {
     for (const Contour& line : earth.canvas.lines) {
         for (const Pixel& p : line) {
             EXPECT_GT(std::hypot(p.x - 400, p.y - 300), radius - 0.3);
-            onParallel += std::hypot(p.x - 400, p.y - 300) < radius + 0.3;
+            onParallel += std::hypot(p.x - 400, p.y - 300) < radius + 0.3 ? 1 : 0;
         }
     }
     EXPECT_GT(onParallel, 20);

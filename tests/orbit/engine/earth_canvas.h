@@ -4,6 +4,7 @@
 // which place of the Earth is seen at a pixel.
 
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
 #include <numbers>
 #include <optional>
@@ -44,7 +45,7 @@ class Canvas {
     bool Covers(const Pixel& p) const {
         for (const auto& shape : fills) {
             bool inside = false;
-            for (const Contour& contour : shape) inside ^= IsInside(contour, p);
+            for (const Contour& contour : shape) inside = inside != IsInside(contour, p);
             if (inside) return true;
         }
         return false;
@@ -63,9 +64,9 @@ class Canvas {
         return inside;
     }
 
-    static Contour Points(const double* xy, std::int32_t begin, std::int32_t end) {
+    static Contour Points(const double* xy, std::ptrdiff_t begin, std::ptrdiff_t end) {
         Contour contour;
-        for (std::int32_t i = begin; i < end; ++i) contour.push_back({xy[2 * i], xy[2 * i + 1]});
+        for (std::ptrdiff_t i = begin; i < end; ++i) contour.push_back({xy[2 * i], xy[2 * i + 1]});
         return contour;
     }
 
