@@ -1,10 +1,8 @@
 #include "orbit/element_sets.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <cstdint>
-#include <fstream>
 #include <limits>
 #include <optional>
 #include <unordered_map>
@@ -16,6 +14,7 @@
 #include "orbit/astro/constants.h"
 #include "orbit/astro/number_text.h"
 #include "orbit/engine/glintcore.h"
+#include "orbit/files.h"
 
 namespace glintara {
 
@@ -333,20 +332,6 @@ class Admission {
     bool badData_ = false;
 };
 
-// All bytes of a file; nothing when it cannot be read, is no plain file of bytes, or is too large.
-std::optional<std::string> ReadWholeFile(const std::filesystem::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    if (!file) return std::nullopt;
-    std::string content;
-    std::array<char, 65536> part;
-    while (file.read(part.data(), part.size()), file.gcount() > 0) {
-        content.append(part.data(), static_cast<std::size_t>(file.gcount()));
-        if (content.size() > kLargestTLEFile) return std::nullopt;
-    }
-    if (file.bad() || !file.eof()) return std::nullopt;
-    return content;
-}
-
 }  // namespace
 
 TLELineCheck CheckTLELine(std::string_view line) {
@@ -404,7 +389,7 @@ std::string BoxText(std::string_view text) {
 void EnterTLEText(Application& app, std::string_view text) { app.Main.TTLE.Text = BoxText(text); }
 
 bool LoadTLEFile(Application& app, const std::filesystem::path& path) {
-    const std::optional<std::string> content = ReadWholeFile(path);
+    const std::optional<std::string> content = ReadWholeFile(path, kLargestTLEFile);
     if (!content) {
         app.Boxes.Tell("Error Loading File", MessageIcon::Critical);
         return false;
