@@ -3,28 +3,11 @@
 
 #include <benchmark/benchmark.h>
 
-#include <stdexcept>
-#include <string>
-#include <string_view>
-
-#include "core/state/application.h"
-#include "orbit/astro/calendar.h"
-#include "orbit/element_sets.h"
-#include "orbit/location.h"
+#include "bench/example_list.h"
 #include "scene/satellites.h"
 
 namespace glintara {
 namespace {
-
-constexpr double kStart = 2458138.5;            // 20 January 2018, 0 h UTC
-constexpr double kFrame = 60 / kSecondsPerDay;  // from one picture to the next
-constexpr int kFrames = 1440;                   // pictures before the day begins again
-
-class SilentBoxes : public MessageBoxes {
-  public:
-    void Tell(std::string_view, MessageIcon) override {}
-    bool AskYesNo(std::string_view) override { return false; }
-};
 
 /// Counts what it is asked for.
 class CountingSurface : public DrawSurface {
@@ -52,36 +35,11 @@ class CountingSurface : public DrawSurface {
     double polylines = 0;
 };
 
-void SetInstant(CommonData& data, double jd) {
-    const CalendarFields fields = JDToDate(jd);
-    data.SimTime = jd;
-    data.SimYear = static_cast<std::int32_t>(fields.year);
-    data.SimMonth = static_cast<std::int16_t>(fields.month);
-    data.SimDay = static_cast<std::int16_t>(fields.day);
-    data.SimHour = static_cast<std::int16_t>(fields.hour);
-    data.SimMinute = static_cast<std::int16_t>(fields.minute);
-    data.SimSecond = fields.second;
-}
-
 // Marks and names of `count` satellites; with `all` also an orbit and the live flares.
 void SatellitesOfAPicture(benchmark::State& state, int count, bool all) {
-    SilentBoxes boxes;
-    Events events;
-    WindowSignals windows;
-    Application app(boxes, events, windows);
+    ExampleList list(count);
+    Application& app = list.app;
     CommonData& data = app.Data;
-    SetLocationDegrees(data, 45.07, 7.69);
-    if (!LoadTLEFile(app, std::string(GLINTARA_SOURCE_DIR) + "/data/examples/all.tle")) {
-        throw std::runtime_error("all.tle");
-    }
-    CApplyTLEOrbitFnct(app, TLEMode::Add, false, false);
-    const int loaded = data.SatCount;
-    for (int next = 1; data.SatCount < count; next = next % loaded + 1) {
-        data.Satellite(data.SatCount + 1) = data.Satellite(next);
-        // Copies are for their marks; flares come from the originals.
-        data.Satellite(data.SatCount + 1).Surface.ModelFlags[0] = '0';
-        ++data.SatCount;
-    }
     app.Main.CSatOnly.Value = !all;
     app.Main.CIridiumFlares.Value = all;
     data.SunDir = {0, 1, 0};
@@ -94,8 +52,8 @@ void SatellitesOfAPicture(benchmark::State& state, int count, bool all) {
     SatelliteWorkspace work;
     int frame = 0;
     for (auto _ : state) {
-        SetInstant(data, kStart + frame * kFrame);
-        frame = (frame + 1) % kFrames;
+        list.SetInstant(kBenchStart + frame * kBenchFrame);
+        frame = (frame + 1) % kBenchFrames;
         DrawSatellites(scene, work);
     }
     state.SetItemsProcessed(state.iterations() * data.SatCount);

@@ -83,12 +83,16 @@ void ClearPicture(const SceneContext& scene, const FrameStages& stages) {
 
 void DrawDisc(const SceneContext& scene) {
     DrawSurface& surface = scene.Surface;
-    const double pixel = std::min(1 / ScreenPixelsPerUnit(scene), kMostGlow / static_cast<double>(kGlow.size()));
+    const double pixelsPerUnit = ScreenPixelsPerUnit(scene);
+    const double pixel = std::min(1 / pixelsPerUnit, kMostGlow / static_cast<double>(kGlow.size()));
+    surface.FillStyle = FillPattern::Transparent;
+    surface.DrawWidth = pixel * pixelsPerUnit;
     for (std::size_t ring = kGlow.size(); ring-- > 0;) {
         const Color color = Blend(kLimbColor, surface.BackColor, kGlow[ring]);
-        surface.FillColor = color;
-        SceneCircle(scene, {0, 0}, 1 + pixel * static_cast<double>(ring + 1), color);
+        SceneCircle(scene, {0, 0}, 1 + pixel * (static_cast<double>(ring) + 0.5), color);
     }
+    surface.FillStyle = FillPattern::Solid;
+    surface.DrawWidth = 1;
     surface.FillColor = scene.App.Data.SeaColor;
     SceneCircle(scene, {0, 0}, 1, surface.FillColor);
 }

@@ -87,10 +87,33 @@ void PainterSurface::Line(double x1, double y1, double x2, double y2) {
     painter_.drawLine(QLineF(x1 / kTwips, y1 / kTwips, x2 / kTwips, y2 / kTwips));
 }
 
+/// Lays a small disc on as a ready-made picture. False when it is none that is kept.
+bool PainterSurface::StampDisc(const QPointF& centre, double radius) {
+    if (DrawMode != MixMode::Copy || DrawStyle == PenPattern::Dotted) {
+        return false;
+    }
+    const bool outlined = DrawStyle == PenPattern::Solid;
+    const DiscLook look{.radius = radius,
+                        .fill = FillStyle == FillPattern::Solid ? QtColor(FillColor).rgb() : 0,
+                        .outline = outlined ? QtColor(ForeColor).rgb() : 0,
+                        .penWidth = outlined ? DrawWidth : 0,
+                        .ratio = ratio_};
+    if (!DiscStamps::Takes(look)) {
+        return false;
+    }
+    SetMode();
+    stamps_.Draw(painter_, look, centre);
+    return true;
+}
+
 void PainterSurface::Circle(double x, double y, double radius) {
+    const QPointF centre(x / kTwips, y / kTwips);
+    if (StampDisc(centre, radius / kTwips)) {
+        return;
+    }
     SetPen();
     SetBrush();
-    painter_.drawEllipse(QPointF(x / kTwips, y / kTwips), radius / kTwips, radius / kTwips);
+    painter_.drawEllipse(centre, radius / kTwips, radius / kTwips);
 }
 
 void PainterSurface::PSet(double x, double y) {
@@ -145,6 +168,15 @@ void PainterSurface::PolyPolygon(std::span<const double> xy, std::span<const std
     if (FillStyle != FillPattern::Solid) {
         return;
     }
+    SetMode();
+    if (contourEnds.size() == 1) {
+        // One contour alone needs no path, which would look at each vertex twice more.
+        TakePoints(xy.first(std::min(xy.size(), 2 * static_cast<std::size_t>(contourEnds[0]))));
+        painter_.setPen(Qt::NoPen);
+        painter_.setBrush(QtColor(FillColor));
+        painter_.drawPolygon(points_.data(), static_cast<int>(points_.size()), Qt::OddEvenFill);
+        return;
+    }
     path_.clear();
     path_.setFillRule(Qt::OddEvenFill);
     std::size_t vertex = 0;
@@ -160,15 +192,19 @@ void PainterSurface::PolyPolygon(std::span<const double> xy, std::span<const std
         }
         path_.closeSubpath();
     }
-    SetMode();
     painter_.fillPath(path_, QtColor(FillColor));
 }
 
-void PainterSurface::Polyline(std::span<const double> xy) {
+/// Puts pairs of device pixels into `points_`.
+void PainterSurface::TakePoints(std::span<const double> xy) {
     points_.clear();
     for (std::size_t i = 0; i + 1 < xy.size(); i += 2) {
         points_.push_back(FromPixels(xy[i], xy[i + 1]));
     }
+}
+
+void PainterSurface::Polyline(std::span<const double> xy) {
+    TakePoints(xy);
     SetPen();
     painter_.drawPolyline(points_.data(), static_cast<int>(points_.size()));
 }

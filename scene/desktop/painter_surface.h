@@ -11,6 +11,7 @@
 #include <optional>
 #include <vector>
 
+#include "scene/desktop/disc_stamps.h"
 #include "scene/surface/draw_surface.h"
 
 namespace glintara::desktop {
@@ -57,6 +58,8 @@ class PainterSurface : public DrawSurface {
     };
 
     const Face& CurrentFace() const;
+    bool StampDisc(const QPointF& centre, double radius);
+    void TakePoints(std::span<const double> xy);
     void SetPen();
     void SetBrush();
     void SetMode();
@@ -66,6 +69,7 @@ class PainterSurface : public DrawSurface {
     QPainter painter_;
     double ratio_ = 1;
     mutable std::optional<Face> face_;
+    DiscStamps stamps_;
     QPainterPath path_;
     std::vector<QPointF> points_;
     std::vector<std::pair<int, int>> floodStack_;

@@ -1,0 +1,109 @@
+// Whole pictures of 1920 by 1080 pixels, painted by Qt as in the window: what a redraw costs.
+
+#include <benchmark/benchmark.h>
+
+#include <QApplication>
+#include <QFontDatabase>
+#include <QImage>
+#include <algorithm>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "bench/example_list.h"
+#include "orbit/astro/sun_moon.h"
+#include "scene/desktop/painter_surface.h"
+#include "scene/globe.h"
+#include "scene/map_files.h"
+#include "scene/marks.h"
+#include "scene/satellites.h"
+
+namespace glintara::desktop {
+namespace {
+
+constexpr int kWidth = 1920;
+constexpr int kHeight = 1080;
+
+/// What of the picture is drawn.
+struct Contents {
+    int satellites = 0;  ///< marks in the list; 0 leaves the stage out
+    bool names = false;
+    bool full = false;  ///< also the working satellite's orbit, grid, night and live flares
+    bool fine = false;
+    bool earth = true;
+};
+
+void Picture(benchmark::State& state, Contents contents) {
+    ExampleList list(contents.satellites);
+    Application& app = list.app;
+    CommonData& data = app.Data;
+    MainControls& main = app.Main;
+    StarTables stars;
+    CityTables cities;
+    if (!LoadMapFiles(std::string(GLINTARA_SOURCE_DIR) + "/data", data.Map, stars, cities).empty()) {
+        throw std::runtime_error("map files");
+    }
+    main.CSGP4.Value = true;
+    main.CSolidGlobe.Value = true;
+    main.CHideCountries.Value = !contents.earth;
+    main.CSatNames.Value = contents.names;
+    main.CSatOnly.Value = false;
+    main.CPlotOrbit.Value = contents.full;
+    main.CGlobeGrid.Value = contents.full;
+    main.CSunLight.Value = contents.full;
+    main.CIridiumFlares.Value = contents.full;
+    main.CDrawSun.Value = contents.full;
+    for (int s = 1; s < data.SatCount; ++s) data.Satellite(s).OptionFlags[0] = '1';
+    app.Run.FinePass = contents.fine;
+    data.SunDir = {0, 1, 0};
+    data.View.ZoomFactor = static_cast<double>(state.range(0));
+    data.View.ViewLat = 0.7;
+
+    QImage image(kWidth, kHeight, QImage::Format_RGB32);
+    PainterSurface surface;
+    FrameMemory memory;
+    SatelliteWorkspace work;
+    FrameStages stages;
+    stages.site = DrawSiteMark;
+    stages.sunAndMoon = DrawSunAndMoonOnEarth;
+    if (contents.satellites > 0) stages.satellites = [&](const SceneContext& scene) { DrawSatellites(scene, work); };
+    int frame = 0;
+    for (auto _ : state) {
+        list.SetInstant(kBenchStart + frame * kBenchFrame);
+        data.View.ViewLon = kTwoPi * frame / kBenchFrames;
+        frame = (frame + 1) % kBenchFrames;
+        surface.Begin(image);
+        GlobeFrame(app, surface, memory, stages);
+        surface.End();
+    }
+}
+
+double Least(const std::vector<double>& times) { return *std::min_element(times.begin(), times.end()); }
+
+// The argument is the zoom: 29 shows the whole globe, 55 fills the height. On a busy machine the least of several runs
+// tells the most.
+#define PICTURE(name, ...)                                  \
+    BENCHMARK_CAPTURE(Picture, name, Contents{__VA_ARGS__}) \
+        ->Arg(29)                                           \
+        ->Arg(55)                                           \
+        ->Unit(benchmark::kMillisecond)                     \
+        ->Repetitions(7)                                    \
+        ->ReportAggregatesOnly()                            \
+        ->ComputeStatistics("least", Least)
+
+PICTURE(coarse_earth_alone, .satellites = 0);
+PICTURE(coarse_3000_marks, .satellites = kSatCapacity);
+PICTURE(coarse_3000_marks_and_names, .satellites = kSatCapacity, .names = true);
+PICTURE(coarse_with_all, .satellites = kSatCapacity, .names = true, .full = true);
+PICTURE(fine_with_all, .satellites = kSatCapacity, .names = true, .full = true, .fine = true);
+
+}  // namespace
+}  // namespace glintara::desktop
+
+int main(int argc, char** argv) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QApplication qt(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+}
