@@ -104,19 +104,31 @@ void FindLiveFlares(const Application& app, const SatRecord& satellite, const Wo
     }
 }
 
-std::string LiveFlareLabel(const SatRecord& satellite, const LiveFlare& flare, bool withName) {
-    std::string label;
+void AppendLiveFlareLabel(const SatRecord& satellite, const LiveFlare& flare, bool withName, std::string& text) {
     if (withName && flare.rotating) {
-        label = " " + std::to_string(flare.surface);
+        text += ' ';
+        text += std::to_string(flare.surface);
     } else if (withName && flare.surface >= 1 && flare.surface <= kMirrorCapacity) {
-        label = " " + satellite.Surface.Mirror(flare.surface).MirrorName;
+        text += ' ';
+        text += satellite.Surface.Mirror(flare.surface).MirrorName;
     }
-    if (!(flare.distance < kToldDistance)) return label;
+    if (!(flare.distance < kToldDistance)) return;
+    text += " - ";
     if (flare.rotating) {
-        return label + " - " + PlainNumberText(std::floor(flare.distance / 100) / 10) + " km";
+        text += PlainNumberText(std::floor(flare.distance / 100) / 10);
+        text += " km";
+        return;
     }
-    return label + " - " + PlainNumberText(std::floor(flare.distance / 10) / 100) + " km (" +
-           CutNumberText(flare.offAxis / kDegToRad, 3) + "°)";
+    text += PlainNumberText(std::floor(flare.distance / 10) / 100);
+    text += " km (";
+    text += CutNumberText(flare.offAxis / kDegToRad, 3);
+    text += "°)";
+}
+
+std::string LiveFlareLabel(const SatRecord& satellite, const LiveFlare& flare, bool withName) {
+    std::string text;
+    AppendLiveFlareLabel(satellite, flare, withName, text);
+    return text;
 }
 
 }  // namespace glintara

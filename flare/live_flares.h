@@ -79,8 +79,12 @@ inline constexpr double kLabelledDistance = 300000;
 /// A label tells a distance below this, metres.
 inline constexpr double kToldDistance = 150000;
 
-/// The label of a centre: with `withName` the surface's name, or the number of the phase; when it is near, its distance
-/// in kilometres, and of surfaces that do not rotate the angle off the beam in degrees. May be empty.
+/// Appends the label of a centre to `text`: with `withName` the surface's name, or the number of the phase; when it is
+/// near, its distance in kilometres, and of surfaces that do not rotate the angle off the beam in degrees. May be
+/// empty. Allocates nothing when the text has room.
+void AppendLiveFlareLabel(const SatRecord& satellite, const LiveFlare& flare, bool withName, std::string& text);
+
+/// The label as a text of its own.
 std::string LiveFlareLabel(const SatRecord& satellite, const LiveFlare& flare, bool withName);
 
 }  // namespace glintara

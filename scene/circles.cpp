@@ -1,6 +1,8 @@
 #include "scene/circles.h"
 
+#include <array>
 #include <cmath>
+#include <span>
 
 #include "orbit/astro/constants.h"
 #include "orbit/astro/trigonometry.h"
@@ -14,43 +16,57 @@ constexpr int kSegments = 100;
 /// On the ground, but not so exactly that rounding decides which parts of a circle along the limb are seen.
 constexpr double kGroundRadius = 1 + 1e-12;
 
-/// A segment of a circle on world axes.
-using PlotWorldSegment = void (*)(const SceneContext& scene, const Vector3& from, const Vector3& to);
+/// Draws the segments between points on world axes.
+using PlotWorldChain = void (*)(const SceneContext& scene, std::span<const Vector3> points);
 
-/// A point of the circle round the north pole, carried to `center`.
-Vector3 CirclePoint(const LatLon& center, double angle, double radius, double around) {
-    const Vector3 atPole = LLRToSameXYZ(kPi / 2 - angle, around, radius);
-    const double tilt = kPi / 2 - center.lat;
-    const double c = std::cos(tilt);
-    const double s = std::sin(tilt);
-    const Vector3 tilted{c * atPole.x + s * atPole.z, atPole.y, -s * atPole.x + c * atPole.z};
-    return TurnedAboutPole(tilted, center.lon);
+struct Direction {
+    double cosine = 1;
+    double sine = 0;
+};
+
+/// All circles have their corners in the same directions from their middle: the first again at the end.
+const std::array<Direction, kSegments + 1>& Corners() {
+    static const std::array<Direction, kSegments + 1> corners = [] {
+        std::array<Direction, kSegments + 1> made;
+        for (int i = 0; i <= kSegments; ++i) {
+            const double around = kTwoPi * (i % kSegments) / kSegments;
+            made[static_cast<std::size_t>(i)] = {std::cos(around), std::sin(around)};
+        }
+        return made;
+    }();
+    return corners;
 }
 
 void PlotCircle(const SceneContext& scene, const LatLon& center, double angle, double radius, Color color,
-                PlotWorldSegment plot) {
+                PlotWorldChain plot) {
     if (!std::isfinite(center.lat + center.lon + angle + radius)) return;
     DrawSurface& surface = scene.Surface;
     surface.ForeColor = color;
     surface.DrawWidth = 1;
     surface.DrawStyle = PenPattern::Solid;
     surface.DrawMode = MixMode::Copy;
-    Vector3 from = CirclePoint(center, angle, radius, 0);
-    for (int i = 1; i <= kSegments; ++i) {
-        const Vector3 to = CirclePoint(center, angle, radius, kTwoPi * i / kSegments);
-        plot(scene, from, to);
-        from = to;
+
+    const Vector3 up = LLRToSameXYZ(center.lat, center.lon, 1);
+    const Vector3 east{-std::sin(center.lon), std::cos(center.lon), 0};
+    const Vector3 south = CrossProduct(east, up);
+    const Vector3 middle = radius * std::cos(angle) * up;
+    const double reach = radius * std::sin(angle);
+    std::array<Vector3, kSegments + 1> points;
+    for (std::size_t i = 0; i < points.size(); ++i) {
+        const Direction& corner = Corners()[i];
+        points[i] = middle + reach * (corner.cosine * south + corner.sine * east);
     }
+    plot(scene, points);
 }
 
 }  // namespace
 
 void PlotSphereCircle(const SceneContext& scene, const LatLon& center, double angle, double radius, Color color) {
-    PlotCircle(scene, center, angle, radius, color, PlotSegment);
+    PlotCircle(scene, center, angle, radius, color, PlotChain);
 }
 
 void PlotSkyCircle(const SceneContext& scene, const LatLon& center, double angle, double radius, Color color) {
-    PlotCircle(scene, center, angle, radius, color, PlotSkySegment);
+    PlotCircle(scene, center, angle, radius, color, PlotSkyChain);
 }
 
 double VisibilityAngle(double distance, double elevation) {

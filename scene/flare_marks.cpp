@@ -3,16 +3,15 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <string>
 
 #include "orbit/astro/constants.h"
-#include "scene/overlays.h"
 #include "scene/picture_measures.h"
 #include "scene/plot_segment.h"
 
 namespace glintara {
 namespace {
 
-constexpr double kLabelSize = 9;  // points
 constexpr double kPointWidth = 4;
 
 constexpr int kLeastCorners = 12;
@@ -69,25 +68,31 @@ void DrawCircle(const SceneContext& scene, const Vector3& centre, int corners) {
     for (std::size_t i = 1; i < circle.size(); ++i) PlotSegment(scene, circle[i - 1], circle[i]);
 }
 
-void DrawLabel(const SceneContext& scene, const SatRecord& satellite, const LiveFlare& flare, const ScenePoint& point) {
+void DrawPoint(const SceneContext& scene, const SatRecord& satellite, const LiveFlare& flare, const ScenePoint& point,
+               NameBoard& names) {
     DrawSurface& surface = scene.Surface;
     const WindowScale window = GetWindowScale(scene.View(), surface);
-    const double x = BoxFromSceneX(window, scene.View(), point.x);
-    const double y = BoxFromSceneY(window, scene.View(), point.y);
-    surface.ForeColor = flare.moon ? kMoonFlareColor : kSunFlareColor;
+    NameWish label;
+    label.x = BoxFromSceneX(window, scene.View(), point.x);
+    label.y = BoxFromSceneY(window, scene.View(), point.y);
+    label.range = flare.distance;
+    label.rank = NameRank::Flare;
+    label.color = flare.moon ? kMoonFlareColor : kSunFlareColor;
+    label.rise = 0;
+    surface.ForeColor = label.color;
     surface.DrawWidth = kPointWidth;
-    surface.PSet(x, y);
-    const std::string label = LiveFlareLabel(satellite, flare, scene.App.Main.CAntennaID.Value);
-    if (label.empty()) return;
-    UseTextFont(surface, kLabelSize);
-    surface.CurrentX = x;
-    surface.CurrentY = y;
-    surface.Print(label);
+    surface.PSet(label.x, label.y);
+    std::string& text = names.EmptyText();
+    AppendLiveFlareLabel(satellite, flare, scene.App.Main.CAntennaID.Value, text);
+    label.name = text;
+    // The board sets the blank that all labels begin with.
+    if (label.name.starts_with(' ')) label.name.remove_prefix(1);
+    names.AddLabel(label);
 }
 
 }  // namespace
 
-void DrawFlareMarks(const SceneContext& scene, const SatRecord& satellite, const LiveFlares& flares) {
+void DrawFlareMarks(const SceneContext& scene, const SatRecord& satellite, const LiveFlares& flares, NameBoard& names) {
     if (flares.All().empty()) return;
     const ViewState& view = scene.View();
     const bool circles = scene.App.Main.CPlotOrbit.Value;
@@ -101,7 +106,7 @@ void DrawFlareMarks(const SceneContext& scene, const SatRecord& satellite, const
             const LatLonRadius place = XYZToLatLon(flare.centre);
             const ScenePoint point =
                 scene.IsFlatMap() ? FlatMapPosition(view, {place.lat, place.lon}) : ScenePoint{seen.y, seen.z};
-            DrawLabel(scene, satellite, flare, point);
+            DrawPoint(scene, satellite, flare, point, names);
         } else if (circles) {
             DrawCircle(scene, flare.centre, corners);
         }

@@ -4,6 +4,7 @@
 
 #include "flare/live_flares.h"
 #include "orbit/astro/constants.h"
+#include "scene/name_board.h"
 #include "scene/view_geometry.h"
 
 namespace glintara {
@@ -19,7 +20,8 @@ inline constexpr Color kFlareCircleColor = 0x208040;
 inline constexpr double kFlareCircleAngle = 0.45 * kDegToRad;
 
 /// Draws the marks of `satellite`: with `CPlotOrbit` a circle round each centre that is `kLabelledDistance` or more
-/// away; a point and the label at a nearer one. On the globe only where the centre is on the side that is seen.
-void DrawFlareMarks(const SceneContext& scene, const SatRecord& satellite, const LiveFlares& flares);
+/// away; a point at a nearer one, and a wish on `names` that its label begin there. On the globe only where the centre
+/// is on the side that is seen.
+void DrawFlareMarks(const SceneContext& scene, const SatRecord& satellite, const LiveFlares& flares, NameBoard& names);
 
 }  // namespace glintara

@@ -10,9 +10,6 @@ namespace {
 
 constexpr std::size_t kTextRoom = 64;
 
-/// How much of a name's height stands over the height of its mark.
-constexpr double kRise = 0.7;
-
 /// Characters of UTF-8 text.
 std::size_t CharacterCount(std::string_view text) {
     constexpr unsigned kMarkerBits = 0xC0;
@@ -22,17 +19,24 @@ std::size_t CharacterCount(std::string_view text) {
 }
 
 bool ComesFirst(const NameWish& a, const NameWish& b) {
-    if (a.working != b.working) return a.working;
+    if (a.rank != b.rank) return a.rank < b.rank;
     if (a.range != b.range) return a.range < b.range;
     return a.order < b.order;
 }
 
 }  // namespace
 
-NameBoard::NameBoard(std::size_t capacity) {
-    wishes_.reserve(capacity);
+NameBoard::NameBoard(std::size_t names) {
+    wishes_.reserve(names + kMostLabels);
+    labelTexts_.reserve(kLabelRoom);
     places_.reserve(kMostNames);
     text_.reserve(kTextRoom);
+}
+
+void NameBoard::Clear() {
+    wishes_.clear();
+    labels_ = 0;
+    labelTexts_.clear();
 }
 
 void NameBoard::Add(const NameWish& wish) {
@@ -40,6 +44,21 @@ void NameBoard::Add(const NameWish& wish) {
     if (!std::isfinite(wish.x) || !std::isfinite(wish.y) || std::isnan(wish.range)) return;
     wishes_.push_back(wish);
     wishes_.back().order = wishes_.size();
+}
+
+std::string& NameBoard::EmptyText() {
+    text_.clear();
+    return text_;
+}
+
+void NameBoard::AddLabel(const NameWish& label) {
+    const std::size_t start = labelTexts_.size();
+    if (labels_ == kMostLabels || start + label.name.size() > kLabelRoom) return;
+    ++labels_;
+    labelTexts_ += label.name;
+    NameWish kept = label;
+    kept.name = std::string_view(labelTexts_).substr(start);
+    Add(kept);
 }
 
 bool NameBoard::TakePlace(const Place& place, double height) {
@@ -75,13 +94,13 @@ void NameBoard::Draw(const SceneContext& scene) {
         Place place;
         place.left = wish.x;
         place.right = wish.x + character * static_cast<double>(CharacterCount(wish.name) + 1);
-        place.top = wish.y - kRise * height;
+        place.top = wish.y - wish.rise * height;
         const bool inside = place.right > 0 && place.left < surface.ScaleWidth && place.top + height > 0 &&
                             place.top < surface.ScaleHeight;
         if (!inside || !TakePlace(place, height)) continue;
         text_.assign(1, ' ');
         text_ += wish.name;
-        surface.ForeColor = wish.working ? kWorkingNameColor : kQuietNameColor;
+        surface.ForeColor = wish.color;
         surface.CurrentX = place.left;
         surface.CurrentY = place.top;
         surface.Print(text_);

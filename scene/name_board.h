@@ -1,6 +1,6 @@
 #pragma once
 
-// Names beside marks, so placed that none covers another.
+// Words beside marks: names of satellites and labels of flares, so placed that none covers another.
 
 #include <cstddef>
 #include <string>
@@ -22,30 +22,49 @@ inline constexpr double kThinNameSize = 8;
 /// Most names in one picture: more would hide what they name.
 inline constexpr std::size_t kMostNames = 200;
 
+/// Most labels of flares that may ask for room in one picture, and the memory for all of them, bytes.
+inline constexpr std::size_t kMostLabels = 500;
+inline constexpr std::size_t kLabelRoom = 40 * kMostLabels;
+
+/// Height of a name over that of its mark, in heights of the name.
+inline constexpr double kNameRise = 0.7;
+
+/// Who comes first when there is room for one only. A label of a flare stands at its point and nowhere else, and tells
+/// what is about to happen there.
+enum class NameRank { Flare, Working, Other };
+
 /// A name that asks for room.
 struct NameWish {
     double x = 0;      ///< where it begins, twips
     double y = 0;      ///< the mark's height, twips
-    double range = 0;  ///< of the satellite from the observer; of two names the nearer one's comes first
-    bool working = false;
-    std::string_view name;  ///< must live until the names are drawn
-    std::size_t order = 0;  ///< set by the board: of two alike the one that came first
+    double range = 0;  ///< from the observer; of two names of one rank the nearer one's comes first
+    NameRank rank = NameRank::Other;
+    Color color = kQuietNameColor;
+    double rise = kNameRise;  ///< of its upper edge over `y`, in heights of the name
+    std::string_view name;    ///< must live until the names are drawn
+    std::size_t order = 0;    ///< set by the board: of two alike the one that came first
 };
 
 /// The names of one picture. It keeps its memory from picture to picture.
 class NameBoard {
   public:
-    /// With memory for so many wishes.
-    explicit NameBoard(std::size_t capacity);
+    /// With memory for so many names of satellites, and `kMostLabels` labels.
+    explicit NameBoard(std::size_t names);
 
     /// Forgets all wishes.
-    void Clear() { wishes_.clear(); }
+    void Clear();
 
     /// One more wish; an empty name is none, and so is one beyond the capacity.
     void Add(const NameWish& wish);
 
-    /// Writes the names, each with a leading blank: that of the working satellite first, the others by their range. One
-    /// that would touch a name already written, or lies out of the picture, is left out.
+    /// An empty text to make a label in: its memory is kept.
+    std::string& EmptyText();
+
+    /// The same for a label, whose text the board keeps. It may be the one of `EmptyText`.
+    void AddLabel(const NameWish& label);
+
+    /// Writes the names, each with a leading blank, by their ranks and ranges. One that would touch a name already
+    /// written, or lies out of the picture, is left out.
     void Draw(const SceneContext& scene);
 
   private:
@@ -59,6 +78,8 @@ class NameBoard {
     bool TakePlace(const Place& place, double height);
 
     std::vector<NameWish> wishes_;
+    std::size_t labels_ = 0;
+    std::string labelTexts_;  // never grows beyond what it was given, so the labels may refer to it
     std::vector<Place> places_;
     std::vector<int> rows_;  // first place of each row of the picture, or -1
     std::string text_;

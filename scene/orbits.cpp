@@ -1,5 +1,6 @@
 #include "scene/orbits.h"
 
+#include <algorithm>
 #include <cmath>
 #include <optional>
 
@@ -20,6 +21,10 @@ constexpr double kSixthsOfATurn = 6;
 
 /// A number of steps that rounding has left just below a whole one is that whole one.
 constexpr double kStepRounding = 1e-9;
+
+/// Longest part of a step on the star sphere, radians, and most parts of one.
+constexpr double kLongestOnSky = 2.5 * kDegToRad;
+constexpr int kMostPartsOnSky = 48;
 
 struct ShownChains {
     bool inSpace = false;
@@ -49,33 +54,57 @@ ShownChains ShownChainsOf(const MainControls& main) {
 struct ChainPoint {
     Vector3 atInstant;  // world position, the Earth as at the displayed instant
     Vector3 asFlown;    // the Earth as at the point's own time
-    LatLonRadius inSky;
-    bool skyShown = false;
 };
 
-ChainPoint PointOf(const SceneContext& scene, const ShownChains& shown, const WorldMotion& motion, double jd) {
-    const CommonData& data = scene.App.Data;
-    ChainPoint point;
-    point.atInstant = motion.position;
-    if (shown.AnyOverTime()) point.asFlown = OnAxesOfInstant(data, motion, jd).position;
-    if (shown.onSky) {
-        point.inSky = SatXYZToSkyLatLon(data.Site, motion.position);
-        point.inSky.radius = scene.View().SkyScale;
-        point.skyShown = IsSkyShown(scene, point.inSky, WorldToHorizon(data.Site, motion.position).altitude);
-    }
+/// A point of the chain on the star sphere.
+struct SkyPoint {
+    LatLonRadius place;
+    bool shown = false;
+};
+
+SkyPoint SkyPointOf(const SceneContext& scene, const Vector3& position) {
+    const ObserverSite& site = scene.App.Data.Site;
+    SkyPoint point;
+    point.place = SatXYZToSkyLatLon(site, position);
+    point.place.radius = scene.View().SkyScale;
+    point.shown = IsSkyShown(scene, point.place, WorldToHorizon(site, position).altitude);
     return point;
 }
 
-void DrawStep(const SceneContext& scene, const ShownChains& shown, const ChainPoint& from, const ChainPoint& to) {
-    if (shown.inSpace) PlotSegment(scene, from.atInstant, to.atInstant);
-    if (shown.inSpaceOverTime) PlotSegment(scene, from.asFlown, to.asFlown);
-    if (shown.onGround) PlotSegment(scene, Normalized(from.atInstant), Normalized(to.atInstant));
-    if (shown.onGroundOverTime) PlotSegment(scene, Normalized(from.asFlown), Normalized(to.asFlown));
-    if (shown.onSky && from.skyShown && to.skyShown) {
-        PushSkyPan(scene);
-        PlotSkySegment(scene, from.inSky, to.inSky);
-        PopSkyPan(scene);
+ChainPoint PointOf(const CommonData& data, const ShownChains& shown, const WorldMotion& motion, double jd) {
+    ChainPoint point;
+    point.atInstant = motion.position;
+    if (shown.AnyOverTime()) point.asFlown = OnAxesOfInstant(data, motion, jd).position;
+    return point;
+}
+
+/// A satellite that passes near the observer crosses a large part of the sky in one step: parts of it then follow the
+/// straight line from place to place, which even on the lowest orbits is only a quarter of a degree beside its path.
+int PartsOnSky(const ObserverSite& site, const Vector3& from, const Vector3& to) {
+    const Vector3 observer = ObserverOnUnitSphere(site);
+    const double angle = ArcCos(Dot(Normalized(from - observer), Normalized(to - observer)));
+    return static_cast<int>(std::clamp(std::ceil(angle / kLongestOnSky), 1.0, double{kMostPartsOnSky}));
+}
+
+void DrawStepOnSky(const SceneContext& scene, const Vector3& from, const Vector3& to) {
+    const int parts = PartsOnSky(scene.App.Data.Site, from, to);
+    PushSkyPan(scene);
+    SkyPoint last = SkyPointOf(scene, from);
+    for (int i = 1; i <= parts; ++i) {
+        const double part = static_cast<double>(i) / parts;
+        const SkyPoint next = SkyPointOf(scene, (1 - part) * from + part * to);
+        if (last.shown && next.shown) PlotSkySegment(scene, last.place, next.place);
+        last = next;
     }
+    PopSkyPan(scene);
+}
+
+void DrawStep(const SceneContext& scene, const ShownChains& shown, const ChainPoint& from, const ChainPoint& to) {
+    if (shown.inSpace) PlotUpToLimb(scene, from.atInstant, to.atInstant);
+    if (shown.inSpaceOverTime) PlotUpToLimb(scene, from.asFlown, to.asFlown);
+    if (shown.onGround) PlotUpToLimb(scene, Normalized(from.atInstant), Normalized(to.atInstant));
+    if (shown.onGroundOverTime) PlotUpToLimb(scene, Normalized(from.asFlown), Normalized(to.asFlown));
+    if (shown.onSky) DrawStepOnSky(scene, from.atInstant, to.atInstant);
 }
 
 }  // namespace
@@ -133,7 +162,7 @@ void DrawOrbits(const SceneContext& scene, const SatRecord& satellite) {
             last.reset();
             continue;
         }
-        const ChainPoint point = PointOf(scene, shown, motion, jd);
+        const ChainPoint point = PointOf(app.Data, shown, motion, jd);
         surface.ForeColor = LightColor(app, motion.position);
         if (last) DrawStep(scene, shown, *last, point);
         last = point;

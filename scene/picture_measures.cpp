@@ -24,9 +24,9 @@ double FineStep(const SceneContext& scene, double coarse) {
 }
 
 MapFrame FlatMapFrame(const ViewState& view) {
-    // The camera's latitude may have been turned by whole turns.
-    const double equator = FlatMapPosition(view, {0, 0}).y;
-    return {-kPi, kPi, equator - kPi / 2, equator, equator + kPi / 2};
+    const ScenePoint leftBottom = FlatMapFramePoint(view, -1, -1);
+    const ScenePoint rightTop = FlatMapFramePoint(view, 1, 1);
+    return {leftBottom.x, rightTop.x, leftBottom.y, FlatMapFramePoint(view, 0, 0).y, rightTop.y};
 }
 
 }  // namespace glintara

@@ -1,9 +1,5 @@
 #include "scene/plot_segment.h"
 
-#include <cmath>
-
-#include "orbit/astro/constants.h"
-
 namespace glintara {
 namespace {
 
@@ -18,8 +14,6 @@ void AddToPolygon(const SceneContext& scene, const ScenePoint& a, const ScenePoi
 ScenePoint OnScreen(const Vector3& view) { return {view.y, view.z}; }
 
 void OutputOnMap(const SceneContext& scene, const ScenePoint& a, const ScenePoint& b, Output output) {
-    // A latitude that has been shifted past the end of the range comes back on the other side: no line joins the two.
-    if (std::fabs(a.y - b.y) > kPi) return;
     if (!CrossesSeam(a, b)) {
         output(scene, a, b);
         return;
@@ -27,6 +21,33 @@ void OutputOnMap(const SceneContext& scene, const ScenePoint& a, const ScenePoin
     const SeamCrossing seam = SplitAtSeam(a, b);
     output(scene, a, seam.leaves);
     output(scene, seam.returns, b);
+}
+
+ScenePoint MapPosition(const ViewState& view, const Vector3& world) {
+    const LatLonRadius place = XYZToLatLon(world);
+    return FlatMapPosition(view, {place.lat, place.lon});
+}
+
+/// A point of a chain on view axes, looked at once for both segments that meet in it.
+struct ViewPoint {
+    ViewPoint(const ViewState& view, const Vector3& world)
+        : place(RotateWorldToView(view, world)), hidden(IsHidden(view, place)) {}
+
+    Vector3 place;
+    bool hidden = false;
+};
+
+/// Where the line from a seen point to a hidden one passes behind the limb, on view axes, a little before it.
+Vector3 LastSeen(const ViewState& view, const Vector3& seen, const Vector3& hidden) {
+    // Halved so often, a step of a radius is far below a pixel at any zoom.
+    constexpr int kHalvings = 24;
+    double last = 0;
+    double part = 0.5;
+    for (int i = 0; i < kHalvings; ++i) {
+        if (!IsHidden(view, seen + (last + part) * (hidden - seen))) last += part;
+        part /= 2;
+    }
+    return seen + last * (hidden - seen);
 }
 
 void OutputOnGlobe(const SceneContext& scene, const Vector3& a, const Vector3& b, Output output) {
@@ -95,12 +116,56 @@ void PlotSegment(const SceneContext& scene, const Vector3& from, const Vector3& 
     OutputOnGlobe(scene, RotateWorldToView(view, from), RotateWorldToView(view, to), SceneLine);
 }
 
+void PlotChain(const SceneContext& scene, std::span<const Vector3> points) {
+    if (points.empty()) return;
+    const ViewState& view = scene.View();
+    if (scene.IsFlatMap()) {
+        ScenePoint last = MapPosition(view, points.front());
+        for (const Vector3& point : points.subspan(1)) {
+            const ScenePoint next = MapPosition(view, point);
+            OutputOnMap(scene, last, next, SceneLine);
+            last = next;
+        }
+        return;
+    }
+    ViewPoint last(view, points.front());
+    for (const Vector3& point : points.subspan(1)) {
+        const ViewPoint next(view, point);
+        if (!last.hidden && !next.hidden) SceneLine(scene, OnScreen(last.place), OnScreen(next.place));
+        last = next;
+    }
+}
+
+void PlotUpToLimb(const SceneContext& scene, const Vector3& from, const Vector3& to) {
+    if (scene.IsFlatMap()) {
+        PlotSegment(scene, from, to);
+        return;
+    }
+    const ViewState& view = scene.View();
+    ViewPoint a(view, from);
+    ViewPoint b(view, to);
+    if (a.hidden && b.hidden) return;
+    if (a.hidden) a.place = LastSeen(view, b.place, a.place);
+    if (b.hidden) b.place = LastSeen(view, a.place, b.place);
+    SceneLine(scene, OnScreen(a.place), OnScreen(b.place));
+}
+
 void PlotSkySegment(const SceneContext& scene, const LatLonRadius& from, const LatLonRadius& to) {
     PlotFlattened(scene, SkyOnView(scene, from), SkyOnView(scene, to));
 }
 
 void PlotSkySegment(const SceneContext& scene, const Vector3& from, const Vector3& to) {
     PlotFlattened(scene, SkyOnView(scene, from), SkyOnView(scene, to));
+}
+
+void PlotSkyChain(const SceneContext& scene, std::span<const Vector3> points) {
+    if (points.empty()) return;
+    Vector3 last = SkyOnView(scene, points.front());
+    for (const Vector3& point : points.subspan(1)) {
+        const Vector3 next = SkyOnView(scene, point);
+        PlotFlattened(scene, last, next);
+        last = next;
+    }
 }
 
 void PlotMappedSkySegment(const SceneContext& scene, const Vector3& from, const Vector3& to) {

@@ -6,6 +6,8 @@
 // whole, so chains are to be made of short segments. On the flat map it is drawn from place to place; one that is
 // shorter through the seam is split there. Lines are drawn with the pen of the surface.
 
+#include <span>
+
 #include "orbit/astro/geodesy.h"
 #include "orbit/astro/vector.h"
 #include "scene/view_geometry.h"
@@ -22,10 +24,19 @@ void PlotSegment(const SceneContext& scene, const LatLonRadius& from, const LatL
 /// A line between two points on world axes, scene units.
 void PlotSegment(const SceneContext& scene, const Vector3& from, const Vector3& to);
 
-/// The same between two places on the star sphere, which go through the scene's `FlattenSky`. Places behind the plane
-/// of the disc are drawn only with `CDrawBackStars`, and nothing hides them while the Earth is not drawn (`CSkyOnly`).
+/// Segments between each point and the next, on world axes, scene units.
+void PlotChain(const SceneContext& scene, std::span<const Vector3> points);
+
+/// A segment of a chain that ends where the Earth's disc begins to hide it: of one with a hidden end, the seen part.
+/// For chains of such large steps that a step left out whole would leave a gap at the limb.
+void PlotUpToLimb(const SceneContext& scene, const Vector3& from, const Vector3& to);
+
+/// As `PlotSegment` between two places on the star sphere, which go through the scene's `FlattenSky`. Places behind the
+/// plane of the disc are drawn only with `CDrawBackStars`, and nothing hides them while the Earth is not drawn
+/// (`CSkyOnly`).
 void PlotSkySegment(const SceneContext& scene, const LatLonRadius& from, const LatLonRadius& to);
 void PlotSkySegment(const SceneContext& scene, const Vector3& from, const Vector3& to);
+void PlotSkyChain(const SceneContext& scene, std::span<const Vector3> points);
 
 /// A line between two places of the star sphere as they are to be drawn: on view axes (of the flat map: depth ignored,
 /// its X and Y), flattened already if they have to be, and on a side of the sky that is shown.

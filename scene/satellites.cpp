@@ -67,7 +67,8 @@ void AskForName(const Pass& pass, const SatRecord& satellite, const Vector3& pos
     wish.x = BoxFromSceneX(pass.window, scene.View(), place.x + radius);
     wish.y = BoxFromSceneY(pass.window, scene.View(), place.y);
     wish.range = Length(position - pass.observer);
-    wish.working = working;
+    wish.rank = working ? NameRank::Working : NameRank::Other;
+    wish.color = working ? kWorkingNameColor : kQuietNameColor;
     wish.name = satellite.Name;
     pass.work.names.Add(wish);
 }
@@ -143,7 +144,7 @@ void DrawSatellite(const Pass& pass, SatRecord& satellite, bool working) {
     if (pass.orbitsShown && (working || !IsOrbitHidden(satellite))) DrawOrbits(scene, satellite);
     if (pass.flaresShown) {
         FindLiveFlares(app, satellite, motion, pass.lights, pass.quest, pass.work.flares);
-        DrawFlareMarks(scene, satellite, pass.work.flares);
+        DrawFlareMarks(scene, satellite, pass.work.flares, pass.work.names);
     }
     if (pass.earthShown) {
         DrawEarthMarks(pass, satellite, position, working);

@@ -30,7 +30,7 @@ struct SatelliteWorkspace {
 /// propagated once, to the displayed instant, into its own engine block. Per satellite: the orbit, unless hidden by
 /// its switch (the working satellite's is always drawn); with `CIridiumFlares` the live flares; the mark in space, with
 /// `CProjectOrbit` the mark on the ground, and then the one in space only with `CPlotOrbit`; with `CDrawSky` the mark
-/// on the sky. Names follow when all marks stand.
+/// on the sky. Names and the labels of flares follow when all marks stand.
 ///
 /// For the working satellite, disabled or not, `LSatDetail` and `Run.Working` are written. With `CSkyOnly` nothing of
 /// this is drawn over the Earth. Satellites are placed by SGP4/SDP4 only: with `CSGP4` clear there are none.

@@ -16,6 +16,10 @@ double FiniteOr(double value, double instead) { return std::isfinite(value) ? va
 
 bool IsFinite(const ScenePoint& point) { return std::isfinite(point.x) && std::isfinite(point.y); }
 
+/// Height of the equator on the flat map. The map is moved as a whole: a place that a shift beyond a pole carries half
+/// a turn from the middle stays in the frame, and does not come back on the other side.
+double EquatorOnFlatMap(const ViewState& view) { return -std::remainder(view.ViewLat, kTwoPi); }
+
 std::int32_t WholePixel(double position) {
     constexpr double kFarthest = std::numeric_limits<std::int32_t>::max() / 2.0;
     return static_cast<std::int32_t>(std::clamp(position, -kFarthest, kFarthest));
@@ -121,11 +125,11 @@ bool IsHidden(const ViewState& view, const Vector3& point) {
 }
 
 ScenePoint FlatMapPosition(const ViewState& view, const LatLon& place) {
-    return {WrapTwoPi(place.lon - view.ViewLon + kPi) - kPi, WrapTwoPi(place.lat - view.ViewLat + kPi) - kPi};
+    return {WrapTwoPi(place.lon - view.ViewLon + kPi) - kPi, place.lat + EquatorOnFlatMap(view)};
 }
 
 ScenePoint FlatMapFramePoint(const ViewState& view, double x, double y) {
-    return {x * kPi, y * kPi / 2 - view.ViewLat};
+    return {x * kPi, y * kPi / 2 + EquatorOnFlatMap(view)};
 }
 
 bool CrossesSeam(const ScenePoint& a, const ScenePoint& b) { return std::fabs(a.x - b.x) > kPi; }

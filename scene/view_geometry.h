@@ -128,10 +128,12 @@ bool IsHidden(const ViewState& view, const Vector3& point);
 
 // The flat map (plate carree).
 
-/// Where a place lies on the flat map, radians from its centre: both angles less those of the camera, -pi to pi.
+/// Where a place lies on the flat map, radians from the middle of the picture: both angles less those of the camera.
+/// The longitude goes round, -pi to pi; the latitude stays in the map's frame, which whole turns do not move.
 ScenePoint FlatMapPosition(const ViewState& view, const LatLon& place);
 
 /// A place given in frame units of the flat map: 1 is the edge, pi in X and pi/2 in Y, and `ViewLat` shifts it down.
+/// Whole turns of the camera do not move the map.
 ScenePoint FlatMapFramePoint(const ViewState& view, double x, double y);
 
 /// The place of the seam where a segment leaves the map, and the one where it comes back.

@@ -13,10 +13,8 @@
 #include "bench/example_list.h"
 #include "orbit/astro/sun_moon.h"
 #include "scene/desktop/painter_surface.h"
-#include "scene/globe.h"
 #include "scene/map_files.h"
-#include "scene/marks.h"
-#include "scene/satellites.h"
+#include "scene/stages.h"
 
 namespace glintara::desktop {
 namespace {
@@ -63,10 +61,8 @@ void Picture(benchmark::State& state, Contents contents) {
     PainterSurface surface;
     FrameMemory memory;
     SatelliteWorkspace work;
-    FrameStages stages;
-    stages.site = DrawSiteMark;
-    stages.sunAndMoon = DrawSunAndMoonOnEarth;
-    if (contents.satellites > 0) stages.satellites = [&](const SceneContext& scene) { DrawSatellites(scene, work); };
+    FrameStages stages = StagesOfProgram(work);
+    if (contents.satellites == 0) stages.satellites = nullptr;
     int frame = 0;
     for (auto _ : state) {
         list.SetInstant(kBenchStart + frame * kBenchFrame);

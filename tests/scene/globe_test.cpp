@@ -75,7 +75,8 @@ struct GlobeTest : testing::SceneFixture {
         for (const RecordedOperation& operation : surface.Operations()) {
             const bool shape =
                 operation.operation == DrawOperation::PolyPolygon || operation.operation == DrawOperation::Circle;
-            if (shape && operation.state.FillColor == color) found.push_back(operation);
+            const bool filled = operation.state.FillStyle == FillPattern::Solid;
+            if (shape && filled && operation.state.FillColor == color) found.push_back(operation);
         }
         return found;
     }
@@ -149,15 +150,15 @@ TEST_F(GlobeTest, GlowLiesCloseOutsideOfTheDiscAndFades) {
     int rings = 0;
     const double disc = FillsIn(kSea)[0].numbers[2];
     for (const RecordedOperation& circle : surface.OperationsOf(DrawOperation::Circle)) {
-        if (circle.state.FillColor == kSea) break;
+        if (circle.state.FillStyle == FillPattern::Solid) break;
         ++rings;
         EXPECT_LT(circle.numbers[2], radius);
         EXPECT_GT(circle.numbers[2], disc);
         EXPECT_LE(circle.numbers[2], disc + 5 * 15);
-        EXPECT_GT(BlueOf(circle.state.FillColor), brightness);
-        EXPECT_GT(BlueOf(circle.state.FillColor), RedOf(circle.state.FillColor));
+        EXPECT_GT(BlueOf(circle.state.ForeColor), brightness);
+        EXPECT_GT(BlueOf(circle.state.ForeColor), RedOf(circle.state.ForeColor));
         radius = circle.numbers[2];
-        brightness = BlueOf(circle.state.FillColor);
+        brightness = BlueOf(circle.state.ForeColor);
     }
     EXPECT_GE(rings, 2);
 }
@@ -311,6 +312,27 @@ TEST_F(GlobeTest, FlatMapLiesWhereItLayAfterAWholeTurnOfTheCamera) {
     view.ViewLat = 2 * kPiExact - 0.5;
     Frame();
     testing::ExpectNumbers(FillsIn(kSea).at(0), before.numbers, 1e-6);
+}
+
+TEST_F(GlobeTest, NothingOnTheFlatMapMovesWithAWholeTurnOfTheCamera) {
+    app.Main.CPlaniSphere.Value = true;
+    app.Main.CHCircle.Value = true;
+    app.Data.SunDir = {0.6, 0.64, 0.48};
+    view.ZoomFactor = 20;
+    const double lats[] = {6 - 2 * kPiExact, 6, 6 - 4 * kPiExact};
+    view.ViewLat = lats[0];
+    Frame();
+    const std::vector<RecordedOperation> before = surface.Operations();
+    EXPECT_EQ(FillsIn(kNight).size(), 1U);
+    EXPECT_FALSE(Lines().empty());
+    for (const double lat : {lats[1], lats[2]}) {
+        view.ViewLat = lat;
+        Frame();
+        ASSERT_EQ(surface.Operations().size(), before.size());
+        for (std::size_t i = 0; i < before.size(); ++i) {
+            testing::ExpectNumbers(surface.Operations()[i], before[i].numbers, 1e-6);
+        }
+    }
 }
 
 TEST_F(GlobeTest, SkyAloneShowsNothingOfTheEarthButClearsThePicture) {

@@ -204,7 +204,9 @@ TEST_F(NightSideTest, WithoutASunNothingIsDarkened) {
 TEST_F(NightSideTest, RightOnTheMapAtAnyShift) {
     app.Main.CPlaniSphere.Value = true;
     for (int i = 0; i < 300; ++i) {
-        view.ViewLat = i % 2 == 0 ? 0 : Uniform(-1.5, 1.5);
+        // Near and at half a turn around 0, and the same a turn on or back.
+        const double shift = i % 2 == 0 ? 0 : Uniform(-1.5, 1.5);
+        view.ViewLat = shift + (i % 3 - 1) * kTwoPi;
         view.ViewLon = Uniform(-7, 7);
         view.ZoomFactor = std::exp(Uniform(1, 5));
         PutSunOver(Uniform(-23.44, 23.44), Uniform(-180, 180));

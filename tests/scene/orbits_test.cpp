@@ -129,6 +129,25 @@ TEST_F(OrbitsTest, OnTheGroundTheFarHalfIsHidden) {
     for (const RecordedOperation& line : lines) EXPECT_LE(std::fabs(EndX(line)), 1 + 1e-9);
 }
 
+TEST_F(OrbitsTest, AChainEndsWhereTheEarthHidesIt) {
+    Load("geo.tle", "METEOSAT-10 (MSG-3)");
+    // From 5 degrees north the far part of the ring passes behind the northern half of the disc.
+    LookAt(5, 180);
+    const auto endsAtLimb = [&] {
+        int ends = 0;
+        for (const RecordedOperation& line : Draw()) {
+            for (const double off : {std::hypot(StartX(line), StartY(line)), std::hypot(EndX(line), EndY(line))}) {
+                if (off >= 1 && off < 1 + 1e-4) ++ends;
+            }
+        }
+        return ends;
+    };
+    main.CPlotOrbit.Value = true;
+    EXPECT_EQ(endsAtLimb(), 2);
+    main.CPlotOrbitOverTime.Value = true;  // it stays behind the disc all the time
+    EXPECT_EQ(endsAtLimb(), 2);
+}
+
 TEST_F(OrbitsTest, LengthAndFineness) {
     Load("geo.tle", "METEOSAT-10 (MSG-3)");
     LookAt(90, 0);
@@ -206,6 +225,30 @@ TEST_F(OrbitsTest, OnTheSky) {
     EXPECT_EQ(Draw().size(), 200U);
     main.CDrawBackStars.Value = false;
     EXPECT_TRUE(Draw().empty());
+}
+
+TEST_F(OrbitsTest, AnOrbitOverTheObserverIsSmoothOnTheSky) {
+    const SatRecord& station = Load("stations.tle", "ISS (ZARYA)");
+    EngineBlock block = station.EngineBlock;
+    // Right above the observer now; a two-hundredth of its turn takes it some 28 degrees across the sky.
+    const Vector3 above = PropagateSatellite(data, EarthRotation::Displayed, block, data.SimTime).position;
+    const LatLonRadius under = XYZToLatLon(above);
+    SetLocation(data, {under.lat, under.lon, 0});
+    LookAt(under.lat / kDegree, under.lon / kDegree);
+    data.View.SkyScale = 1;
+    main.CDrawSky.Value = true;
+    main.CSkyOnly.Value = true;
+    main.CDrawFrontStars.Value = true;
+    main.CProjectOrbitOnSky.Value = true;
+    const auto lines = Draw();
+    EXPECT_GT(lines.size(), 220U);
+    EXPECT_LT(lines.size(), 500U);
+    // The sky's radius is 200 twips; nowhere is a line much longer than 2.5 degrees of it.
+    for (const RecordedOperation& line : lines) {
+        EXPECT_LT(std::hypot(EndX(line) - StartX(line), EndY(line) - StartY(line)), 3.5 * kDegree);
+    }
+    main.CLocalSky.Value = true;
+    EXPECT_GT(Draw().size(), 50U);
 }
 
 TEST_F(OrbitsTest, TheRecordStaysAsItIs) {

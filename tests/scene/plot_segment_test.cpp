@@ -104,13 +104,89 @@ TEST_F(PlotSegmentTest, TheSeamMovesWithTheCamera) {
     }
 }
 
-TEST_F(PlotSegmentTest, ALatitudeShiftedOverTheEndDrawsNoLineAcrossTheMap) {
+TEST_F(PlotSegmentTest, AMapShiftedBeyondThePoleStaysWhole) {
     LookAt(-100, 0);
     app.Main.CPlaniSphere.Value = true;
+    // 179 and 181 degrees above the middle, one line.
     PlotSegment(scene, Place(79, 0), Place(81, 0));
+    ASSERT_EQ(Lines().size(), 1U);
+    ExpectNumbers(Lines()[0], {300, 200 - 200 * 179 * kDegree, 300, 200 - 200 * 181 * kDegree});
+}
+
+TEST_F(PlotSegmentTest, ACameraAWholeTurnOnDrawsTheSameMap) {
+    app.Main.CPlaniSphere.Value = true;
+    for (const double lat : {6 - 2 * kPiExact, 6.0}) {
+        LookAt(lat / kDegree, 0);
+        surface.Forget();
+        PlotSegment(scene, Place(-80, 20), Place(80, 22));
+        ASSERT_EQ(Lines().size(), 1U);
+        // The equator is 0.2831853 above the middle.
+        const double equator = 200 - 200 * 0.28318530717958648;
+        ExpectNumbers(Lines()[0], {300 + 200 * 20 * kDegree, equator + 200 * 80 * kDegree, 300 + 200 * 22 * kDegree,
+                                   equator - 200 * 80 * kDegree});
+    }
+}
+
+TEST_F(PlotSegmentTest, AChainIsTheSegmentsBetweenItsPoints) {
+    Dice dice;
+    app.Main.CDrawBackStars.Value = true;
+    std::size_t drawn = 0;
+    for (int i = 0; i < 300; ++i) {
+        dice.Camera(view);
+        TakeFramePan(view);
+        app.Main.CPlaniSphere.Value = i % 3 == 0;
+        std::vector<Vector3> points;
+        for (int k = 0; k < 5; ++k) points.push_back(dice.Point());
+        for (const bool sky : {false, true}) {
+            surface.Forget();
+            for (std::size_t k = 1; k < points.size(); ++k) {
+                if (sky) {
+                    PlotSkySegment(scene, points[k - 1], points[k]);
+                } else {
+                    PlotSegment(scene, points[k - 1], points[k]);
+                }
+            }
+            const std::string expected = surface.Text();
+            drawn += surface.Operations().size();
+            surface.Forget();
+            if (sky) {
+                PlotSkyChain(scene, points);
+            } else {
+                PlotChain(scene, points);
+            }
+            EXPECT_EQ(surface.Text(), expected);
+        }
+    }
+    EXPECT_GT(drawn, 1000U);
+    surface.Forget();
+    PlotChain(scene, {});
+    PlotSkyChain(scene, {});
+    PlotChain(scene, std::vector<Vector3>{{1, 0, 0}});
+    EXPECT_TRUE(surface.Operations().empty());
+}
+
+TEST_F(PlotSegmentTest, AStepOfALargeChainEndsAtTheLimb) {
+    LookAt(0, 0);
+    // Along a parallel at height 0.6 the disc's edge is 0.8 to the right.
+    const Vector3 beside{-3, 1.6, 0.6};
+    const Vector3 behind{-3, 0.2, 0.6};
+    PlotUpToLimb(scene, beside, behind);
+    PlotUpToLimb(scene, behind, beside);
+    ASSERT_EQ(Lines().size(), 2U);
+    ExpectNumbers(Lines()[0], {300 + 1.6 * 200, 80, 300 + 0.8 * 200, 80}, 1e-3);
+    ExpectNumbers(Lines()[1], {300 + 0.8 * 200, 80, 300 + 1.6 * 200, 80}, 1e-3);
+    EXPECT_GE(Lines()[0].numbers[2], 460) << "not over the disc";
+    surface.Forget();
+    PlotUpToLimb(scene, behind, {-2, 0, 0});
     EXPECT_TRUE(Lines().empty());
-    PlotSegment(scene, Place(77, 0), Place(79, 0));
-    EXPECT_EQ(Lines().size(), 1U);
+    // On the ground the limb is where the sphere turns away.
+    PlotUpToLimb(scene, LLRToSameXYZ(0, 85 * kDegree, 1), LLRToSameXYZ(0, 95 * kDegree, 1));
+    ASSERT_EQ(Lines().size(), 1U);
+    EXPECT_NEAR(Lines()[0].numbers[2], 300 + 200 * std::sin(85 * kDegree), 1e-3) << "the chord's middle";
+    surface.Forget();
+    app.Main.CPlaniSphere.Value = true;
+    PlotUpToLimb(scene, beside, behind);
+    EXPECT_EQ(Lines().size(), 1U) << "nothing is hidden on the map";
 }
 
 TEST_F(PlotSegmentTest, RandomSegmentsOfTheFlatMapStayShort) {

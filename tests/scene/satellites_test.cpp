@@ -35,10 +35,22 @@ class Nowhere : public RecordingSurface {
     Nowhere() : RecordingSurface(600, 400) {}
     void Line(double, double, double, double) override {}
     void Circle(double, double, double) override {}
-    void PSet(double, double) override {}
+    void PSet(double, double) override { ++points; }
     void Print(std::string_view) override {}
     void Polyline(std::span<const double>) override {}
+
+    int points = 0;
 };
+
+NameWish Wish(double x, double y, double range, std::string_view name, NameRank rank = NameRank::Other) {
+    NameWish wish;
+    wish.x = x;
+    wish.y = y;
+    wish.range = range;
+    wish.name = name;
+    wish.rank = rank;
+    return wish;
+}
 
 struct SatellitesTest : ::testing::Test {
     Observatory o;
@@ -74,6 +86,14 @@ struct SatellitesTest : ::testing::Test {
     std::vector<RecordedOperation> Circles() {
         Draw();
         return surface.OperationsOf(DrawOperation::Circle);
+    }
+
+    /// The marks of `flares`, then the names.
+    void DrawMarks(const SatRecord& satellite, const LiveFlares& flares) {
+        surface.Forget();
+        work.names.Clear();
+        DrawFlareMarks(scene, satellite, flares, work.names);
+        work.names.Draw(scene);
     }
 
     std::vector<RecordedOperation> Names() {
@@ -339,11 +359,10 @@ TEST_F(SatellitesTest, NamesNeverCoverEachOther) {
 TEST_F(SatellitesTest, TheNearerNameComesFirst) {
     surface.ScaleWidth = 28800;
     surface.ScaleHeight = 16200;
-    NameBoard board(3);
-    board.Add({3000, 2000, 5, false, "far"});
-    board.Add({3010, 2010, 1, false, "near"});
-    board.Add({3000, 9000, 9, false, "else"});
-    board.Add({3000, 12000, 0, false, "no room on the board"});
+    NameBoard board(8);
+    board.Add(Wish(3000, 2000, 5, "far"));
+    board.Add(Wish(3010, 2010, 1, "near"));
+    board.Add(Wish(3000, 9000, 9, "else"));
     board.Draw(scene);
     const auto names = surface.OperationsOf(DrawOperation::Print);
     ASSERT_EQ(names.size(), 2U);
@@ -353,11 +372,11 @@ TEST_F(SatellitesTest, TheNearerNameComesFirst) {
 
 TEST_F(SatellitesTest, NamesOutOfThePictureAreLeftOut) {
     NameBoard board(8);
-    board.Add({700, 200, 1, false, "right"});
-    board.Add({-5000, 200, 1, false, "left"});
-    board.Add({300, -5000, 1, false, "above"});
-    board.Add({300, 5000, 1, false, "below"});
-    board.Add({300, 200, 1, false, ""});
+    board.Add(Wish(700, 200, 1, "right"));
+    board.Add(Wish(-5000, 200, 1, "left"));
+    board.Add(Wish(300, -5000, 1, "above"));
+    board.Add(Wish(300, 5000, 1, "below"));
+    board.Add(Wish(300, 200, 1, ""));
     board.Draw(scene);
     EXPECT_TRUE(surface.Operations().empty());
 }
@@ -396,7 +415,7 @@ TEST_F(SatellitesTest, AFlareFarAwayIsACircleOfHalfADegree) {
     flare.centre = {1, 0, 0};
     flare.distance = 300000;
     flares.Add(flare);
-    DrawFlareMarks(scene, satellite, flares);
+    DrawMarks(satellite, flares);
     const auto lines = surface.OperationsOf(DrawOperation::Polyline);
     ASSERT_EQ(lines.size(), 1U);
     const auto& xy = lines[0].numbers;
@@ -406,8 +425,7 @@ TEST_F(SatellitesTest, AFlareFarAwayIsACircleOfHalfADegree) {
     EXPECT_NEAR(xy[0], xy[xy.size() - 2], 1e-9);
     EXPECT_EQ(lines[0].state.ForeColor, 0x208040U);
     main.CPlotOrbit.Value = false;
-    surface.Forget();
-    DrawFlareMarks(scene, satellite, flares);
+    DrawMarks(satellite, flares);
     EXPECT_TRUE(surface.Operations().empty());
 }
 
@@ -421,22 +439,77 @@ TEST_F(SatellitesTest, ANearFlareIsAPointWithItsLabelOnTheNearSide) {
     flare.surface = 2;
     flares.Add(flare);
     flare.moon = true;
+    flare.centre = {0, std::cos(0.5), std::sin(0.5)};
+    flare.distance = 299000;
     flares.Add(flare);
+    surface.ScaleWidth = 12000;
+    surface.ScaleHeight = 9000;
     LookAt(0, 90, 64);
     main.CAntennaID.Value = true;
-    DrawFlareMarks(scene, satellite, flares);
+    DrawMarks(satellite, flares);
     const auto labels = surface.OperationsOf(DrawOperation::Print);
     ASSERT_EQ(labels.size(), 2U);
     EXPECT_EQ(labels[0].text, " L - 34.12 km (0°)");
-    EXPECT_NEAR(labels[0].state.CurrentX, 300, 1e-9);
-    EXPECT_NEAR(labels[0].state.CurrentY, 200, 1e-9);
+    EXPECT_NEAR(labels[0].state.CurrentX, 6000, 1e-9);
+    EXPECT_NEAR(labels[0].state.CurrentY, 4500, 1e-9);
+    EXPECT_EQ(labels[1].text, " L");
+    EXPECT_NEAR(labels[1].state.CurrentY, 4500 - 4500 * std::sin(0.5), 1e-9);
     EXPECT_EQ(labels[0].state.ForeColor, 0x00FF00U);
     EXPECT_EQ(labels[1].state.ForeColor, 0x80FFFFU);
     EXPECT_EQ(surface.OperationsOf(DrawOperation::PSet).size(), 2U);
-    surface.Forget();
     LookAt(0, -90, 64);
-    DrawFlareMarks(scene, satellite, flares);
+    DrawMarks(satellite, flares);
     EXPECT_TRUE(surface.Operations().empty());
+}
+
+TEST_F(SatellitesTest, OfFlareLabelsAtOnePlaceTheNearestIsWritten) {
+    SatRecord satellite;
+    LiveFlares flares;
+    LiveFlare flare;
+    flare.centre = {1, 0, 0};
+    for (const double distance : {120000.0, 34120.0, 90000.0}) {
+        flare.distance = distance;
+        flares.Add(flare);
+    }
+    LookAt(0, 0, 64);
+    DrawMarks(satellite, flares);
+    const auto labels = surface.OperationsOf(DrawOperation::Print);
+    ASSERT_EQ(labels.size(), 1U);
+    EXPECT_EQ(labels[0].text, " - 34.12 km (0°)");
+    EXPECT_EQ(surface.OperationsOf(DrawOperation::PSet).size(), 3U) << "but all points are there";
+}
+
+TEST_F(SatellitesTest, LabelsComeFirstThenTheWorkingSatellite) {
+    NameBoard board(8);
+    board.Add(Wish(300, 200, 1, "other"));
+    board.Add(Wish(300, 200, 1, "working", NameRank::Working));
+    std::string text = "label";
+    board.AddLabel(Wish(300, 200, 9, text, NameRank::Flare));
+    text = "XXXXX";  // the board has its own
+    board.Draw(scene);
+    auto words = surface.OperationsOf(DrawOperation::Print);
+    ASSERT_EQ(words.size(), 1U);
+    EXPECT_EQ(words[0].text, " label");
+    board.Clear();
+    surface.Forget();
+    board.Add(Wish(300, 200, 1, "other"));
+    board.Add(Wish(300, 200, 5, "working", NameRank::Working));
+    board.Draw(scene);
+    words = surface.OperationsOf(DrawOperation::Print);
+    ASSERT_EQ(words.size(), 1U);
+    EXPECT_EQ(words[0].text, " working");
+}
+
+TEST_F(SatellitesTest, AFullBoardStillTakesNames) {
+    NameBoard board(1);
+    for (std::size_t i = 0; i < 2 * kMostLabels; ++i) board.AddLabel(Wish(-5000, 0, 1, "far out"));
+    board.AddLabel(Wish(-5000, 0, 1, std::string(kLabelRoom, 'x')));
+    board.Add(Wish(300, 200, 1, "name"));
+    board.Add(Wish(300, 300, 1, "one too many"));
+    board.Draw(scene);
+    const auto words = surface.OperationsOf(DrawOperation::Print);
+    ASSERT_EQ(words.size(), 1U);
+    EXPECT_EQ(words[0].text, " name");
 }
 
 // Memory.
@@ -463,10 +536,34 @@ TEST_F(SatellitesTest, TheLoopAllocatesNothingPerSatellite) {
     ASSERT_GT(data.SatCount, 900);
     main.CIridiumFlares.Value = false;
     EXPECT_EQ(used(900), used(10));
+    // All that there is to be drawn of a satellite, with the observer below a flare, whose label is then a text.
     main.CIridiumFlares.Value = true;
     main.CPlotOrbit.Value = true;
-    const std::size_t label = 40;  // labels of flares near the observer are texts
-    EXPECT_LT(used(900), used(10) + label);
+    main.CProjectOrbit.Value = true;
+    main.CAntennaID.Value = true;
+    main.CSatCircle.Value = true;
+    main.CDrawSky.Value = true;
+    main.CDrawFrontStars.Value = true;
+    const LightPlaces lights = LightPlacesAt(data);
+    for (int s = data.SatCount; s > 0; --s) {
+        SatRecord& satellite = data.Satellite(s);
+        const WorldMotion motion =
+            PropagateSatellite(data, EarthRotation::Displayed, satellite.EngineBlock, data.SimTime);
+        FindLiveFlares(o.app, satellite, motion, lights, {}, work.flares);
+        if (work.flares.All().empty()) continue;
+        const LatLonRadius below = XYZToLatLon(work.flares.All()[0].centre);
+        SetLocation(data, {below.lat, below.lon, 0});
+        LookAt(below.lat / kDegree, below.lon / kDegree, 29);
+        std::swap(satellite, data.Satellite(5));
+        break;
+    }
+    EXPECT_EQ(used(900), used(10));
+    EXPECT_GT(nowhere.points, 0);
+    main.CSatOnly.Value = false;
+    for (int s = 1; s <= 40; ++s) data.Satellite(s).OptionFlags[0] = '0';  // each with its orbit
+    EXPECT_EQ(used(40), used(10));
+    main.CPlaniSphere.Value = true;
+    EXPECT_EQ(used(40), used(10));
 }
 
 }  // namespace

@@ -233,6 +233,33 @@ TEST_F(ViewGeometryTest, TheFrameOfTheFlatMap) {
     EXPECT_NEAR(FlatMapPosition(view, {90 * kDegree, 0}).y, FlatMapFramePoint(view, 0, 1).y, 1e-12);
 }
 
+TEST_F(ViewGeometryTest, WholeTurnsOfTheCameraDoNotMoveTheFlatMap) {
+    // 6 is 0.2831853 short of a turn, so the equator lies that much above the middle; -6 puts it as much below.
+    for (const double side : {1.0, -1.0}) {
+        view.ViewLat = side * 6;
+        EXPECT_NEAR(FlatMapFramePoint(view, 0, 0).y, side * 0.28318530717958648, 1e-12);
+        EXPECT_NEAR(FlatMapFramePoint(view, -1, side).y, side * 1.85398163397448310, 1e-12);
+        EXPECT_NEAR(FlatMapFramePoint(view, 1, -side).y, side * -1.28761101961531014, 1e-12);
+        // What lies on the map lies in its frame.
+        for (const double lat : {-90.0, -45.0, 0.0, 45.0, 90.0}) {
+            EXPECT_NEAR(FlatMapPosition(view, {lat * kDegree, 0}).y, FlatMapFramePoint(view, 0, lat / 90).y, 1e-12);
+        }
+    }
+}
+
+TEST_F(ViewGeometryTest, EveryPlaceLiesInTheFrameOfTheFlatMap) {
+    Dice dice;
+    for (int i = 0; i < 500; ++i) {
+        view.ViewLat = i < 2 ? (i == 0 ? kPiExact : -kPiExact) : dice.Between(-20, 20);
+        view.ViewLon = dice.Between(-20, 20);
+        const double lat = dice.Between(-90, 90);
+        const ScenePoint place = FlatMapPosition(view, {lat * kDegree, dice.Between(-10, 10)});
+        EXPECT_NEAR(place.y, FlatMapFramePoint(view, 0, lat / 90).y, 1e-12);
+        EXPECT_LE(std::fabs(place.x), kPiExact);
+        EXPECT_LE(std::fabs(FlatMapFramePoint(view, 0, 0).y), kPiExact) << "the equator is the nearest of its turns";
+    }
+}
+
 TEST_F(ViewGeometryTest, SplitAtTheSeam) {
     const ScenePoint a{178 * kDegree, 10 * kDegree};
     const ScenePoint b{-179 * kDegree, 16 * kDegree};
