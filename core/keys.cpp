@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <array>
 
-#include "core/options.h"
+#include "core/camera_moves.h"
+#include "core/opening.h"
+#include "core/panels.h"
+#include "core/turning.h"
 #include "orbit/astro/trigonometry.h"
-#include "scene/view_geometry.h"
 
 namespace glintara {
 
@@ -120,42 +122,58 @@ void ZoomBy(Application& app, double step) {
     ViewState& view = app.Data.View;
     if (step > 0) {
         view.ZoomFactor = std::max(view.ZoomFactor, std::min(view.ZoomFactor + step, kMostKeyZoom));
-    } else if (view.ZoomFactor > kZoomStep) {
+    } else if (view.ZoomFactor > -step) {
         view.ZoomFactor += step;
     }
-    if (app.Main.CMaximizeSky.Value) {
-        FitSky(app);
-    }
+    CameraZoomed(app);
 }
 
-bool MoveView(Application& app, const KeyPress& key) {
+bool ZoomByKey(Application& app, SpecialKey key) {
+    if (key != SpecialKey::Up && key != SpecialKey::Down) return false;
+    ZoomBy(app, key == SpecialKey::Up ? kZoomStep : -kZoomStep);
+    return true;
+}
+
+bool TurnByKey(Application& app, const KeyPress& key) {
     ViewState& view = app.Data.View;
     const RunState& run = app.Run;
+    double& sideways = key.shift ? view.ViewRoll : view.ViewLon;
+    const double step = KeyTurn(key.shift ? run.RotIncRoll : run.RotIncLon);
     switch (key.special) {
         case SpecialKey::Up:
-            key.shift ? ZoomBy(app, kZoomStep) : void(view.ViewLat = WrapTwoPi(view.ViewLat - run.RotIncLat));
+            view.ViewLat = WrapTwoPi(view.ViewLat - KeyTurn(run.RotIncLat));
             break;
         case SpecialKey::Down:
-            key.shift ? ZoomBy(app, -kZoomStep) : void(view.ViewLat = WrapTwoPi(view.ViewLat + run.RotIncLat));
+            view.ViewLat = WrapTwoPi(view.ViewLat + KeyTurn(run.RotIncLat));
             break;
         case SpecialKey::Left:
-            (key.shift ? view.ViewRoll : view.ViewLon) += key.shift ? run.RotIncRoll : run.RotIncLon;
+            sideways += step;
             break;
         case SpecialKey::Right:
-            (key.shift ? view.ViewRoll : view.ViewLon) -= key.shift ? run.RotIncRoll : run.RotIncLon;
+            sideways -= step;
             break;
         default:
             return false;
     }
-    HoldView(view);
-    RefreshViewCache(view);
-    UpdateGraphicsLevel2(app.Main);
+    CameraMoved(app);
+    return true;
+}
+
+bool MoveView(Application& app, const KeyPress& key) {
+    return (key.shift && ZoomByKey(app, key.special)) || TurnByKey(app, key);
+}
+
+bool LeaveFullScreen(Application& app, const KeyPress& key) {
+    if (key.special != SpecialKey::Escape || !app.Run.FullScreen) return false;
+    SetFullScreen(app, false);
     return true;
 }
 
 }  // namespace
 
 bool Form_KeyDown(Application& app, RunLoop& loop, const KeyPress& key) {
+    if (app.Run.KeyLock) return false;
+    CutOpeningShort(app.Run);
     const bool stopped = loop.GlobeRotation().StopIdle();
     MainControls& main = app.Main;
     if (key.character == 'U') {
@@ -180,7 +198,7 @@ bool Form_KeyDown(Application& app, RunLoop& loop, const KeyPress& key) {
         main.MnuFullScreen.Click();
         return true;
     }
-    return PressButton(main, key) || TurnOptionOver(main, key) || MoveView(app, key);
+    return PressButton(main, key) || TurnOptionOver(main, key) || MoveView(app, key) || LeaveFullScreen(app, key);
 }
 
 }  // namespace glintara

@@ -17,8 +17,9 @@ struct KeyPress {
     bool shift = false;
 };
 
-/// Acts on a key that no text field has taken. A key whose control is disabled does nothing. Returns whether the key
-/// means anything.
+/// Acts on a key that no text field has taken; while `KeyLock` is set there is none. Any key cuts the opening short and
+/// stops the idle turning; `U` does not start again what it has just stopped. A key whose control is disabled does
+/// nothing. Returns whether the key means anything.
 bool Form_KeyDown(Application& app, RunLoop& loop, const KeyPress& key);
 
 }  // namespace glintara

@@ -3,114 +3,189 @@
 #include <algorithm>
 #include <cmath>
 
+#include "core/camera_moves.h"
+#include "core/opening.h"
+#include "core/panels.h"
+#include "orbit/astro/trigonometry.h"
+#include "scene/orientation.h"
 #include "scene/view_geometry.h"
 
 namespace glintara {
 
 namespace {
 
-/// Turning a drag across the whole picture means 4 times this over the zoom, radians.
+/// A drag across the whole picture turns by 4 times this over the zoom, radians.
 constexpr double kSensitivity = 50;
 constexpr double kTurnPerPicture = 4;
-/// With a floating site the view follows the mouse more slowly.
+/// With a floating site the globe follows the mouse more slowly.
 constexpr double kFloatingSlowness = 8;
 constexpr double kZoomPerUnit = 1.0 / 25 / 100;
 /// A downward drag zooms at a quarter of the speed.
 constexpr double kDownwardSlowness = 4;
 constexpr double kPanPerUnit = 1.0 / 50;
+/// The sky alone belongs to a point one unit above the centre, as soon as the picture is shifted at all.
+constexpr double kSkyCentre = 1;
 constexpr double kWheelUnits = 120;
 constexpr double kWheelFactor = 1.1;
+
+constexpr int kRestMs = 2000;
+constexpr int kHideInfoMs = 1000;
+constexpr int kFineSkyMs = 1000;
+
 /// A button released within this after the last move is released in motion, seconds.
 constexpr double kInMotion = 0.05;
 /// A tick of `TimerHRot`, seconds.
 constexpr double kTurningTick = 0.02;
 
-}  // namespace
-
-void MouseSteering::Begin(const MousePlace& place, const MouseHold& hold) {
-    start_ = place;
-    held_ = hold;
-    snapshot_ = app_.Data.View;
-    last_ = snapshot_;
-    lastMove_ = Clock::now();
-    stepLat_ = stepLon_ = 0;
-    app_.Run.DragActive = true;
+double SecondsBetween(MouseSteering::Clock::time_point from, MouseSteering::Clock::time_point to) {
+    return std::chrono::duration<double>(to - from).count();
 }
 
+}  // namespace
+
 void MouseSteering::Moved(const MousePlace& place, const MouseHold& hold) {
+    NoteMouse(place);
     if (!hold.left && !hold.right) {
-        app_.Run.DragActive = false;
+        EndDrag();
+        ShowMenusByEdge(app_, place.y / std::max(place.height, 1.0));
         return;
     }
+    CutOpeningShort(app_.Run);
     loop_.GlobeRotation().StopIdle();
     if (!app_.Run.DragActive || !(hold == held_)) {
         Begin(place, hold);
         return;
     }
-    ViewState& view = app_.Data.View;
-    double sensitivity = kSensitivity / snapshot_.ZoomFactor;
-    if (app_.Main.MnuFloatingSite.Checked) {
-        sensitivity /= kFloatingSlowness;
-    }
-    if (hold.left && hold.right) {
-        Zoom(place);
-    } else if (hold.shift || app_.Main.CPlaniSphere.Value) {
-        Shift(place);
-    } else if (hold.left) {
-        Turn(place, sensitivity);
-    } else {
-        view.ViewRoll = snapshot_.ViewRoll - (place.x - start_.x) / place.width * kTurnPerPicture * sensitivity;
-    }
-    HoldView(view);
-    RefreshViewCache(view);
-    const Clock::time_point now = Clock::now();
-    stepLat_ = view.ViewLat - last_.ViewLat;
-    stepLon_ = view.ViewLon - last_.ViewLon;
-    stepSeconds_ = std::chrono::duration<double>(now - lastMove_).count();
-    lastMove_ = now;
-    last_ = view;
-    UpdateGraphicsLevel2(app_.Main);
+    Drag(place);
 }
 
-void MouseSteering::Turn(const MousePlace& place, double sensitivity) {
-    ViewState& view = app_.Data.View;
-    view.ViewLon = snapshot_.ViewLon - (place.x - start_.x) / place.width * kTurnPerPicture * sensitivity;
-    view.ViewLat = snapshot_.ViewLat + (place.y - start_.y) / place.height * kTurnPerPicture * sensitivity;
+void MouseSteering::NoteMouse(const MousePlace& place) {
+    RunState& run = app_.Run;
+    const bool moved = seen_ && (place.x != run.LastMouseX || place.y != run.LastMouseY);
+    seen_ = true;
+    run.LastMouseX = place.x;
+    run.LastMouseY = place.y;
+    // A window that opens under a resting mouse is told of a move too.
+    if (!moved) return;
+    loop_.GlobeRotation().StopIdle();
+    app_.Main.Timer_ObjectFinder.Restart(kRestMs);
+    if (!app_.Main.Timer_InfoHider.Enabled) app_.Main.Timer_InfoHider.Restart(kHideInfoMs);
 }
 
-void MouseSteering::Zoom(const MousePlace& place) {
-    double dy = place.y - start_.y;
-    if (dy > 0) {
-        dy /= kDownwardSlowness;
+void MouseSteering::Begin(const MousePlace& place, const MouseHold& hold) {
+    start_ = place;
+    held_ = hold;
+    snapshot_ = CaptureCamera(app_.Data.View);
+    dragged_ = false;
+    lastMove_ = now_();
+    earlier_ = later_ = {lastMove_, snapshot_.ViewLon};
+    app_.Run.DragActive = true;
+    app_.Main.TimerSkyFine.Stop();
+}
+
+void MouseSteering::EndDrag() {
+    if (!app_.Run.DragActive) return;
+    app_.Run.DragActive = false;
+    if (dragged_) app_.Main.TimerSkyFine.Restart(kFineSkyMs);
+}
+
+MouseSteering::Action MouseSteering::ActionOf(const MouseHold& hold) const {
+    if (hold.shift) return Action::Shift;
+    if (hold.left && hold.right) return Action::Zoom;
+    if (hold.right) return Action::Roll;
+    if (hold.control || hold.alt) return Action::None;
+    return app_.Main.CPlaniSphere.Value ? Action::Shift : Action::Turn;
+}
+
+void MouseSteering::Drag(const MousePlace& place) {
+    ViewState& view = app_.Data.View;
+    const double dx = Truncate(place.x - start_.x);
+    const double dy = Truncate(place.y - start_.y);
+    double turn = kTurnPerPicture * kSensitivity / view.ZoomFactor;
+    if (app_.Main.MnuFloatingSite.Checked && !app_.Main.CPlaniSphere.Value) turn /= kFloatingSlowness;
+    switch (ActionOf(held_)) {
+        case Action::None:
+            return;
+        case Action::Turn:
+            view.ViewLon = snapshot_.ViewLon - dx / std::max(place.width, 1.0) * turn;
+            view.ViewLat = snapshot_.ViewLat + dy / std::max(place.height, 1.0) * turn;
+            break;
+        case Action::Roll:
+            view.ViewRoll = snapshot_.ViewRoll - dx / std::max(place.width, 1.0) * turn;
+            break;
+        case Action::Zoom:
+            ZoomTo(snapshot_.ZoomFactor * (1 - (dy > 0 ? dy / kDownwardSlowness : dy) * kZoomPerUnit), snapshot_);
+            break;
+        case Action::Shift:
+            Shift(dx, dy);
+            break;
     }
-    app_.Data.View.ZoomFactor = std::max(kLeastZoom, snapshot_.ZoomFactor * (1 - dy * kZoomPerUnit));
+    dragged_ = true;
+    CameraMoved(app_);
+    MarkMotion();
 }
 
-void MouseSteering::Shift(const MousePlace& place) {
+void MouseSteering::Shift(double dx, double dy) {
+    const MainControls& main = app_.Main;
     ViewState& view = app_.Data.View;
-    view.PanX = snapshot_.PanX + (place.x - start_.x) / snapshot_.ZoomFactor * kPanPerUnit;
-    view.PanY = snapshot_.PanY - (place.y - start_.y) / snapshot_.ZoomFactor * kPanPerUnit;
+    const bool centred = snapshot_.PanX == 0 && snapshot_.PanY == 0;
+    const bool still = dx == 0 && dy == 0;
+    // The first shift moves the sky's centre up by one: the other way round, the sky stays where it was.
+    const bool skyMap = main.CPlaniSphere.Value && main.CSkyOnly.Value && centred && !still;
+    view.PanX = snapshot_.PanX + dx / view.ZoomFactor * kPanPerUnit;
+    view.PanY = snapshot_.PanY - (skyMap ? kSkyCentre : 0) - dy / view.ZoomFactor * kPanPerUnit;
+}
+
+void MouseSteering::ZoomTo(double zoom, const CameraView& from) {
+    const MainControls& main = app_.Main;
+    ViewState& view = app_.Data.View;
+    view.ZoomFactor = std::clamp(zoom, kLeastZoom, kMostZoom);
+    const bool shifted = from.PanX != 0 || from.PanY != 0;
+    if (main.CSkyOnly.Value && main.CMaximizeSky.Value && shifted) {
+        // A maximized sky shrinks in the scene as the zoom grows; what it has at the centre of the picture stays there.
+        const double shrunk = from.ZoomFactor / view.ZoomFactor;
+        view.PanX = from.PanX * shrunk;
+        view.PanY = (from.PanY + kSkyCentre) * shrunk - kSkyCentre;
+    }
+    CameraZoomed(app_);
+}
+
+void MouseSteering::MarkMotion() {
+    lastMove_ = now_();
+    if (SecondsBetween(later_.time, lastMove_) < kTurningTick) return;
+    earlier_ = later_;
+    later_ = {lastMove_, app_.Data.View.ViewLon};
+}
+
+double MouseSteering::LonPerTick() const {
+    const double seconds = std::max(SecondsBetween(earlier_.time, lastMove_), kTurningTick);
+    return (app_.Data.View.ViewLon - earlier_.lon) / seconds * kTurningTick;
 }
 
 void MouseSteering::Released() {
-    if (!app_.Run.DragActive) {
-        return;
-    }
-    app_.Run.DragActive = false;
-    const double rest = std::chrono::duration<double>(Clock::now() - lastMove_).count();
-    const bool turned = held_.left && !held_.right && !held_.shift && !app_.Main.CPlaniSphere.Value;
-    if (turned && rest < kInMotion && stepSeconds_ > 0) {
-        const double ticks = kTurningTick / std::max(stepSeconds_, kTurningTick / 4);
-        loop_.GlobeRotation().DragReleased(stepLat_ * ticks, stepLon_ * ticks, 0);
+    const bool turned = app_.Run.DragActive && dragged_ && ActionOf(held_) == Action::Turn;
+    EndDrag();
+    if (turned && SecondsBetween(lastMove_, now_()) <= kInMotion) loop_.GlobeRotation().DragReleased(LonPerTick());
+}
+
+void MouseSteering::DoubleClicked(const MouseHold& hold) {
+    loop_.GlobeRotation().StopIdle();
+    if (hold.control || hold.alt) return;
+    if (app_.Run.FullScreen) {
+        SetFullScreen(app_, false);
+    } else if (app_.Run.PanelsHidden) {
+        MenuShow(app_);
+    } else {
+        MenuHide(app_);
     }
 }
 
 void MouseSteering::Wheel(double units) {
     loop_.GlobeRotation().StopIdle();
-    ViewState& view = app_.Data.View;
-    view.ZoomFactor *= std::pow(kWheelFactor, units / kWheelUnits);
-    HoldView(view);
-    UpdateGraphicsLevel2(app_.Main);
+    const double factor = std::pow(kWheelFactor, units / kWheelUnits);
+    if (!std::isfinite(factor)) return;
+    snapshot_.ZoomFactor *= factor;  // a zoom that is being dragged goes on from there
+    ZoomTo(app_.Data.View.ZoomFactor * factor, CaptureCamera(app_.Data.View));
 }
 
 }  // namespace glintara

@@ -3,6 +3,8 @@
 // Steering the view by the mouse. Each move computes the view from where the drag began, so no error adds up.
 
 #include <chrono>
+#include <functional>
+#include <utility>
 
 #include "core/run_loop.h"
 #include "core/state/application.h"
@@ -14,6 +16,8 @@ struct MouseHold {
     bool left = false;
     bool right = false;
     bool shift = false;
+    bool control = false;
+    bool alt = false;
 
     friend bool operator==(const MouseHold&, const MouseHold&) = default;
 };
@@ -28,35 +32,59 @@ struct MousePlace {
 
 class MouseSteering {
   public:
-    MouseSteering(Application& app, RunLoop& loop) : app_(app), loop_(loop) {}
+    using Clock = std::chrono::steady_clock;
 
-    /// The mouse has moved to `place`. A move with a button held turns, rolls, zooms or shifts the view.
+    /// `now` tells the time of each move; a test has one of its own.
+    MouseSteering(Application& app, RunLoop& loop, std::function<Clock::time_point()> now = Clock::now)
+        : app_(app), loop_(loop), now_(std::move(now)) {}
+
+    /// The mouse has moved to `place`, or a button has been pressed there. The first move with a button held begins a
+    /// drag, which the later ones follow: left turns the globe, right rolls it, both zoom, Shift shifts the picture,
+    /// and so does left on the flat map. A move without a button ends the drag. Left with Control or Alt leaves the
+    /// view alone.
     void Moved(const MousePlace& place, const MouseHold& hold);
 
-    /// A button has been released: when the globe was still being turned, it turns on and comes to rest.
+    /// A button has been released: the drag ends. When the globe was still being turned, it turns on and comes to rest.
     void Released();
+
+    /// A double click: leaves full screen; otherwise hides the panels, or shows them again. Nothing with Control or
+    /// Alt.
+    void DoubleClicked(const MouseHold& hold);
 
     /// The wheel: zooms by a tenth for each step of 120 units, away from the user to come nearer.
     void Wheel(double units);
 
   private:
-    using Clock = std::chrono::steady_clock;
+    /// What a drag does.
+    enum class Action { None, Turn, Roll, Zoom, Shift };
 
+    struct Mark {
+        Clock::time_point time;
+        double lon = 0;
+    };
+
+    void NoteMouse(const MousePlace& place);
     void Begin(const MousePlace& place, const MouseHold& hold);
-    void Turn(const MousePlace& place, double sensitivity);
-    void Zoom(const MousePlace& place);
-    void Shift(const MousePlace& place);
+    void EndDrag();
+    Action ActionOf(const MouseHold& hold) const;
+    void Drag(const MousePlace& place);
+    void Shift(double dx, double dy);
+    void ZoomTo(double zoom, const CameraView& from);
+    void MarkMotion();
+    double LonPerTick() const;
 
     Application& app_;
     RunLoop& loop_;
+    std::function<Clock::time_point()> now_;
+    bool seen_ = false;  // the mouse has been over the picture
+    bool dragged_ = false;
     MousePlace start_;
     MouseHold held_;
-    ViewState snapshot_;
-    ViewState last_;
+    CameraView snapshot_;
+    // The longitude a tick of `TimerHRot` ago or more, and since, from which the speed at the end of a drag follows.
+    Mark earlier_;
+    Mark later_;
     Clock::time_point lastMove_;
-    double stepLat_ = 0;  // change in the last move
-    double stepLon_ = 0;
-    double stepSeconds_ = 0;
 };
 
 }  // namespace glintara

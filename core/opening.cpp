@@ -36,13 +36,13 @@ std::vector<double> ZoomSteps() {
 
 }  // namespace
 
+void CutOpeningShort(RunState& run) {
+    if (run.Opening) run.OpeningCut = true;
+}
+
 void Opening::Connect() {
     app_.Main.Timer1.SetTickHandler([this] { Run(); });
     app_.Main.Timer4.SetTickHandler([this] { app_.Main.Timer4.Stop(); });
-}
-
-void Opening::CutShort() {
-    if (app_.Run.Opening) app_.Run.OpeningCut = true;
 }
 
 void Opening::Run() {

@@ -17,6 +17,9 @@ struct OpeningHooks {
     std::function<void()> checkForUpdate;
 };
 
+/// A key or a click: an opening that is under way goes straight to its end.
+void CutOpeningShort(RunState& run);
+
 /// The opening sequence. It lasts one to two seconds and serves events meanwhile; `CutShort` ends its pictures.
 class Opening {
   public:
@@ -26,8 +29,7 @@ class Opening {
     /// Hangs the opening on `Timer1`, and its waits on `Timer4`.
     void Connect();
 
-    /// A key or a click while the opening runs: it goes straight to its end.
-    void CutShort();
+    void CutShort() { CutOpeningShort(app_.Run); }
 
   private:
     void Run();

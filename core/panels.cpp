@@ -6,6 +6,9 @@ namespace {
 
 constexpr int kPanelGroups = 2;
 
+/// The mouse calls for the menus in this part of the picture's height.
+constexpr double kMenuEdge = 0.05;
+
 void ShowGroup(Application& app) {
     MainControls& main = app.Main;
     const bool shown = !app.Run.PanelsHidden && !app.Run.FullScreen;
@@ -52,13 +55,26 @@ void ReSizeWindow(Application& app) {
     app.Main.TimerResize.Restart(app.Main.TimerResize.Interval);
 }
 
+void WindowResized(Application& app, double clientWidth, double clientHeight) {
+    app.Run.ClientWidth = clientWidth;
+    app.Run.ClientHeight = clientHeight;
+    ReSizeWindow(app);
+    if (app.Run.FullScreen) app.Main.TimerResize.Restart(app.Main.TimerResize.Interval);
+}
+
 void SetFullScreen(Application& app, bool fullScreen) {
     if (app.Run.FullScreen == fullScreen) return;
     app.Run.FullScreen = fullScreen;
     app.Main.MnuFullScreen.Checked = fullScreen;
     SetMenusVisible(app, !fullScreen);
     ShowGroup(app);
+    app.Windows.ShowFullScreen(fullScreen);
     app.Windows.UpdateGraphicsLevel2();
+}
+
+void ShowMenusByEdge(Application& app, double part) {
+    const bool atEdge = part < kMenuEdge;
+    if (app.Run.FullScreen && app.Run.MenusShown != atEdge) SetMenusVisible(app, atEdge);
 }
 
 void ConnectPanels(Application& app) {

@@ -25,8 +25,16 @@ void SetMenusVisible(Application& app, bool visible);
 /// come to rest. Nothing in full screen, and in a window under `kLeastLayoutTwips`.
 void ReSizeWindow(Application& app);
 
+/// The inside of the window has taken this size, twips: keeps it and lays the window out. In full screen, where the
+/// layout stays, a picture of the new size is asked for all the same.
+void WindowResized(Application& app, double clientWidth, double clientHeight);
+
 /// Gives the whole screen to the picture, without menus and panels, or leaves that.
 void SetFullScreen(Application& app, bool fullScreen);
+
+/// In full screen the mouse brings the menus back at the upper edge of the picture, and hides them farther down. It
+/// stands at `part` of the picture's height, 0 at the top.
+void ShowMenusByEdge(Application& app, double part);
 
 /// Wires the presses on `FrameInfo` and `MnuFullScreen`, and shows the first group.
 void ConnectPanels(Application& app);

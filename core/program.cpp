@@ -5,6 +5,7 @@
 #include "core/panels.h"
 #include "core/satellite_panel.h"
 #include "core/time_buttons.h"
+#include "core/tips.h"
 #include "flare/search.h"
 #include "scene/orientation.h"
 
@@ -39,7 +40,7 @@ Program::Program(Application& app, ProgramSignals& signals, const ComputerClock&
       Loop(app, Time, hooks.picture),
       OpeningSequence(
           app, clock, Loop,
-          {std::move(hooks.loadStartUpWorkspace), [this] { Usage.CheckForUpdate(app_.Run.UpdateCheckDays, false); }}),
+          {std::move(hooks.loadStartUpWorkspace), [this] { Usage.CheckForUpdate(app_.Data.UpdateCheckDays, false); }}),
       End(app, std::move(hooks.shutDown)) {
     signals.app_ = &app;
     signals.usage_ = &Usage;
@@ -53,7 +54,8 @@ Program::Program(Application& app, ProgramSignals& signals, const ComputerClock&
     ConnectPanels(app);
     ConnectViews();
     ConnectSearch();
-    app.Main.MnuUpdateCheck.SetClickHandler([this] { Usage.CheckForUpdate(app_.Run.UpdateCheckDays, true); });
+    app.Main.MnuTips.SetClickHandler([&app] { ShowTips(app); });
+    app.Main.MnuUpdateCheck.SetClickHandler([this] { Usage.CheckForUpdate(app_.Data.UpdateCheckDays, true); });
 }
 
 bool Program::Touched() {

@@ -1,7 +1,9 @@
 #include "core/turning.h"
 
 #include <algorithm>
+#include <cmath>
 
+#include "core/camera_moves.h"
 #include "orbit/astro/trigonometry.h"
 
 namespace glintara {
@@ -42,51 +44,64 @@ void GlobeTurning::Toggle() {
     if (app_.Main.TimerHRot.Enabled) {
         Stop();
     } else {
+        if (app_.Run.RotIncLon == 0) app_.Run.RotIncLon = kStartRotation;
         Start(Turning::Lasting);
     }
 }
 
-void GlobeTurning::DragReleased(double latPerTick, double lonPerTick, double rollPerTick) {
+void GlobeTurning::DragReleased(double lonPerTick) {
     // A turning that lasts takes the motion on by itself, with its next tick.
     if (lonPerTick == 0 || (app_.Main.TimerHRot.Enabled && how_ == Turning::Lasting)) return;
-    app_.Run.RotIncLat = latPerTick;
-    app_.Run.RotIncLon = lonPerTick;
-    app_.Run.RotIncRoll = rollPerTick;
+    decaying_ = lonPerTick;
     Start(Turning::Decaying);
 }
 
 void GlobeTurning::Tick() {
-    RunState& run = app_.Run;
-    ViewState& view = app_.Data.View;
-    if (run.DragActive && how_ == Turning::Decaying) {
+    if (app_.Run.DragActive && how_ == Turning::Decaying) {
         Stop();  // the hand on the globe ends it
         return;
     }
-    if (run.DragActive) {
-        notedLat_ = view.ViewLat;
-        notedLon_ = view.ViewLon;
-        notedRoll_ = view.ViewRoll;
-        dragNoted_ = true;
+    if (app_.Run.DragActive) {
+        NoteDrag();
         return;
     }
     if (dragNoted_) {
-        dragNoted_ = false;
-        run.RotIncLat = view.ViewLat - notedLat_;
-        run.RotIncLon = view.ViewLon - notedLon_;
-        run.RotIncRoll = view.ViewRoll - notedRoll_;
+        TakeDragMotion();
         return;
     }
-    double part = kTurnPart;
+    double change = app_.Run.RotIncLon;
     if (how_ == Turning::Decaying) {
         if (++ticks_ >= kTicksToRest) {
             Stop();
             return;
         }
         const double left = 1 - static_cast<double>(ticks_) / kTicksToRest;
-        part *= left * left;
+        change = decaying_ * left * left;
     }
-    view.ViewLon = WrapTwoPi(view.ViewLon + part * run.RotIncLon);
-    app_.Windows.UpdateGraphicsLevel2();
+    ViewState& view = app_.Data.View;
+    view.ViewLon = WrapTwoPi(view.ViewLon + kTurnPart * change);
+    CameraMoved(app_);
 }
+
+void GlobeTurning::NoteDrag() {
+    const ViewState& view = app_.Data.View;
+    if (!dragNoted_) dragStartLon_ = view.ViewLon;
+    dragNoted_ = true;
+    notedLat_ = view.ViewLat;
+    notedLon_ = view.ViewLon;
+    notedRoll_ = view.ViewRoll;
+}
+
+void GlobeTurning::TakeDragMotion() {
+    dragNoted_ = false;
+    const ViewState& view = app_.Data.View;
+    if (view.ViewLon == dragStartLon_) return;  // a click, a zoom: the globe itself was left alone
+    RunState& run = app_.Run;
+    run.RotIncLat = view.ViewLat - notedLat_;
+    run.RotIncLon = view.ViewLon - notedLon_;
+    run.RotIncRoll = view.ViewRoll - notedRoll_;
+}
+
+double KeyTurn(double increment) { return increment == 0 ? kStartRotation : std::abs(increment); }
 
 }  // namespace glintara

@@ -5,12 +5,11 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
-#include <fstream>
-#include <iterator>
 #include <limits>
 #include <optional>
 #include <random>
-#include <system_error>
+
+#include "orbit/files.h"
 
 namespace glintara {
 
@@ -72,15 +71,6 @@ std::optional<UsageStats> Decode(std::string_view bytes) {
     return stats;
 }
 
-std::optional<std::string> ReadRecord(const std::filesystem::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    if (!file) return std::nullopt;
-    std::string bytes(kRecordBytes + 1, '\0');  // one more, to see a longer file
-    file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    bytes.resize(static_cast<std::size_t>(file.gcount()));
-    return bytes;
-}
-
 /// The clock as whole seconds of local time, as a Julian date.
 double LocalDate(const ComputerClock& clock) {
     CalendarFields now = clock.ReadLocal();
@@ -92,27 +82,12 @@ double LocalDate(const ComputerClock& clock) {
 
 void UsageRecord::LoadStat() {
     ClearStat();
-    const std::optional<std::string> bytes = ReadRecord(file_);
+    const std::optional<std::string> bytes = ReadWholeFile(file_, kRecordBytes);
     if (!bytes) return;
     if (std::optional<UsageStats> stats = Decode(*bytes)) stats_ = std::move(*stats);
 }
 
-void UsageRecord::SaveStat() const {
-    const std::filesystem::path beside = file_.string() + ".new";
-    std::error_code failed;
-    {
-        std::ofstream file(beside, std::ios::binary | std::ios::trunc);
-        const std::string bytes = Encode(stats_);
-        file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-        file.close();
-        if (!file) {
-            std::filesystem::remove(beside, failed);
-            return;
-        }
-    }
-    std::filesystem::rename(beside, file_, failed);
-    if (failed) std::filesystem::remove(beside, failed);
-}
+void UsageRecord::SaveStat() const { ReplaceFile(file_, Encode(stats_)); }
 
 void UsageRecord::ClearStat() {
     stats_ = {};

@@ -118,6 +118,8 @@ struct CommonData {
     std::uint32_t SoilColor = 0x3C6E3C;    ///< land
     std::uint32_t SeaColor = 0x6E3A10;     ///< sea
     std::uint32_t ShadowColor = 0x5A5A5A;  ///< night side, a mask: grey of level 90
+
+    double UpdateCheckDays = 3;  ///< days between two openings of the news page, 0 to 7
 };
 
 }  // namespace glintara

@@ -7,7 +7,7 @@
 
 namespace glintara {
 
-enum class MessageIcon { Critical, Warning };
+enum class MessageIcon { Critical, Warning, Information };
 
 class MessageBoxes {
   public:

@@ -83,7 +83,6 @@ struct RunState {
     // Clock.
     std::int16_t LastTickSecond = kNoTickSecond;  ///< second of the last picture that the tick asked for
     WorkingDirection Working;
-    double UpdateCheckDays = 3;  ///< days between two openings of the news page, 0 to 7
 
     // The window.
     bool FullScreen = false;
@@ -91,7 +90,12 @@ struct RunState {
     bool MenusShown = true;
     double ClientWidth = 0;  ///< inside of the window, twips; written by the window before `ReSizeWindow`
     double ClientHeight = 0;
-    int PanelGroup = 0;  ///< 0: time, stars, orbit, satellite; 1: drawing and views
+    int PanelGroup = 0;    ///< 0: time, stars, orbit, satellite; 1: drawing and views
+    bool KeyLock = false;  ///< a text field has the focus: the keys are its own
+
+    // The mouse.
+    double LastMouseX = 0;  ///< where it was last seen over the picture, twips
+    double LastMouseY = 0;
 
     // Turning.
     bool DragActive = false;            ///< a drag is under way

@@ -29,6 +29,9 @@ class WindowSignals {
     /// The window of the satellite's position shows the satellite that works now.
     virtual void RefreshSatPosition() {}
 
+    /// The main window takes the whole screen, or goes back to where it stood.
+    virtual void ShowFullScreen(bool /*fullScreen*/) {}
+
     /// Asks for a new picture. Requests coalesce.
     virtual void UpdateGraphicsLevel2() {}
 

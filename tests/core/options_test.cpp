@@ -257,6 +257,21 @@ TEST_F(OptionsTest, AnOrientationEntryPressesItsButton) {
     EXPECT_EQ(main.LCommandOutput.Caption.Get(), "Zero Angle Orientation");
 }
 
+// What a workspace does: it sets the boxes, and each shows in the menu.
+TEST_F(OptionsTest, AfterManyBoxesWereSetEachEntryShowsItsBox) {
+    AddSatellite();
+    for (const bool value : {true, false}) {
+        for (const OptionPair& pair : OptionPairs(main)) pair.box->Value = value;
+        main.CLocalTime.Value = value;
+        for (const OptionPair& pair : OptionPairs(main)) {
+            EXPECT_EQ(pair.entry->Checked, pair.box->Value) << pair.entry->Caption.Get();
+            EXPECT_EQ(pair.entry->Enabled, pair.box->Enabled) << pair.entry->Caption.Get();
+        }
+        EXPECT_EQ(main.MnuNoUTC.Checked, !value);
+        EXPECT_FALSE(main.CLockSky.Value && main.CLockSatellite.Value);
+    }
+}
+
 TEST_F(OptionsTest, ABoxThatIsSetByTheProgramFiresOnce) {
     main.CRealTime.Value = false;
     clock.Advance(20);
@@ -265,6 +280,18 @@ TEST_F(OptionsTest, ABoxThatIsSetByTheProgramFiresOnce) {
     main.CGlobeGrid.Value = false;
     clock.Advance(100);
     EXPECT_EQ(pictures.size(), 1U);
+}
+
+TEST_F(OptionsTest, TheTipsAreShownLineByLine) {
+    main.MnuTips.Click();
+    ASSERT_EQ(boxes.messages.size(), 1U);
+    const std::string& text = boxes.messages[0].text;
+    EXPECT_EQ(boxes.messages[0].icon, MessageIcon::Information);
+    EXPECT_EQ(std::count(text.begin(), text.end(), '\n') + 1, 22);
+    EXPECT_TRUE(
+        text.starts_with("- Click on the Info Frame to switch the control panels\r\n- Mouse Move with Left Button"));
+    EXPECT_NE(text.find("\r\n  s m h d e y + [shift]: quickly change the time\r\n"), std::string::npos);
+    EXPECT_TRUE(text.ends_with("\r\n  space bar: toggle full screen"));
 }
 
 TEST_F(OptionsTest, AdmittedSatellitesEnableTheirOptions) {
@@ -315,6 +342,39 @@ TEST_F(OptionsTest, FullScreenHidesMenusAndPanelsAndBringsThemBack) {
     SetFullScreen(app, true);
     SetFullScreen(app, false);
     EXPECT_FALSE(main.FrameInfo.Visible) << "panels that were hidden stay hidden";
+    EXPECT_EQ(signals.fullScreens, (std::vector<bool>{true, false, true, false})) << "the window is told each time";
+    SetFullScreen(app, false);
+    EXPECT_EQ(signals.fullScreens.size(), 4U);
+}
+
+TEST_F(OptionsTest, InFullScreenTheMenusComeAtTheUpperEdge) {
+    ShowMenusByEdge(app, 0.5);
+    EXPECT_TRUE(app.Run.MenusShown) << "a window keeps its menus";
+    SetFullScreen(app, true);
+    ShowMenusByEdge(app, 0.0499);
+    EXPECT_TRUE(app.Run.MenusShown);
+    EXPECT_TRUE(main.MnuFile.Visible);
+    EXPECT_TRUE(main.MnuTHelp.Visible);
+    EXPECT_FALSE(main.FrameInfo.Visible) << "the panels stay away";
+    ShowMenusByEdge(app, 0.05);
+    EXPECT_FALSE(app.Run.MenusShown);
+    EXPECT_FALSE(main.MnuFile.Visible);
+    ShowMenusByEdge(app, 0);
+    SetFullScreen(app, false);
+    EXPECT_TRUE(main.MnuFile.Visible);
+}
+
+TEST_F(OptionsTest, AResizedWindowIsDrawnAnewInFullScreenToo) {
+    WindowResized(app, 16500, 10800);
+    EXPECT_EQ(app.Run.ClientWidth, 16500);
+    EXPECT_EQ(app.Run.ClientHeight, 10800);
+    EXPECT_TRUE(main.TimerResize.Enabled);
+    main.TimerResize.Stop();
+    WindowResized(app, 16500, 6000);
+    EXPECT_FALSE(main.TimerResize.Enabled);
+    app.Run.FullScreen = true;
+    WindowResized(app, 28800, 16200);
+    EXPECT_TRUE(main.TimerResize.Enabled);
 }
 
 TEST_F(OptionsTest, ASmallWindowIsNotLaidOut) {

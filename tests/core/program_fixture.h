@@ -28,6 +28,13 @@ class RecordingBrowser : public Browser {
     std::vector<std::string> opened;
 };
 
+class RecordingSignals : public ProgramSignals {
+  public:
+    void ShowFullScreen(bool fullScreen) override { fullScreens.push_back(fullScreen); }
+
+    std::vector<bool> fullScreens;  ///< what the window was told
+};
+
 /// A folder of its own for each test, gone afterwards.
 class TemporaryFolder {
   public:
@@ -110,7 +117,7 @@ struct ProgramTest : ::testing::Test {
     TemporaryFolder folder;
     RecordingBoxes boxes;
     ManualClock clock{{2018, 1, 20, 17, 42, 9.31}};
-    ProgramSignals signals;
+    RecordingSignals signals;
     RecordingBrowser browser;
     Application app{boxes, clock, signals};
 

@@ -53,7 +53,7 @@ TEST_F(TurningTest, AnyTouchStopsTheIdleTurningAndOnlyThat) {
 }
 
 TEST_F(TurningTest, ADragReleasedInMotionComesToRestWithinASecondAndAHalf) {
-    turning.DragReleased(0, 0.08, 0);
+    turning.DragReleased(0.08);
     clock.Advance(20);
     const double first = Lon();
     EXPECT_GT(first, 0.018);
@@ -72,13 +72,13 @@ TEST_F(TurningTest, ADragReleasedInMotionComesToRestWithinASecondAndAHalf) {
 }
 
 TEST_F(TurningTest, ADragThatDoesNotTurnLeavesTheGlobeAtRest) {
-    turning.DragReleased(0.05, 0, 0);
+    turning.DragReleased(0);
     EXPECT_FALSE(Turns());
     EXPECT_EQ(app.Run.AutoTurn, 0);
 }
 
 TEST_F(TurningTest, ATouchEndsTheDecay) {
-    turning.DragReleased(0, 0.08, 0);
+    turning.DragReleased(0.08);
     clock.Advance(100);
     const double held = Lon();
     app.Run.DragActive = true;
@@ -107,6 +107,55 @@ TEST_F(TurningTest, ATurningThatLastsTakesTheDragsMotionOn) {
     EXPECT_NEAR(Lon(), 1.06, 1e-12);
     clock.Advance(10000);
     EXPECT_TRUE(Turns()) << "it does not decay";
+}
+
+TEST_F(TurningTest, AClickLeavesATurningThatLastsAsItWas) {
+    turning.Start(Turning::Lasting);
+    clock.Advance(20);
+    app.Run.DragActive = true;
+    clock.Advance(100);
+    app.Run.DragActive = false;
+    clock.Advance(20);
+    const double before = Lon();
+    clock.Advance(20);
+    EXPECT_NEAR(Lon() - before, kPlainPi / 72 / 4, 1e-9);
+}
+
+TEST_F(TurningTest, AHandThatHoldsTheGlobeStillBringsItToAStandstillUntilTheKeyStartsItAnew) {
+    turning.Toggle();
+    app.Run.DragActive = true;
+    clock.Advance(20);
+    app.Data.View.ViewLon = 2;
+    clock.Advance(100);
+    app.Run.DragActive = false;
+    clock.Advance(1000);
+    EXPECT_NEAR(Lon(), 2, 1e-12);
+    EXPECT_EQ(app.Run.RotIncLon, 0);
+    EXPECT_TRUE(Turns());
+    turning.Toggle();
+    EXPECT_FALSE(Turns());
+    turning.Toggle();
+    clock.Advance(20);
+    EXPECT_NEAR(Lon(), 2 + kPlainPi / 72 / 4, 1e-9);
+}
+
+TEST_F(TurningTest, ADecayLeavesTheStepsOfTheKeysAlone) {
+    turning.DragReleased(0.003);
+    clock.Advance(3000);
+    EXPECT_NEAR(app.Run.RotIncLat, 2.5 * kDegree, 1e-12);
+    EXPECT_NEAR(app.Run.RotIncLon, 2.5 * kDegree, 1e-12);
+    EXPECT_NEAR(app.Run.RotIncRoll, 2.5 * kDegree, 1e-12);
+}
+
+TEST_F(TurningTest, ALockedSkyIsLockedWhereItHasTurnedTo) {
+    app.Main.CLockSky.Value = true;
+    turning.Start(Turning::Lasting);
+    clock.Advance(400);
+    turning.Stop();
+    const double turned = Lon();
+    EXPECT_NEAR(turned, 20 * kPlainPi / 72 / 4, 1e-6);
+    clock.Advance(2000);
+    EXPECT_NEAR(Lon(), turned, 1e-6) << "the clock stands, so do the stars";
 }
 
 }  // namespace

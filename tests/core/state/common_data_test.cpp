@@ -37,6 +37,7 @@ TEST(CommonData, StartsAtTheOriginOfLatitudesAtAHeightOf150Metres) {
     EXPECT_EQ(data.RealTimeStep, 5);
     EXPECT_EQ(data.TwilightAngle, 0);
     EXPECT_EQ(data.UTCOffsetHours, 0);
+    EXPECT_EQ(data.UpdateCheckDays, 3);
 }
 
 TEST(CommonData, TheSunStartsInEarlyDecember) {

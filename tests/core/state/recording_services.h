@@ -40,6 +40,7 @@ class RecordingWindows : public WindowSignals {
     void ChangeSatelliteSignal() override { calls.emplace_back("ChangeSatelliteSignal"); }
     void RefreshData() override { calls.emplace_back("RefreshData"); }
     void RefreshSatPosition() override { calls.emplace_back("RefreshSatPosition"); }
+    void ShowFullScreen(bool fullScreen) override { calls.emplace_back(fullScreen ? "FullScreen" : "Window"); }
     void UpdateGraphicsLevel2() override { calls.emplace_back("UpdateGraphicsLevel2"); }
     void SyncronizeMenuBar() override { calls.emplace_back("SyncronizeMenuBar"); }
     void SaveStat() override { calls.emplace_back("SaveStat"); }

@@ -1,0 +1,61 @@
+#include "core/program_folder.h"
+
+#include <unistd.h>
+
+#include <system_error>
+
+#include "scene/map_files.h"
+
+namespace glintara {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+bool HoldsData(const fs::path& folder) {
+    std::error_code failed;
+    return fs::exists(folder / kFineBorderFile, failed);
+}
+
+bool CanBeWrittenTo(const fs::path& folder) { return access(folder.c_str(), W_OK) == 0; }
+
+/// Copies a file beside its place and renames it, so that a copy broken off is not taken for the file.
+void CopyWhole(const fs::path& from, const fs::path& to) {
+    std::error_code failed;
+    const fs::path beside = to.string() + ".part";
+    fs::copy_file(from, beside, fs::copy_options::overwrite_existing, failed);
+    if (!failed) {
+        fs::rename(beside, to, failed);
+    }
+    if (failed) {
+        fs::remove(beside, failed);
+    }
+}
+
+void FillUp(const fs::path& folder, const fs::path& installed) {
+    std::error_code failed;
+    for (fs::directory_iterator entry(installed, failed), end; !failed && entry != end; entry.increment(failed)) {
+        const fs::path to = folder / entry->path().filename();
+        std::error_code unknown;
+        if (entry->is_regular_file(unknown) && !fs::exists(to, unknown)) {
+            CopyWhole(entry->path(), to);
+        }
+    }
+}
+
+}  // namespace
+
+fs::path ProgramFolder(const DataFolders& folders) {
+    if (HoldsData(folders.executable) && CanBeWrittenTo(folders.executable)) {
+        return folders.executable;
+    }
+    std::error_code failed;
+    fs::create_directories(folders.user, failed);
+    if (failed || !CanBeWrittenTo(folders.user)) {
+        return folders.executable;
+    }
+    FillUp(folders.user, folders.installed);
+    return folders.user;
+}
+
+}  // namespace glintara

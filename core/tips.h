@@ -1,0 +1,12 @@
+#pragma once
+
+// The summary of mouse and keys in the help menu.
+
+#include "core/state/application.h"
+
+namespace glintara {
+
+/// `MnuTips`: shows the summary in a message box.
+void ShowTips(Application& app);
+
+}  // namespace glintara
