@@ -1,0 +1,20 @@
+#pragma once
+
+// Windows open where they stood the last time.
+
+#include <QSettings>
+#include <QWidget>
+
+namespace glintara::desktop {
+
+/// The file of the windows' places, in the user's configuration folder.
+QString WindowPlacesFile();
+
+/// Makes a window remember its position, its size and whether it was maximized: they are written to `store` when it is
+/// closed or hidden, and it opens there the next time. To be called before the window is first shown. The places are
+/// told apart by the windows' object names; a window without one is not remembered. A position whose title bar could
+/// not be seen and grasped on a screen of today is not used: then only the size is, as far as the screen has room.
+/// `store` must outlive the window.
+void RememberPlace(QWidget& window, QSettings& store);
+
+}  // namespace glintara::desktop
