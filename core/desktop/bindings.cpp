@@ -7,6 +7,9 @@ namespace glintara::desktop {
 
 namespace {
 
+/// Captions of no more characters than this are signs, not words.
+constexpr qsizetype kLongestSign = 2;
+
 /// The text of the box with the line ends that the program reads.
 QString WithCarriageReturns(QString text) { return text.replace("\n", "\r\n"); }
 
@@ -36,8 +39,10 @@ void Bind(QAbstractButton& widget, Button& control) {
         widget.setEnabled(control.Enabled);
         widget.setText(ToQt(control.Caption));
         widget.setToolTip(ToQt(control.ToolTip));
-        const std::string& name = control.ToolTip.Get().empty() ? control.Caption.Get() : control.ToolTip.Get();
-        widget.setAccessibleName(ToQt(name));
+        // A sign such as "+" says nothing to who hears it.
+        const bool isSign = widget.text().size() <= kLongestSign && !widget.toolTip().isEmpty();
+        widget.setAccessibleName(isSign ? widget.toolTip() : widget.text());
+        widget.setAccessibleDescription(widget.toolTip());
     };
     control.Watch(show);
     show();

@@ -1,15 +1,14 @@
 #include "core/desktop/desktop_program.h"
 
-#include <QCoreApplication>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QMouseEvent>
 #include <QWheelEvent>
 
 #include "core/desktop/bindings.h"
+#include "core/desktop/window_memory.h"
 #include "core/panels.h"
 #include "orbit/element_sets.h"
-#include "scene/marks.h"
 #include "scene/orientation.h"
 #include "scene/overlays.h"
 
@@ -21,7 +20,8 @@ constexpr double kTwips = 15;
 
 MouseHold HoldOf(const QMouseEvent& event) {
     return {event.buttons().testFlag(Qt::LeftButton), event.buttons().testFlag(Qt::RightButton),
-            event.modifiers().testFlag(Qt::ShiftModifier)};
+            event.modifiers().testFlag(Qt::ShiftModifier), event.modifiers().testFlag(Qt::ControlModifier),
+            event.modifiers().testFlag(Qt::AltModifier)};
 }
 
 SpecialKey SpecialOf(int key) {
@@ -46,11 +46,15 @@ SpecialKey SpecialOf(int key) {
 
 }  // namespace
 
-DesktopProgram::DesktopProgram() : app_(boxes_, events_, signals_) {
-    stages_ = MakeStages();
+DesktopProgram::DesktopProgram(const QString& placesFile)
+    : places_(placesFile, QSettings::IniFormat),
+      app_(boxes_, events_, signals_),
+      stages_(StagesOfProgram(satellites_)) {
+    signals_.showFullScreen = [this](bool fullScreen) { ShowFullScreen(fullScreen); };
     program_ = std::make_unique<Program>(app_, signals_, clock_, browser_, MakeHooks());
     ConnectMenus();
     window_ = std::make_unique<MainScope>(app_);
+    RememberPlace(*window_, places_);
     boxes_.SetParent(window_.get());
     mouse_ = std::make_unique<MouseSteering>(app_, program_->Loop);
     ConnectWindow();
@@ -76,18 +80,9 @@ ProgramHooks DesktopProgram::MakeHooks() {
     return hooks;
 }
 
-FrameStages DesktopProgram::MakeStages() {
-    FrameStages stages;
-    stages.site = DrawSiteMark;
-    stages.sunAndMoon = DrawSunAndMoonOnEarth;
-    stages.ariesLine = DrawAriesLine;
-    stages.satellites = [this](const SceneContext& scene) { DrawSatellites(scene, satellites_); };
-    return stages;
-}
-
-void DesktopProgram::Start() {
+void DesktopProgram::Start(const std::filesystem::path& folder) {
     FollowSize();
-    program_->Start(QCoreApplication::applicationDirPath().toStdString());
+    program_->Start(folder);
     timers_ = std::make_unique<TimerDrivers>(app_.Main);
     window_->show();
 }
@@ -105,7 +100,6 @@ void DesktopProgram::ConnectMenus() {
     main.MnuFindFlare.SetClickHandler([this] { ShowSearch(); });
     main.MnuManageSatellites.SetClickHandler([this] { ShowSatellites(); });
     app_.FindFlare.CSatList.SetClickHandler([this] { ShowSatellites(); });
-    main.MnuFullScreen.SetClickHandler([this] { ToggleFullScreen(); });
     main.MnuExit.SetClickHandler([this] { window_->close(); });
 }
 
@@ -120,21 +114,15 @@ void DesktopProgram::ConnectMouse() {
         mouse_->Moved(placeOf(event.position()), HoldOf(event));
     };
     listener.pressed = [this, placeOf](const QMouseEvent& event) {
-        program_->Touched();
         mouse_->Moved(placeOf(event.position()), HoldOf(event));
     };
     listener.released = [this](const QMouseEvent& /*event*/) { mouse_->Released(); };
-    listener.doubleClicked = [this](const QMouseEvent& /*event*/) { DoubleClick(); };
+    listener.doubleClicked = [this](const QMouseEvent& event) { mouse_->DoubleClicked(HoldOf(event)); };
     listener.wheel = [this](const QWheelEvent& event) { mouse_->Wheel(event.angleDelta().y()); };
     window_->Picture().SetListener(std::move(listener));
 }
 
 void DesktopProgram::PressKey(int qtKey, bool shift) {
-    program_->OpeningSequence.CutShort();
-    if (qtKey == Qt::Key_Escape && app_.Run.FullScreen) {
-        ToggleFullScreen();
-        return;
-    }
     KeyPress key;
     key.special = SpecialOf(qtKey);
     key.shift = shift;
@@ -155,6 +143,7 @@ void DesktopProgram::OpenTLEFile() {
 void DesktopProgram::ShowSearch() {
     if (!searchForm_) {
         searchForm_ = std::make_unique<FormFindFlare>(app_, window_.get());
+        RememberPlace(*searchForm_, places_);
     }
     searchForm_->show();
     searchForm_->raise();
@@ -164,7 +153,9 @@ void DesktopProgram::ShowSearch() {
 void DesktopProgram::ShowSatellites() {
     if (!satelliteForm_) {
         satelliteForm_ = std::make_unique<FormSatellites>(app_, window_.get());
+        RememberPlace(*satelliteForm_, places_);
         signals_.upDateSatellites = [this] { satelliteForm_->UpDateAll(); };
+        signals_.showWorkingSatellite = [this] { satelliteForm_->ShowWorkingSatellite(); };
     }
     satelliteForm_->UpDateAll();
     satelliteForm_->show();
@@ -172,26 +163,13 @@ void DesktopProgram::ShowSatellites() {
     satelliteForm_->activateWindow();
 }
 
-void DesktopProgram::ToggleFullScreen() {
-    SetFullScreen(app_, !app_.Run.FullScreen);
-    window_->setWindowState(app_.Run.FullScreen ? window_->windowState() | Qt::WindowFullScreen
-                                                : window_->windowState() & ~Qt::WindowFullScreen);
-}
-
-void DesktopProgram::DoubleClick() {
-    if (app_.Run.FullScreen) {
-        ToggleFullScreen();
-    } else if (app_.Run.PanelsHidden) {
-        MenuShow(app_);
-    } else {
-        MenuHide(app_);
-    }
+void DesktopProgram::ShowFullScreen(bool fullScreen) {
+    window_->setWindowState(window_->windowState().setFlag(Qt::WindowFullScreen, fullScreen));
 }
 
 void DesktopProgram::FollowSize() {
-    if (app_.Main.TimerResize.Interval > 0) {
-        app_.Main.TimerResize.Restart(app_.Main.TimerResize.Interval);
-    }
+    const QSize inside = window_->centralWidget()->size();
+    WindowResized(app_, inside.width() * kTwips, inside.height() * kTwips);
 }
 
 void DesktopProgram::MakePicture() {

@@ -2,6 +2,9 @@
 
 // The program with its windows: the rooms of the core, the scene and the desktop put together.
 
+#include <QSettings>
+#include <filesystem>
+#include <functional>
 #include <memory>
 
 #include "core/desktop/main_scope.h"
@@ -12,9 +15,8 @@
 #include "flare/desktop/form_find_flare.h"
 #include "orbit/desktop/form_satellites.h"
 #include "scene/desktop/painter_surface.h"
-#include "scene/globe.h"
 #include "scene/map_files.h"
-#include "scene/satellites.h"
+#include "scene/stages.h"
 
 namespace glintara::desktop {
 
@@ -22,24 +24,37 @@ namespace glintara::desktop {
 class DesktopSignals : public ProgramSignals {
   public:
     std::function<void()> upDateSatellites;
+    std::function<void()> showWorkingSatellite;
+    std::function<void(bool)> showFullScreen;
 
     void UpDateAll() override {
         ProgramSignals::UpDateAll();
-        if (upDateSatellites) {
-            upDateSatellites();
+        Tell(upDateSatellites);
+    }
+    void ShowWorkingSatellite() override {
+        ProgramSignals::ShowWorkingSatellite();
+        Tell(showWorkingSatellite);
+    }
+    void ShowFullScreen(bool fullScreen) override { showFullScreen(fullScreen); }
+
+  private:
+    static void Tell(const std::function<void()>& window) {
+        if (window) {
+            window();
         }
     }
 };
 
 class DesktopProgram {
   public:
-    DesktopProgram();
+    /// `placesFile` is where the windows remember their places.
+    explicit DesktopProgram(const QString& placesFile);
     ~DesktopProgram();
     DesktopProgram(const DesktopProgram&) = delete;
     DesktopProgram& operator=(const DesktopProgram&) = delete;
 
-    /// Shows the window and begins the opening.
-    void Start();
+    /// Shows the window and begins the opening. `folder` is where the data stand; it becomes the current directory.
+    void Start(const std::filesystem::path& folder);
 
     Application& State() { return app_; }
     MainScope& Window() { return *window_; }
@@ -47,7 +62,6 @@ class DesktopProgram {
 
   private:
     ProgramHooks MakeHooks();
-    FrameStages MakeStages();
     void ConnectWindow();
     void ConnectMenus();
     void ConnectMouse();
@@ -58,9 +72,9 @@ class DesktopProgram {
     void MakePicture();
     void ShowNotice();
     void FollowSize();
-    void ToggleFullScreen();
-    void DoubleClick();
+    void ShowFullScreen(bool fullScreen);
 
+    QSettings places_;  // outlives the windows, which write to it when they close
     QtMessageBoxes boxes_;
     QtEvents events_;
     DesktopSignals signals_;
@@ -70,8 +84,8 @@ class DesktopProgram {
     std::unique_ptr<MainScope> window_;
     PainterSurface surface_;
     FrameMemory frame_;
-    FrameStages stages_;
     SatelliteWorkspace satellites_;
+    FrameStages stages_;
     StarTables stars_;
     CityTables cities_;
     std::unique_ptr<Program> program_;

@@ -4,6 +4,7 @@
 #include <QKeyEvent>
 #include <QMenuBar>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <vector>
 
 #include "core/desktop/bindings.h"
@@ -20,9 +21,13 @@ constexpr QSize kLeastSize(1100, 720);
 void AddMenu(QMenuBar& bar, MenuEntry& top, const std::vector<MenuEntry*>& entries) {
     QMenu* const menu = bar.addMenu(ToQt(top.Caption));
     menu->setToolTipsVisible(true);
-    const auto show = [menu, &top] {
+    const auto show = [menu, &bar, &top] {
         menu->setTitle(ToQt(top.Caption));
         menu->menuAction()->setVisible(top.Visible);
+        // A bar without menus would still take the room of its edge.
+        const auto menus = bar.actions();
+        bar.setVisible(
+            std::any_of(menus.begin(), menus.end(), [](const QAction* entry) { return entry->isVisible(); }));
     };
     top.Watch(show);
     show();
@@ -38,6 +43,7 @@ void AddMenu(QMenuBar& bar, MenuEntry& top, const std::vector<MenuEntry*>& entri
 }  // namespace
 
 MainScope::MainScope(Application& app) : app_(app) {
+    setObjectName("MainScope");
     setWindowTitle("Glintara - v.1.5.2");
     auto* central = new QWidget(this);
     auto* column = new QVBoxLayout(central);
@@ -53,7 +59,7 @@ MainScope::MainScope(Application& app) : app_(app) {
     picture_->setFocus();
 }
 
-QWidget* MainScope::BuildPanels() { return BuildPanelRow(app_.Main, this); }
+QWidget* MainScope::BuildPanels() { return BuildPanelRow(app_, this); }
 
 void MainScope::BuildMenus() {
     MainControls& m = app_.Main;
@@ -114,7 +120,9 @@ void MainScope::BuildMenus() {
 }
 
 void MainScope::keyPressEvent(QKeyEvent* event) {
-    if (listener_.keyPressed) {
+    // With other keys than Shift it is a shortcut of the desktop's, not one of ours.
+    const bool plain = !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier));
+    if (plain && listener_.keyPressed) {
         listener_.keyPressed(event->key(), event->modifiers().testFlag(Qt::ShiftModifier));
     }
 }

@@ -26,14 +26,20 @@ constexpr int kDatePixels = 14;
 constexpr int kNumberPixels = 11;
 constexpr int kSmallNumberPixels = 10;
 
-/// A frame whose ground can be pressed.
+/// A frame whose ground can be pressed. The whole row is shown with the first of its frames, which each group has: a
+/// row without frames would still take the room of its margins.
 class PanelFrame : public QGroupBox {
   public:
-    PanelFrame(Frame& frame, QWidget* parent) : QGroupBox(parent), frame_(frame) {
-        const auto show = [this] {
+    enum class Place { First, Other };
+
+    PanelFrame(Frame& frame, QWidget* row, Place place = Place::Other) : QGroupBox(row), frame_(frame) {
+        const auto show = [this, row, place] {
             setTitle(ToQt(frame_.Caption));
             setToolTip(ToQt(frame_.ToolTip));
             setVisible(frame_.Visible);
+            if (place == Place::First) {
+                row->setVisible(frame_.Visible);
+            }
         };
         frame_.Watch(show);
         show();
@@ -76,6 +82,7 @@ template <class Widget>
 Widget* MakeBox(CheckBox& control) {
     auto* box = new Widget;
     Bind(*box, control);
+    box->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Fixed);  // words are never cut
     return box;
 }
 
@@ -89,7 +96,7 @@ void AddBoxes(QGridLayout& grid, const std::vector<std::vector<CheckBox*>>& colu
 }
 
 QWidget* BuildInfo(MainControls& main, QWidget* parent) {
-    auto* frame = new PanelFrame(main.FrameInfo, parent);
+    auto* frame = new PanelFrame(main.FrameInfo, parent, PanelFrame::Place::First);
     auto* grid = GridIn(frame);
     auto* date = MakeLabel(main.LDateTime, NumberFont(kDatePixels), nullptr);
     // In a narrow window the mark behind the time goes to a second line, for which there is always room.
@@ -167,17 +174,36 @@ QWidget* BuildOrbit(MainControls& main, QWidget* parent) {
     return frame;
 }
 
-QWidget* BuildSat(MainControls& main, QWidget* parent) {
+/// A field in which the keys are letters of a text, not commands.
+class ElementSetField : public QPlainTextEdit {
+  public:
+    explicit ElementSetField(bool& keyLock) : keyLock_(keyLock) {}
+
+  protected:
+    void focusInEvent(QFocusEvent* event) override {
+        keyLock_ = true;
+        QPlainTextEdit::focusInEvent(event);
+    }
+    void focusOutEvent(QFocusEvent* event) override {
+        keyLock_ = false;
+        QPlainTextEdit::focusOutEvent(event);
+    }
+
+  private:
+    bool& keyLock_;
+};
+
+QWidget* BuildSat(MainControls& main, bool& keyLock, QWidget* parent) {
     auto* frame = new PanelFrame(main.FrameSat, parent);
     auto* grid = GridIn(frame);
-    auto* box = new QPlainTextEdit;
+    auto* box = new ElementSetField(keyLock);
     Bind(*box, main.TTLE);
     box->setFont(NumberFont(kNumberPixels));
     box->setLineWrapMode(QPlainTextEdit::NoWrap);
     box->setTabChangesFocus(true);
     box->setAccessibleName("Element sets");
     box->setPlaceholderText(ToQt(main.TTLE.ToolTip));
-    box->setMinimumSize(90, 40);
+    box->setMinimumSize(80, 40);
     box->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
     grid->addWidget(box, 0, 0, 1, 2);
     grid->addWidget(MakeButton(main.CApplyTLEOrbit), 1, 0, 1, 2);
@@ -242,13 +268,15 @@ QWidget* BuildViews(MainControls& main, QWidget* parent) {
 
 }  // namespace
 
-QWidget* BuildPanelRow(MainControls& main, QWidget* parent) {
+QWidget* BuildPanelRow(Application& app, QWidget* parent) {
+    MainControls& main = app.Main;
+    bool& keyLock = app.Run.KeyLock;
     auto* row = new QWidget(parent);
     auto* layout = new QHBoxLayout(row);
     layout->setContentsMargins(kFrameGap, 0, kFrameGap, kFrameGap);
     layout->setSpacing(kFrameGap);
-    std::vector<QWidget*> frames{BuildInfo(main, row),  BuildTime(main, row), BuildStar(main, row),
-                                 BuildOrbit(main, row), BuildSat(main, row),  BuildDraw(main, row),
+    std::vector<QWidget*> frames{BuildInfo(main, row),  BuildTime(main, row),         BuildStar(main, row),
+                                 BuildOrbit(main, row), BuildSat(main, keyLock, row), BuildDraw(main, row),
                                  BuildViews(main, row)};
     // All of one height, so that nothing moves when the groups change.
     int height = 0;

@@ -4,11 +4,12 @@
 
 #include <QWidget>
 
-#include "core/state/main_controls.h"
+#include "core/state/application.h"
 
 namespace glintara::desktop {
 
-/// All panels of both groups, bound to their controls; which of them show, the controls tell.
-QWidget* BuildPanelRow(MainControls& main, QWidget* parent);
+/// All panels of both groups, bound to their controls; which of them show, the controls tell. While a text field has
+/// the focus, `KeyLock` is set.
+QWidget* BuildPanelRow(Application& app, QWidget* parent);
 
 }  // namespace glintara::desktop

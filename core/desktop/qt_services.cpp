@@ -1,6 +1,6 @@
 #include "core/desktop/qt_services.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QMessageBox>
 
 #include "core/desktop/bindings.h"
@@ -17,16 +17,26 @@ QString TextOf(std::string_view text) {
 
 }  // namespace
 
+QWidget* QtMessageBoxes::Parent() const {
+    QWidget* const active = QApplication::activeWindow();
+    return active != nullptr ? active : parent_;
+}
+
 void QtMessageBoxes::Tell(std::string_view text, MessageIcon icon) {
-    if (icon == MessageIcon::Critical) {
-        QMessageBox::critical(parent_, kTitle, TextOf(text));
-    } else {
-        QMessageBox::warning(parent_, kTitle, TextOf(text));
+    switch (icon) {
+        case MessageIcon::Critical:
+            QMessageBox::critical(Parent(), kTitle, TextOf(text));
+            break;
+        case MessageIcon::Information:
+            QMessageBox::information(Parent(), kTitle, TextOf(text));
+            break;
+        default:
+            QMessageBox::warning(Parent(), kTitle, TextOf(text));
     }
 }
 
 bool QtMessageBoxes::AskYesNo(std::string_view text) {
-    return QMessageBox::question(parent_, kTitle, TextOf(text)) == QMessageBox::Yes;
+    return QMessageBox::question(Parent(), kTitle, TextOf(text)) == QMessageBox::Yes;
 }
 
 void QtEvents::ServeEvents() { QCoreApplication::processEvents(); }

@@ -15,7 +15,7 @@
 
 namespace glintara::desktop {
 
-/// Message boxes over the main window.
+/// Message boxes over the window that the user works in.
 class QtMessageBoxes : public MessageBoxes {
   public:
     void SetParent(QWidget* parent) { parent_ = parent; }
@@ -23,6 +23,8 @@ class QtMessageBoxes : public MessageBoxes {
     bool AskYesNo(std::string_view text) override;
 
   private:
+    QWidget* Parent() const;
+
     QWidget* parent_ = nullptr;
 };
 

@@ -18,6 +18,8 @@ constexpr auto kQuiet = "#8b949e";
 constexpr auto kFaint = "#565e69";
 constexpr auto kAccent = "#e0c020";  // the gold of a satellite in sunlight
 
+constexpr auto kWarning = "#e08a30";
+
 constexpr int kTextPixels = 12;
 
 QPalette DarkPalette() {
@@ -70,9 +72,10 @@ QPushButton:focus { border-color: %accent; }
 QPushButton:default { border-color: %quiet; }
 QPushButton:disabled { color: %faint; border-color: %hairline; }
 QPushButton[step="true"] { padding: 0; min-width: 20px; }
-QLineEdit, QPlainTextEdit, QListWidget { background: %field; border: 1px solid %hairline; border-radius: 4px; padding: 2px 4px; selection-background-color: %accent; selection-color: %background; }
-QLineEdit:focus, QPlainTextEdit:focus, QListWidget:focus { border-color: %accent; }
-QListWidget::item:selected { background: #3a3312; color: %text; }
+QLineEdit, QPlainTextEdit, QListView { background: %field; border: 1px solid %hairline; border-radius: 4px; padding: 2px 4px; selection-background-color: %accent; selection-color: %background; }
+QLineEdit:focus, QPlainTextEdit:focus, QListView:focus { border-color: %accent; }
+QListView::item:selected { background: #3a3312; color: %text; }
+QLineEdit[bad="true"] { border-color: %warning; }
 QProgressBar { background: %field; border: 1px solid %hairline; border-radius: 4px; max-height: 8px; }
 QProgressBar::chunk { background: %accent; border-radius: 3px; }
 QLabel[quiet="true"] { color: %quiet; }
@@ -92,7 +95,8 @@ QScrollBar::add-line, QScrollBar::sub-line { width: 0; height: 0; }
         .replace("%text", kText)
         .replace("%quiet", kQuiet)
         .replace("%faint", kFaint)
-        .replace("%accent", kAccent);
+        .replace("%accent", kAccent)
+        .replace("%warning", kWarning);
 }
 
 }  // namespace

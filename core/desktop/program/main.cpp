@@ -2,10 +2,27 @@
 
 #include <QApplication>
 #include <QCoreApplication>
-#include <QTimer>
+#include <QStandardPaths>
 
 #include "core/desktop/desktop_program.h"
 #include "core/desktop/style.h"
+#include "core/desktop/window_memory.h"
+#include "core/program_folder.h"
+
+namespace {
+
+/// Where the data of an installed program stand, seen from its executable.
+constexpr auto kInstalledData = "../share/glintara";
+
+std::filesystem::path PathOf(const QString& path) { return path.toStdString(); }
+
+std::filesystem::path FindFolder() {
+    const std::filesystem::path executable = PathOf(QCoreApplication::applicationDirPath());
+    const QString user = QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation);
+    return glintara::ProgramFolder({executable, executable / kInstalledData, PathOf(user)});
+}
+
+}  // namespace
 
 int main(int argc, char** argv) {
     QApplication application(argc, argv);
@@ -14,7 +31,7 @@ int main(int argc, char** argv) {
     // Numbers read and show the same everywhere.
     QLocale::setDefault(QLocale::c());
     glintara::desktop::ApplyStyle(application);
-    glintara::desktop::DesktopProgram program;
-    program.Start();
+    glintara::desktop::DesktopProgram program(glintara::desktop::WindowPlacesFile());
+    program.Start(FindFolder());
     return QApplication::exec();
 }
