@@ -34,10 +34,13 @@ void CopyWhole(const fs::path& from, const fs::path& to) {
 
 void FillUp(const fs::path& folder, const fs::path& installed) {
     std::error_code failed;
-    for (fs::directory_iterator entry(installed, failed), end; !failed && entry != end; entry.increment(failed)) {
-        const fs::path to = folder / entry->path().filename();
+    for (fs::recursive_directory_iterator entry(installed, failed), end; !failed && entry != end;
+         entry.increment(failed)) {
+        const fs::path to = folder / entry->path().lexically_relative(installed);
         std::error_code unknown;
-        if (entry->is_regular_file(unknown) && !fs::exists(to, unknown)) {
+        if (entry->is_directory(unknown)) {
+            fs::create_directory(to, unknown);
+        } else if (entry->is_regular_file(unknown) && !fs::exists(to, unknown)) {
             CopyWhole(entry->path(), to);
         }
     }

@@ -49,9 +49,10 @@ void Bind(QAbstractButton& widget, Button& control) {
     QObject::connect(&widget, &QAbstractButton::clicked, &widget, [&control] { control.Click(); });
 }
 
-void Bind(QLabel& widget, Label& control) {
-    const auto show = [&widget, &control] {
-        widget.setText(ToQt(control.Caption));
+void Bind(QLabel& widget, Label& control, std::function<QString(QString)> wording) {
+    const auto show = [&widget, &control, wording] {
+        const QString text = ToQt(control.Caption);
+        widget.setText(wording ? wording(text) : text);
         widget.setToolTip(ToQt(control.ToolTip));
         // A label that has no parent yet would become a window of its own.
         if (widget.parentWidget() != nullptr || !control.Visible) {

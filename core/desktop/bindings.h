@@ -12,6 +12,7 @@
 #include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QTimer>
+#include <functional>
 
 #include "core/state/controls.h"
 
@@ -22,8 +23,10 @@ std::string FromQt(const QString& text);
 
 void Bind(QAbstractButton& widget, CheckBox& control);
 void Bind(QAbstractButton& widget, Button& control);
-void Bind(QLabel& widget, Label& control);
 void Bind(QLineEdit& widget, TextBox& control);
+
+/// With `wording` the text is shown as that gives it, so that it breaks well.
+void Bind(QLabel& widget, Label& control, std::function<QString(QString)> wording = {});
 void Bind(QPlainTextEdit& widget, TextBox& control);
 void Bind(QProgressBar& widget, ProgressBar& control);
 

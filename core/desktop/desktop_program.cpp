@@ -18,6 +18,10 @@ namespace {
 
 constexpr double kTwips = 15;
 
+/// Where element sets were last taken from, among the windows' places; before the first time, the examples.
+constexpr auto kElementFolder = "ElementSets/folder";
+constexpr auto kExampleFolder = "examples";
+
 MouseHold HoldOf(const QMouseEvent& event) {
     return {event.buttons().testFlag(Qt::LeftButton), event.buttons().testFlag(Qt::RightButton),
             event.modifiers().testFlag(Qt::ShiftModifier), event.modifiers().testFlag(Qt::ControlModifier),
@@ -133,9 +137,11 @@ void DesktopProgram::PressKey(int qtKey, bool shift) {
 }
 
 void DesktopProgram::OpenTLEFile() {
-    const QString file = QFileDialog::getOpenFileName(window_.get(), "Open TLE File", QString(),
+    const QString folder = places_.value(kElementFolder, kExampleFolder).toString();
+    const QString file = QFileDialog::getOpenFileName(window_.get(), "Open TLE File", folder,
                                                       "TLE Files (*.tle);;Text Files (*.txt);;All Files (*)");
     if (!file.isEmpty()) {
+        places_.setValue(kElementFolder, QFileInfo(file).absolutePath());
         LoadTLEFile(app_, FromQt(file));
     }
 }

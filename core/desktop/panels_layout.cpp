@@ -23,6 +23,13 @@ constexpr int kFrameGap = 8;
 constexpr int kInnerGap = 6;
 constexpr int kControlGap = 4;
 constexpr int kDatePixels = 14;
+
+/// The first frame takes what room there is until its lines need not be broken; the rest is for element sets, which are
+/// long lines.
+constexpr QSize kLeastElementField(106, 40);
+constexpr int kInfoStretch = 4;
+constexpr int kMostInfoWidth = 370;
+
 constexpr int kNumberPixels = 11;
 constexpr int kSmallNumberPixels = 10;
 
@@ -86,6 +93,13 @@ Widget* MakeBox(CheckBox& control) {
     return box;
 }
 
+/// Lets rows share what the frame has of height: all frames are as high as the one that needs the most.
+void SpreadRows(QGridLayout& grid, int rows) {
+    for (int row = 0; row < rows; ++row) {
+        grid.setRowStretch(row, 1);
+    }
+}
+
 /// Check boxes in columns, filled from the top.
 void AddBoxes(QGridLayout& grid, const std::vector<std::vector<CheckBox*>>& columns) {
     for (std::size_t c = 0; c < columns.size(); ++c) {
@@ -106,6 +120,7 @@ QWidget* BuildInfo(MainControls& main, QWidget* parent) {
     date->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     grid->addWidget(date, 0, 0, 1, 2);
     auto* julian = MakeLabel(main.LJD, NumberFont(kSmallNumberPixels), "quiet");
+    Bind(*julian, main.LJD, [](QString text) { return text.replace(": ", ":\u00A0"); });  // no name without its number
     julian->setWordWrap(true);
     julian->setMinimumHeight(2 * julian->fontMetrics().lineSpacing());
     grid->addWidget(julian, 1, 0, 1, 2);
@@ -117,6 +132,7 @@ QWidget* BuildInfo(MainControls& main, QWidget* parent) {
     grid->addWidget(MakeLabel(main.LFPS, NumberFont(kNumberPixels), "quiet"), 3, 1, Qt::AlignRight);
     grid->setRowStretch(4, 1);
     frame->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    frame->setMaximumWidth(kMostInfoWidth);
     return frame;
 }
 
@@ -140,7 +156,9 @@ QWidget* BuildTime(MainControls& main, QWidget* parent) {
         const int column = static_cast<int>(2 * i);
         auto* caption = new QLabel(units[i].caption);
         caption->setProperty("quiet", true);
-        grid->addWidget(caption, 0, column, 1, 2, Qt::AlignCenter);
+        caption->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+        caption->setAlignment(Qt::AlignCenter);
+        grid->addWidget(caption, 0, column, 1, 2);
         grid->addWidget(MakeButton(*units[i].later, true), 1, column, 1, 2);
         grid->addWidget(MakeButton(*units[i].earlier, true), 2, column, 1, 2);
     }
@@ -149,7 +167,7 @@ QWidget* BuildTime(MainControls& main, QWidget* parent) {
     grid->addWidget(MakeButton(main.CClearTimeOffset), 3, 10, 1, 4);
     grid->addWidget(MakeBox<QCheckBox>(main.CRealTime), 4, 0, 1, 6);
     grid->addWidget(MakeBox<QCheckBox>(main.CAutoRefine), 4, 6, 1, 8);
-    grid->setRowStretch(5, 1);
+    SpreadRows(*grid, 5);
     return frame;
 }
 
@@ -159,7 +177,7 @@ QWidget* BuildStar(MainControls& main, QWidget* parent) {
     AddBoxes(*grid,
              {{&main.CDrawSky, &main.CDrawSun, &main.CDrawConstallations, &main.CStarNames, &main.CDrawFrontStars},
               {&main.CDrawBackStars, &main.CLocalSky, &main.CFlatSky, &main.CReverseSky, &main.CSkyCircle}});
-    grid->setRowStretch(5, 1);
+    SpreadRows(*grid, 5);
     return frame;
 }
 
@@ -170,7 +188,7 @@ QWidget* BuildOrbit(MainControls& main, QWidget* parent) {
         *grid,
         {{&main.CPlotOrbit, &main.CPlotOrbitOverTime, &main.CProjectOverTime, &main.CThinLines, &main.CFlareTrack},
          {&main.CProjectOrbit, &main.CProjectOrbitOnSky, &main.CSatNames, &main.CSatCircle, &main.CIridiumFlares}});
-    grid->setRowStretch(5, 1);
+    SpreadRows(*grid, 5);
     return frame;
 }
 
@@ -203,7 +221,7 @@ QWidget* BuildSat(MainControls& main, bool& keyLock, QWidget* parent) {
     box->setTabChangesFocus(true);
     box->setAccessibleName("Element sets");
     box->setPlaceholderText(ToQt(main.TTLE.ToolTip));
-    box->setMinimumSize(80, 40);
+    box->setMinimumSize(kLeastElementField);
     box->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
     grid->addWidget(box, 0, 0, 1, 2);
     grid->addWidget(MakeButton(main.CApplyTLEOrbit), 1, 0, 1, 2);
@@ -246,7 +264,7 @@ QWidget* BuildDraw(MainControls& main, QWidget* parent) {
     column->addLayout(turns);
     column->addStretch();
     grid->addWidget(models, 0, 3, 6, 1);
-    grid->setRowStretch(6, 1);
+    SpreadRows(*grid, 6);
     frame->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     return frame;
 }
@@ -262,7 +280,7 @@ QWidget* BuildViews(MainControls& main, QWidget* parent) {
     grid->addWidget(MakeBox<QCheckBox>(main.CLockSky), 3, 0);
     grid->addWidget(MakeBox<QCheckBox>(main.CLockSatellite), 3, 1);
     grid->addWidget(MakeButton(main.CRefreshDraw), 4, 0, 1, 2);
-    grid->setRowStretch(5, 1);
+    SpreadRows(*grid, 5);
     return frame;
 }
 
@@ -285,8 +303,9 @@ QWidget* BuildPanelRow(Application& app, QWidget* parent) {
     }
     for (QWidget* frame : frames) {
         frame->setFixedHeight(height);
-        layout->addWidget(frame);
+        layout->addWidget(frame, frame->sizePolicy().horizontalPolicy() == QSizePolicy::Expanding ? 1 : 0);
     }
+    layout->setStretch(0, kInfoStretch);
     return row;
 }
 

@@ -56,7 +56,7 @@ QMenu::item:disabled { color: %faint; }
 QMenu::separator { height: 1px; background: %hairline; margin: 4px 6px; }
 QMenu::indicator { width: 10px; height: 10px; left: 7px; border-radius: 2px; }
 QMenu::indicator:checked { background: %accent; }
-QGroupBox { background: %panel; border: 1px solid %hairline; border-radius: 6px; margin-top: 8px; padding: 4px; }
+QGroupBox { background: %panel; border: 1px solid %hairline; border-radius: 6px; margin-top: 8px; padding: 4px 2px; }
 QGroupBox::title { subcontrol-origin: margin; left: 10px; padding: 0 4px; color: %quiet; }
 QCheckBox, QRadioButton { spacing: 5px; font-size: 11px; }
 QCheckBox::indicator, QRadioButton::indicator { width: 11px; height: 11px; border: 1px solid #3a424e; border-radius: 3px; background: %field; }

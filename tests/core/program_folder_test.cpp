@@ -40,7 +40,9 @@ TEST_F(ProgramFolderTest, UnpackedArchiveWorksWhereItStands) {
 TEST_F(ProgramFolderTest, InstalledProgramFillsTheUsersFolderOnce) {
     Write(folders_.installed / "DB001.VDB", "map");
     Write(folders_.installed / "SeaSpot.txt", "0\n");
+    Write(folders_.installed / "examples" / "iridium.tle", "sets");
     EXPECT_EQ(ProgramFolder(folders_), folders_.user);
+    EXPECT_EQ(TextOf(folders_.user / "examples" / "iridium.tle"), "sets");
     EXPECT_EQ(TextOf(folders_.user / "DB001.VDB"), "map");
     EXPECT_EQ(TextOf(folders_.user / "SeaSpot.txt"), "0\n");
 

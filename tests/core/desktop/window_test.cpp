@@ -146,6 +146,7 @@ TEST_F(WindowTest, PictureShowsTheEarth) {
 
 TEST_F(WindowTest, NothingIsClippedAtTheLeastSize) {
     Settle();
+    LoadIridium();
     window_.resize(1100, 720);
     for (int group = 0; group < 2; ++group) {
         QTest::qWait(50);
