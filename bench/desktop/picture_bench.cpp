@@ -21,6 +21,7 @@ namespace {
 
 constexpr int kWidth = 1920;
 constexpr int kHeight = 1080;
+constexpr int kPicturesBefore = 30;
 
 /// What of the picture is drawn.
 struct Contents {
@@ -64,14 +65,17 @@ void Picture(benchmark::State& state, Contents contents) {
     FrameStages stages = StagesOfProgram(work);
     if (contents.satellites == 0) stages.satellites = nullptr;
     int frame = 0;
-    for (auto _ : state) {
+    const auto paint = [&] {
         list.SetInstant(kBenchStart + frame * kBenchFrame);
         data.View.ViewLon = kTwoPi * frame / kBenchFrames;
         frame = (frame + 1) % kBenchFrames;
         surface.Begin(image);
         GlobeFrame(app, surface, memory, stages);
         surface.End();
-    }
+    };
+    // A program that runs has painted before: most names have been laid out.
+    for (int i = 0; i < kPicturesBefore; ++i) paint();
+    for (auto _ : state) paint();
 }
 
 double Least(const std::vector<double>& times) { return *std::min_element(times.begin(), times.end()); }

@@ -10,6 +10,10 @@ namespace {
 constexpr double kTwips = 15;
 constexpr double kPixelsPerPoint = 96.0 / 72.0;
 
+/// Fonts, and texts in each, kept at once: a picture has a handful of the one, a few hundred of the other.
+constexpr std::size_t kMostFaces = 16;
+constexpr std::size_t kMostWords = 4096;
+
 QString TextOf(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
 
 /// The face that stands in for one of another system.
@@ -123,33 +127,55 @@ void PainterSurface::PSet(double x, double y) {
     painter_.drawEllipse(QPointF(x / kTwips, y / kTwips), DrawWidth / 2, DrawWidth / 2);
 }
 
-const PainterSurface::Face& PainterSurface::CurrentFace() const {
-    const bool same = face_ && face_->name == FontName && face_->size == FontSize && face_->bold == FontBold &&
-                      face_->italic == FontItalic;
-    if (!same) {
-        QFont font(FamilyOf(FontName));
-        font.setPixelSize(std::max(1, static_cast<int>(FontSize * kPixelsPerPoint + 0.5)));
-        font.setBold(FontBold);
-        font.setItalic(FontItalic);
-        face_ = Face{FontName, FontSize, FontBold, FontItalic, font, QFontMetricsF(font)};
+PainterSurface::Face& PainterSurface::CurrentFace() const {
+    const auto known = std::find_if(faces_.begin(), faces_.end(), [this](const std::unique_ptr<Face>& face) {
+        return face->name == FontName && face->size == FontSize && face->bold == FontBold && face->italic == FontItalic;
+    });
+    if (known != faces_.end()) {
+        return **known;
     }
-    return *face_;
+    if (faces_.size() == kMostFaces) {
+        faces_.clear();
+    }
+    QFont font(FamilyOf(FontName));
+    font.setPixelSize(std::max(1, static_cast<int>(FontSize * kPixelsPerPoint + 0.5)));
+    font.setBold(FontBold);
+    font.setItalic(FontItalic);
+    faces_.push_back(
+        std::make_unique<Face>(Face{FontName, FontSize, FontBold, FontItalic, font, QFontMetricsF(font), {}}));
+    return *faces_.back();
+}
+
+const PainterSurface::Words& PainterSurface::WordsOf(std::string_view text) const {
+    Face& face = CurrentFace();
+    const auto known = face.words.find(text);
+    if (known != face.words.end()) {
+        return known->second;
+    }
+    if (face.words.size() == kMostWords) {
+        face.words.clear();
+    }
+    const QString string = TextOf(text);
+    Words words{QStaticText(string), face.metrics.horizontalAdvance(string)};
+    words.layout.setTextFormat(Qt::PlainText);
+    words.layout.setPerformanceHint(QStaticText::AggressiveCaching);
+    return face.words.emplace(text, std::move(words)).first->second;
 }
 
 void PainterSurface::Print(std::string_view text) {
     if (text.empty()) {
         return;
     }
-    const Face& face = CurrentFace();
+    const Words& words = WordsOf(text);
     SetMode();
-    painter_.setFont(face.font);
+    painter_.setFont(CurrentFace().font);
     painter_.setPen(QtColor(ForeColor));
-    painter_.drawText(QPointF(CurrentX / kTwips, CurrentY / kTwips + face.metrics.ascent()), TextOf(text));
-    CurrentX += TextWidth(text);
+    painter_.drawStaticText(QPointF(CurrentX / kTwips, CurrentY / kTwips), words.layout);
+    CurrentX += words.advance * kTwips;
 }
 
 double PainterSurface::TextWidth(std::string_view text) const {
-    return CurrentFace().metrics.horizontalAdvance(TextOf(text)) * kTwips;
+    return text.empty() ? 0 : WordsOf(text).advance * kTwips;
 }
 
 double PainterSurface::TextHeight(std::string_view /*text*/) const { return CurrentFace().metrics.height() * kTwips; }

@@ -8,7 +8,9 @@
 #include <QImage>
 #include <QPainter>
 #include <QPainterPath>
-#include <optional>
+#include <QStaticText>
+#include <map>
+#include <memory>
 #include <vector>
 
 #include "scene/desktop/disc_stamps.h"
@@ -47,7 +49,13 @@ class PainterSurface : public DrawSurface {
     void Polyline(std::span<const double> xy) override;
 
   private:
-    /// A font with its measures, kept until another is asked for.
+    /// A text laid out once: the same names are written in every picture.
+    struct Words {
+        QStaticText layout;
+        double advance = 0;  ///< pixels of the layout
+    };
+
+    /// A font with its measures, and what has been written in it.
     struct Face {
         std::string name;
         double size = 0;
@@ -55,9 +63,11 @@ class PainterSurface : public DrawSurface {
         bool italic = false;
         QFont font;
         QFontMetricsF metrics{QFont()};
+        std::map<std::string, Words, std::less<>> words;
     };
 
-    const Face& CurrentFace() const;
+    Face& CurrentFace() const;
+    const Words& WordsOf(std::string_view text) const;
     bool StampDisc(const QPointF& centre, double radius);
     void TakePoints(std::span<const double> xy);
     void SetPen();
@@ -68,7 +78,7 @@ class PainterSurface : public DrawSurface {
     QImage* image_ = nullptr;
     QPainter painter_;
     double ratio_ = 1;
-    mutable std::optional<Face> face_;
+    mutable std::vector<std::unique_ptr<Face>> faces_;
     DiscStamps stamps_;
     QPainterPath path_;
     std::vector<QPointF> points_;
