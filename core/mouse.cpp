@@ -65,6 +65,8 @@ void MouseSteering::NoteMouse(const MousePlace& place) {
     seen_ = true;
     run.LastMouseX = place.x;
     run.LastMouseY = place.y;
+    run.LastPictureWidth = place.width;
+    run.LastPictureHeight = place.height;
     // A window that opens under a resting mouse is told of a move too.
     if (!moved) return;
     loop_.GlobeRotation().StopIdle();

@@ -42,8 +42,9 @@ void MenuToggle(Application& app) {
 
 void SetMenusVisible(Application& app, bool visible) {
     MainControls& main = app.Main;
-    for (MenuEntry* entry : {&main.MnuFile, &main.MnuTHelp, &main.MnuView, &main.MnuSatellites, &main.MnuTSky,
-                             &main.MnuTDraw, &main.MnuTFlares, &main.MnuModelS, &main.MnuTQuick, &main.MnuTSettings}) {
+    for (MenuEntry* entry :
+         {&main.MnuFile, &main.MnuTHelp, &main.MnuView, &main.MnuSatellites, &main.MnuTSky, &main.MnuTDraw,
+          &main.MnuTFlares, &main.MnuModelS, &main.MnuTQuick, &main.MnuTSettings, &main.MnuMapTools}) {
         entry->Visible = visible;
     }
     app.Run.MenusShown = visible;

@@ -18,7 +18,7 @@ void MenuHide(Application& app);
 /// Shows the other group of panels.
 void MenuToggle(Application& app);
 
-/// Shows the ten menus of the menu bar, or hides them.
+/// Shows the menus of the menu bar, or hides them.
 void SetMenusVisible(Application& app, bool visible);
 
 /// The window has another size (`ClientWidth`, `ClientHeight`), or other panels: a picture is asked for when that has

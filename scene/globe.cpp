@@ -317,6 +317,7 @@ void SceneStages(const SceneContext& scene, const FrameStages& stages) {
     Draw(scene, stages.sunAndMoon, earth && main.CDrawSun.Value);
     Draw(scene, stages.ariesLine, main.CDrawAries.Value);
     Draw(scene, stages.satellites);
+    Draw(scene, stages.polygonMarker, earth && scene.App.Run.BorderTool.Selected > 0);
     Draw(scene, stages.orbitDetails, main.C2OrbitDetails.Value && scene.App.Data.SatCount > 0);
     if (sky) {
         PushSkyPan(scene);

@@ -40,6 +40,7 @@ struct FrameStages {
     Stage sunAndMoon;      ///< the points below the Sun and the Moon (`CDrawSun`), not with `CSkyOnly`
     Stage ariesLine;       ///< `CDrawAries`
     Stage satellites;      ///< the satellite loop
+    Stage polygonMarker;   ///< the vertex selected by the map tools, when there is one, not with `CSkyOnly`
     Stage orbitDetails;    ///< `C2OrbitDetails`, with satellites in the list
     Stage stars;           ///< all stars (`CDrawSky`), between `PushSkyPan` and `PopSkyPan`
     Stage constellations;  ///< `CDrawConstallations` with `CDrawSky`, in the same place

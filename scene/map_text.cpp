@@ -19,6 +19,9 @@ constexpr double kFarthest = 1e16;
 constexpr double kMarkerRadius = 1.0 / 1000;
 constexpr Color kMarkerColor = 0x8080FF;
 
+/// A text of sea spots is some kilobytes; more than this is another file, bytes.
+constexpr std::size_t kMostSeaSpotText = 1 << 20;
+
 /// Values of a text, one after the other.
 class ValueList {
   public:
@@ -177,6 +180,15 @@ std::string SeaSpotText(const std::vector<SeaSpot>& spots) {
     return text;
 }
 
+bool LoadSeaSpots(const std::filesystem::path& folder, MapTables& map) {
+    const std::optional<std::string> text = ReadWholeFile(folder / kSeaSpotFile, kMostSeaSpotText);
+    if (!text) return false;
+    std::optional<std::vector<SeaSpot>> spots = ReadSeaSpots(*text);
+    if (!spots) return false;
+    map.SeaSpots = std::move(*spots);
+    return true;
+}
+
 bool CSavePolDbg(const std::filesystem::path& folder, const MapTables& map) {
     return ReplaceFile(folder / kCountryZipFile, CountryZipText(map.Zip));
 }
@@ -225,6 +237,10 @@ void PlotPolygonMarker(const SceneContext& scene, const PolygonTool& tool) {
     if (!IsVertex(fine, tool.Selected)) return;
     const auto selected = static_cast<std::size_t>(tool.Selected);
     const LatLon place{fine.Lat[selected] * kDegToRad, fine.Lon[selected] * kDegToRad};
+    scene.Surface.DrawMode = MixMode::Copy;
+    scene.Surface.DrawStyle = PenPattern::Solid;
+    scene.Surface.DrawWidth = 1;
+    scene.Surface.FillStyle = FillPattern::Transparent;
     if (scene.IsFlatMap()) {
         SceneCircle(scene, FlatMapPosition(scene.View(), place), kMarkerRadius, kMarkerColor);
         return;

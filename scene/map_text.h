@@ -49,17 +49,14 @@ std::string SeaSpotText(const std::vector<SeaSpot>& spots);
 inline constexpr const char* kCountryZipFile = "countryzip.txt";
 inline constexpr const char* kSeaSpotFile = "SeaSpot.txt";
 
+/// Reads SeaSpot.txt. False when it cannot be read or is no such text; the spots then stay as they were.
+bool LoadSeaSpots(const std::filesystem::path& folder, MapTables& map);
+
 /// Writes countryzip.txt of the reduced table. False when the file cannot be written.
 bool CSavePolDbg(const std::filesystem::path& folder, const MapTables& map);
 
 /// Writes SeaSpot.txt. False when the file cannot be written.
 bool CSaveDbg(const std::filesystem::path& folder, const MapTables& map);
-
-/// What the making of a reduced table by hand remembers.
-struct PolygonTool {
-    std::int32_t Selected = 0;  ///< vertex of the fine table; 0 for none
-    bool NewPolygon = false;    ///< whether the next vertex added begins a polygon
-};
 
 /// The next vertex added begins a polygon.
 void CNewPolDbg(PolygonTool& tool);

@@ -1,5 +1,6 @@
 #include "scene/stages.h"
 
+#include "scene/map_text.h"
 #include "scene/marks.h"
 
 namespace glintara {
@@ -10,6 +11,7 @@ FrameStages StagesOfProgram(SatelliteWorkspace& satellites) {
     stages.sunAndMoon = DrawSunAndMoonOnEarth;
     stages.ariesLine = DrawAriesLine;
     stages.satellites = [&satellites](const SceneContext& scene) { DrawSatellites(scene, satellites); };
+    stages.polygonMarker = [](const SceneContext& scene) { PlotPolygonMarker(scene, scene.App.Run.BorderTool); };
     return stages;
 }
 

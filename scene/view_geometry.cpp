@@ -143,15 +143,19 @@ SeamCrossing SplitAtSeam(const ScenePoint& a, const ScenePoint& b) {
 }
 
 WindowScale GetWindowScale(const ViewState& view, const DrawSurface& surface) {
-    const double shortSide = std::max(1.0, Truncate(std::min(surface.ScaleWidth, surface.ScaleHeight)));
+    return GetWindowScale(view, surface.ScaleWidth, surface.ScaleHeight);
+}
+
+WindowScale GetWindowScale(const ViewState& view, double boxWidth, double boxHeight) {
+    const double shortSide = std::max(1.0, Truncate(std::min(boxWidth, boxHeight)));
     const double sceneWidth = 2 / (view.ZoomFactor / kFullZoom);
     WindowScale window;
     window.shortSide = shortSide;
     window.sceneWidth = sceneWidth;
     window.scaleX = shortSide / sceneWidth;
     window.scaleY = window.scaleX;
-    window.halfW = static_cast<float>(surface.ScaleWidth / 2);
-    window.halfH = static_cast<float>(surface.ScaleHeight / 2);
+    window.halfW = static_cast<float>(boxWidth / 2);
+    window.halfH = static_cast<float>(boxHeight / 2);
     return window;
 }
 
@@ -169,6 +173,20 @@ double SceneFromBoxX(const WindowScale& window, const ViewState& view, double x)
 
 double SceneFromBoxY(const WindowScale& window, const ViewState& view, double y) {
     return -(y - window.halfH) * window.sceneWidth / window.shortSide - view.PanY;
+}
+
+std::optional<LatLon> EarthPlaceAt(const ViewState& view, bool flatMap, const ScenePoint& point) {
+    if (flatMap) {
+        const double lat = point.y - EquatorOnFlatMap(view);
+        const bool onMap = std::fabs(point.x) <= kPi && std::fabs(lat) <= kPi / 2;
+        if (!onMap) return std::nullopt;
+        return LatLon{lat, FoldLongitude(point.x + view.ViewLon)};
+    }
+    const double fromCentre = point.x * point.x + point.y * point.y;
+    if (!(fromCentre < 1)) return std::nullopt;
+    const Vector3 world = RotateViewToWorld(view, {std::sqrt(1 - fromCentre), point.x, point.y});
+    const LatLonRadius place = XYZToLatLon(world);
+    return LatLon{place.lat, FoldLongitude(place.lon)};
 }
 
 void SceneLine(const SceneContext& scene, const ScenePoint& a, const ScenePoint& b) {

@@ -8,6 +8,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -165,6 +166,9 @@ struct WindowScale {
 
 WindowScale GetWindowScale(const ViewState& view, const DrawSurface& surface);
 
+/// The same for a box of this size, twips.
+WindowScale GetWindowScale(const ViewState& view, double boxWidth, double boxHeight);
+
 /// Box position of a scene position, the pan included.
 double BoxFromSceneX(const WindowScale& window, const ViewState& view, double x);
 double BoxFromSceneY(const WindowScale& window, const ViewState& view, double y);
@@ -172,6 +176,10 @@ double BoxFromSceneY(const WindowScale& window, const ViewState& view, double y)
 /// The inverses.
 double SceneFromBoxX(const WindowScale& window, const ViewState& view, double x);
 double SceneFromBoxY(const WindowScale& window, const ViewState& view, double y);
+
+/// The place of the Earth that is drawn at a scene position, longitude from -pi to pi: on the flat map, or on the near
+/// side of the globe. Nothing off the Earth; its limb counts as off.
+std::optional<LatLon> EarthPlaceAt(const ViewState& view, bool flatMap, const ScenePoint& point);
 
 /// A line with the pen of the surface. Positions in scene units; a line that is not finite is left out.
 void SceneLine(const SceneContext& scene, const ScenePoint& a, const ScenePoint& b);

@@ -37,9 +37,7 @@ void Picture(benchmark::State& state, Contents contents) {
     Application& app = list.app;
     CommonData& data = app.Data;
     MainControls& main = app.Main;
-    StarTables stars;
-    CityTables cities;
-    if (!LoadMapFiles(std::string(GLINTARA_SOURCE_DIR) + "/data", data.Map, stars, cities).empty()) {
+    if (!LoadMapFiles(std::string(GLINTARA_SOURCE_DIR) + "/data", data.Map, data.Stars, data.Cities).empty()) {
         throw std::runtime_error("map files");
     }
     main.CSGP4.Value = true;

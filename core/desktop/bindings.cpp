@@ -122,6 +122,17 @@ void Bind(QAction& action, MenuEntry& control) {
     });
 }
 
+void Bind(QAction& action, Button& control) {
+    const auto show = [&action, &control] {
+        action.setText(ToQt(control.Caption));
+        action.setToolTip(ToQt(control.ToolTip));
+        action.setEnabled(control.Enabled && control.IsWired());
+    };
+    control.Watch(show);
+    show();
+    QObject::connect(&action, &QAction::triggered, &action, [&control] { control.Click(); });
+}
+
 void Bind(QTimer& timer, Timer& control) {
     timer.setTimerType(Qt::PreciseTimer);
     const auto obey = [&timer, &control] {

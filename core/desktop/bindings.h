@@ -33,6 +33,9 @@ void Bind(QProgressBar& widget, ProgressBar& control);
 /// An entry of a menu. One without a handler is greyed: nothing would happen.
 void Bind(QAction& action, MenuEntry& control);
 
+/// A button that stands in a menu. One without a handler is greyed.
+void Bind(QAction& action, Button& control);
+
 /// Drives `control` by `timer`: it fires every interval while it is armed, and not inside its own handler.
 void Bind(QTimer& timer, Timer& control);
 

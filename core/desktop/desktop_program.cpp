@@ -7,8 +7,11 @@
 
 #include "core/desktop/bindings.h"
 #include "core/desktop/window_memory.h"
+#include "core/map_tools.h"
 #include "core/panels.h"
 #include "orbit/element_sets.h"
+#include "scene/map_files.h"
+#include "scene/map_text.h"
 #include "scene/orientation.h"
 #include "scene/overlays.h"
 
@@ -50,14 +53,15 @@ SpecialKey SpecialOf(int key) {
 
 }  // namespace
 
-DesktopProgram::DesktopProgram(const QString& placesFile)
-    : places_(placesFile, QSettings::IniFormat),
+DesktopProgram::DesktopProgram(const QString& placesFile, bool mapTools)
+    : mapTools_(mapTools),
+      places_(placesFile, QSettings::IniFormat),
       app_(boxes_, events_, signals_),
       stages_(StagesOfProgram(satellites_)) {
     signals_.showFullScreen = [this](bool fullScreen) { ShowFullScreen(fullScreen); };
     program_ = std::make_unique<Program>(app_, signals_, clock_, browser_, MakeHooks());
     ConnectMenus();
-    window_ = std::make_unique<MainScope>(app_);
+    window_ = std::make_unique<MainScope>(app_, mapTools_);
     RememberPlace(*window_, places_);
     boxes_.SetParent(window_.get());
     mouse_ = std::make_unique<MouseSteering>(app_, program_->Loop);
@@ -71,7 +75,7 @@ ProgramHooks DesktopProgram::MakeHooks() {
     ProgramHooks hooks;
     hooks.picture.makePicture = [this] { MakePicture(); };
     hooks.picture.showPlottingNotice = [this] { ShowNotice(); };
-    hooks.startUp.loadMap = [this] { return LoadMapFiles(".", app_.Data.Map, stars_, cities_).empty(); };
+    hooks.startUp.loadMap = [this] { return LoadMap(); };
     hooks.shutDown.closeWindow = [this] { QTimer::singleShot(0, window_.get(), &QWidget::close); };
     hooks.shutDown.unloadForm = [this](std::string_view name) {
         if (name == "FormFindFlare" && searchForm_) {
@@ -82,6 +86,15 @@ ProgramHooks DesktopProgram::MakeHooks() {
         }
     };
     return hooks;
+}
+
+bool DesktopProgram::LoadMap() {
+    CommonData& data = app_.Data;
+    if (mapTools_) {
+        // Nobody else asks for the sea spots; without the file the tools have none to write.
+        LoadSeaSpots(".", data.Map);
+    }
+    return LoadMapFiles(".", data.Map, data.Stars, data.Cities).empty();
 }
 
 void DesktopProgram::Start(const std::filesystem::path& folder) {
@@ -105,6 +118,9 @@ void DesktopProgram::ConnectMenus() {
     main.MnuManageSatellites.SetClickHandler([this] { ShowSatellites(); });
     app_.FindFlare.CSatList.SetClickHandler([this] { ShowSatellites(); });
     main.MnuExit.SetClickHandler([this] { window_->close(); });
+    if (mapTools_) {
+        ConnectMapTools(app_);
+    }
 }
 
 void DesktopProgram::ConnectMouse() {

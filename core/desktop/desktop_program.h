@@ -15,7 +15,6 @@
 #include "flare/desktop/form_find_flare.h"
 #include "orbit/desktop/form_satellites.h"
 #include "scene/desktop/painter_surface.h"
-#include "scene/map_files.h"
 #include "scene/stages.h"
 
 namespace glintara::desktop {
@@ -47,8 +46,9 @@ class DesktopSignals : public ProgramSignals {
 
 class DesktopProgram {
   public:
-    /// `placesFile` is where the windows remember their places.
-    explicit DesktopProgram(const QString& placesFile);
+    /// `placesFile` is where the windows remember their places. With `mapTools` the window has the developers' menu
+    /// "Map Tools".
+    explicit DesktopProgram(const QString& placesFile, bool mapTools = false);
     ~DesktopProgram();
     DesktopProgram(const DesktopProgram&) = delete;
     DesktopProgram& operator=(const DesktopProgram&) = delete;
@@ -69,11 +69,13 @@ class DesktopProgram {
     void OpenTLEFile();
     void ShowSearch();
     void ShowSatellites();
+    bool LoadMap();
     void MakePicture();
     void ShowNotice();
     void FollowSize();
     void ShowFullScreen(bool fullScreen);
 
+    const bool mapTools_;
     QSettings places_;  // outlives the windows, which write to it when they close
     QtMessageBoxes boxes_;
     QtEvents events_;
@@ -86,8 +88,6 @@ class DesktopProgram {
     FrameMemory frame_;
     SatelliteWorkspace satellites_;
     FrameStages stages_;
-    StarTables stars_;
-    CityTables cities_;
     std::unique_ptr<Program> program_;
     std::unique_ptr<MouseSteering> mouse_;
     std::unique_ptr<TimerDrivers> timers_;

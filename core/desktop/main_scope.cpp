@@ -2,6 +2,8 @@
 
 #include <QCloseEvent>
 #include <QKeyEvent>
+#include <QKeySequence>
+#include <QMenu>
 #include <QMenuBar>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -17,8 +19,8 @@ namespace {
 constexpr QSize kFirstSize(1280, 800);
 constexpr QSize kLeastSize(1100, 720);
 
-/// A menu of the bar with its entries; a null entry is a separator.
-void AddMenu(QMenuBar& bar, MenuEntry& top, const std::vector<MenuEntry*>& entries) {
+/// A menu of the bar, still empty.
+QMenu& AddMenu(QMenuBar& bar, MenuEntry& top) {
     QMenu* const menu = bar.addMenu(ToQt(top.Caption));
     menu->setToolTipsVisible(true);
     const auto show = [menu, &bar, &top] {
@@ -31,18 +33,24 @@ void AddMenu(QMenuBar& bar, MenuEntry& top, const std::vector<MenuEntry*>& entri
     };
     top.Watch(show);
     show();
+    return *menu;
+}
+
+/// A menu of the bar with its entries; a null entry is a separator.
+void AddMenu(QMenuBar& bar, MenuEntry& top, const std::vector<MenuEntry*>& entries) {
+    QMenu& menu = AddMenu(bar, top);
     for (MenuEntry* entry : entries) {
         if (entry == nullptr) {
-            menu->addSeparator();
+            menu.addSeparator();
         } else {
-            Bind(*menu->addAction(""), *entry);
+            Bind(*menu.addAction(""), *entry);
         }
     }
 }
 
 }  // namespace
 
-MainScope::MainScope(Application& app) : app_(app) {
+MainScope::MainScope(Application& app, bool mapTools) : app_(app) {
     setObjectName("MainScope");
     setWindowTitle("Glintara - v.1.5.2");
     auto* central = new QWidget(this);
@@ -54,6 +62,9 @@ MainScope::MainScope(Application& app) : app_(app) {
     column->addWidget(BuildPanels());
     setCentralWidget(central);
     BuildMenus();
+    if (mapTools) {
+        BuildMapTools();
+    }
     setMinimumSize(kLeastSize);
     resize(kFirstSize);
     picture_->setFocus();
@@ -117,6 +128,28 @@ void MainScope::BuildMenus() {
             {&m.MnuLocalSettings, &m.MnuFloatingSite, &m.MnuTransitMode[kTransitEntry], &m.MnuTwilight, &m.MnuRTimeStep,
              &m.MnuCities, &m.MnuNoUTC, &m.MnuColors});
     AddMenu(bar, m.MnuTHelp, {&m.MnuTips, &m.MnuHelp, &m.MnuAbout});
+}
+
+void MainScope::BuildMapTools() {
+    MainControls& m = app_.Main;
+    QMenu& menu = AddMenu(*menuBar(), m.MnuMapTools);
+    const auto add = [this, &menu](Button& button, const QKeySequence& keys = {}) {
+        QAction* const action = menu.addAction("");
+        action->setShortcut(keys);
+        // The keys hold in full screen too, where the menus are hidden.
+        addAction(action);
+        Bind(*action, button);
+    };
+    // On its way to the menu the mouse leaves the place that is meant, so the vertex is picked by a key.
+    add(m.CPolDbg, Qt::CTRL | Qt::Key_B);
+    add(m.CPrevBorderDbg, Qt::CTRL | Qt::Key_Left);
+    add(m.CNextBorderDbg, Qt::CTRL | Qt::Key_Right);
+    add(m.CNewPolDbg, Qt::CTRL | Qt::Key_N);
+    add(m.CAddPolDbg, Qt::CTRL | Qt::Key_D);
+    menu.addSeparator();
+    add(m.CSavePolDbg);
+    add(m.CSaveDbg);
+    add(m.CSaveBinDbg);
 }
 
 void MainScope::keyPressEvent(QKeyEvent* event) {

@@ -18,7 +18,8 @@ struct WindowListener {
 
 class MainScope : public QMainWindow {
   public:
-    explicit MainScope(Application& app);
+    /// With `mapTools` the menu bar ends with the developers' menu "Map Tools".
+    explicit MainScope(Application& app, bool mapTools = false);
 
     PictureBox& Picture() { return *picture_; }
     void SetListener(WindowListener listener) { listener_ = std::move(listener); }
@@ -29,6 +30,7 @@ class MainScope : public QMainWindow {
 
   private:
     void BuildMenus();
+    void BuildMapTools();
     QWidget* BuildPanels();
 
     Application& app_;

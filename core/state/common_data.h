@@ -8,8 +8,10 @@
 #include <string>
 #include <vector>
 
+#include "core/state/city_tables.h"
 #include "core/state/map_tables.h"
 #include "core/state/satellite_record.h"
+#include "core/state/star_tables.h"
 #include "core/state/view_state.h"
 #include "orbit/astro/calendar.h"
 #include "orbit/astro/constants.h"
@@ -112,7 +114,11 @@ struct CommonData {
     glintara::UsageStats UsageStats;
 
     ViewState View;
+
+    // What the map files hold.
     MapTables Map;
+    StarTables Stars;
+    CityTables Cities;
 
     // Appearance. Colours are 0xBBGGRR.
     std::uint32_t SoilColor = 0x3C6E3C;    ///< land

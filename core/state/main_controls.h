@@ -150,6 +150,16 @@ struct MainControls {
     Button COrbitOrient{"Orbit Orientation", "Look at the working satellite's orbit from above (F6)"};
     Button CRefreshDraw{"Fine Plot", "Draw a fine picture now (F8)"};
 
+    // Map tools, for developers.
+    Button CSaveBinDbg{"Save Map Files", "Write the five map files from the tables in memory"};
+    Button CSavePolDbg{"Save Reduced Borders as Text", "Write the reduced borders to countryzip.txt"};
+    Button CSaveDbg{"Save Sea Spots as Text", "Write the sea spots to SeaSpot.txt"};
+    Button CPolDbg{"Select Vertex", "Select the vertex of the fine borders that is nearest to the mouse"};
+    Button CPrevBorderDbg{"Previous Vertex", "Select the vertex before the selected one"};
+    Button CNextBorderDbg{"Next Vertex", "Select the vertex after the selected one"};
+    Button CNewPolDbg{"New Polygon", "Let the next vertex that is added begin a polygon"};
+    Button CAddPolDbg{"Add Vertex", "Add the selected vertex to the reduced borders"};
+
     // Menu: File.
     MenuEntry MnuFile{"File"};
     MenuEntry MnuOpenAs{"Open Workspace..."};
@@ -264,6 +274,9 @@ struct MainControls {
     MenuEntry MnuTips{"Basic Instructions"};
     MenuEntry MnuHelp{"Help"};
     MenuEntry MnuAbout{"About"};
+
+    // Menu: Map Tools, for developers.
+    MenuEntry MnuMapTools{"Map Tools"};
 
     // Timers. Those of interval 0 get one when they are started.
     Timer Timer1{100};               ///< starts the opening

@@ -28,4 +28,10 @@ struct MapTables {
     std::vector<SeaSpot> SeaSpots = {{}};  ///< seeds, from index 1
 };
 
+/// What the making of a reduced table by hand remembers.
+struct PolygonTool {
+    std::int32_t Selected = 0;  ///< vertex of the fine table; 0 for none
+    bool NewPolygon = false;    ///< whether the next vertex added begins a polygon
+};
+
 }  // namespace glintara

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <string>
 
+#include "core/state/map_tables.h"
 #include "core/state/observed.h"
 #include "core/state/satellite_record.h"
 #include "orbit/astro/constants.h"
@@ -96,6 +97,10 @@ struct RunState {
     // The mouse.
     double LastMouseX = 0;  ///< where it was last seen over the picture, twips
     double LastMouseY = 0;
+    double LastPictureWidth = 0;  ///< size of the picture then, twips; 0 before the mouse has been over it
+    double LastPictureHeight = 0;
+
+    PolygonTool BorderTool;  ///< of the map tools
 
     // Turning.
     bool DragActive = false;            ///< a drag is under way

@@ -356,6 +356,49 @@ TEST_F(ViewGeometryTest, AHeldCameraIsLeftAlone) {
     EXPECT_EQ(view.PanY, 7);
 }
 
+TEST_F(ViewGeometryTest, PlacesOfTheGlobeAreFoundAgain) {
+    Dice dice;
+    for (int round = 0; round < 1000; ++round) {
+        dice.Camera(view);
+        const double lat = dice.Between(-1.57, 1.57);
+        const double lon = dice.Between(-kPiExact, kPiExact);
+        const Vector3 seen = LatLonRadiusToView(view, {lat, lon, 1});
+        if (seen.x < 0.01) continue;
+        const auto place = EarthPlaceAt(view, false, {seen.y, seen.z});
+        ASSERT_TRUE(place);
+        EXPECT_NEAR(place->lat, lat, 1e-9);
+        EXPECT_NEAR(std::remainder(place->lon - lon, 2 * kPiExact), 0, 1e-9 / std::cos(lat));
+        EXPECT_LE(std::fabs(place->lon), kPiExact);
+    }
+}
+
+TEST_F(ViewGeometryTest, PlacesOfTheFlatMapAreFoundAgain) {
+    Dice dice;
+    for (int round = 0; round < 1000; ++round) {
+        dice.Camera(view);
+        const LatLon place{dice.Between(-1.57, 1.57), dice.Between(-kPiExact, kPiExact)};
+        const auto found = EarthPlaceAt(view, true, FlatMapPosition(view, place));
+        ASSERT_TRUE(found);
+        EXPECT_NEAR(found->lat, place.lat, 1e-9);
+        EXPECT_NEAR(std::remainder(found->lon - place.lon, 2 * kPiExact), 0, 1e-9);
+    }
+}
+
+TEST_F(ViewGeometryTest, ThereIsNoPlaceOffTheEarth) {
+    LookAt(10, 20);
+    EXPECT_FALSE(EarthPlaceAt(view, false, {0.6, 0.8}));
+    EXPECT_FALSE(EarthPlaceAt(view, false, {0, -1.1}));
+    EXPECT_FALSE(EarthPlaceAt(view, false, {kNaN, 0}));
+    // The pole lies 80 degrees above the middle of the map, the other one 100 below.
+    EXPECT_TRUE(EarthPlaceAt(view, true, {3.14, 79 * kDegree}));
+    EXPECT_TRUE(EarthPlaceAt(view, true, {-3.14, -99 * kDegree}));
+    EXPECT_FALSE(EarthPlaceAt(view, true, {0, 81 * kDegree}));
+    EXPECT_FALSE(EarthPlaceAt(view, true, {0, -101 * kDegree}));
+    EXPECT_FALSE(EarthPlaceAt(view, true, {3.15, 0}));
+    EXPECT_FALSE(EarthPlaceAt(view, true, {-3.15, 0}));
+    EXPECT_FALSE(EarthPlaceAt(view, true, {0, kNaN}));
+}
+
 TEST_F(ViewGeometryTest, LinesAndCirclesInTheBox) {
     LookAt(0, 0);
     Pan(0.5, 0);

@@ -14,6 +14,9 @@ namespace {
 /// Where the data of an installed program stand, seen from its executable.
 constexpr auto kInstalledData = "../share/glintara";
 
+/// Shows the menu "Map Tools", by which developers make the map files.
+constexpr auto kMapToolsOption = "--map-tools";
+
 std::filesystem::path PathOf(const QString& path) { return path.toStdString(); }
 
 std::filesystem::path FindFolder() {
@@ -31,7 +34,8 @@ int main(int argc, char** argv) {
     // Numbers read and show the same everywhere.
     QLocale::setDefault(QLocale::c());
     glintara::desktop::ApplyStyle(application);
-    glintara::desktop::DesktopProgram program(glintara::desktop::WindowPlacesFile());
+    const bool mapTools = QCoreApplication::arguments().contains(kMapToolsOption);
+    glintara::desktop::DesktopProgram program(glintara::desktop::WindowPlacesFile(), mapTools);
     program.Start(FindFolder());
     return QApplication::exec();
 }

@@ -44,6 +44,23 @@ TEST(Bindings, ButtonIsPressedOnceAndNotWhileDisabled) {
     EXPECT_EQ(presses, 1);
 }
 
+TEST(Bindings, AButtonStandsInAMenu) {
+    Button control("Add Vertex", "Add the selected vertex");
+    QAction idle;
+    Bind(idle, control);
+    EXPECT_FALSE(idle.isEnabled()) << "nothing would happen";
+    int presses = 0;
+    control.SetClickHandler([&] { ++presses; });
+    QAction action;
+    Bind(action, control);
+    EXPECT_EQ(action.text(), "Add Vertex");
+    EXPECT_EQ(action.toolTip(), "Add the selected vertex");
+    action.trigger();
+    EXPECT_EQ(presses, 1);
+    control.Enabled = false;
+    EXPECT_FALSE(action.isEnabled());
+}
+
 TEST(Bindings, MenuEntryFollowsItsControlAndNotItsOwnClick) {
     MenuEntry control("Sun Light");
     control.SetClickHandler([] {});  // the option stays as it is

@@ -69,9 +69,7 @@ class ReferenceTest : public ::testing::Test {
     PainterSurface surface_;
 
     void SetUp() override {
-        StarTables stars;
-        CityTables cities;
-        ASSERT_TRUE(LoadMapFiles(GLINTARA_SOURCE_DIR "/data", data_.Map, stars, cities).empty());
+        ASSERT_TRUE(LoadMapFiles(GLINTARA_SOURCE_DIR "/data", data_.Map, data_.Stars, data_.Cities).empty());
         main_.CSGP4.Value = true;
         main_.CSolidGlobe.Value = true;
         main_.CSunLight.Value = true;

@@ -7,6 +7,7 @@
 
 #include "core/state/find_flare_controls.h"
 #include "core/state/main_controls.h"
+#include "core/state/mirror_controls.h"
 
 namespace glintara {
 namespace {
@@ -106,6 +107,32 @@ TEST(CheckBox, EnablingIsShownButIsNoClick) {
     EXPECT_EQ(shown, 3);
 }
 
+TEST(Slider, StandsAtItsLeastAndStaysOnItsBar) {
+    Slider slider(5, 20);
+    EXPECT_EQ(slider.Value.Get(), 5);
+    slider.MoveTo(12);
+    EXPECT_EQ(slider.Value.Get(), 12);
+    slider.MoveTo(21);
+    EXPECT_EQ(slider.Value.Get(), 20);
+    slider.MoveTo(-7);
+    EXPECT_EQ(slider.Value.Get(), 5);
+}
+
+TEST(Slider, EachMoveIsToldOnceWhoeverMovesIt) {
+    Slider slider(0, 3599);
+    int moves = 0;
+    int shown = 0;
+    slider.Value.SetHandler([&] { ++moves; });
+    slider.Watch([&] { ++shown; });
+    slider.MoveTo(900);
+    slider.MoveTo(900);
+    slider.Value = 901;
+    EXPECT_EQ(moves, 2);
+    slider.Enabled = false;
+    EXPECT_EQ(moves, 2);
+    EXPECT_EQ(shown, 3);
+}
+
 TEST(Clickable, ADisabledButtonIsDead) {
     Button button("Find First");
     int clicks = 0;
@@ -170,6 +197,23 @@ TEST(MainControls, StartsWithTheFullOrbitModelAndFlaresOnARunningClock) {
     EXPECT_FALSE(controls.MnuTransitMode[kTransitEntry].Checked);
     EXPECT_EQ(controls.MnuTransitMode[kTransitEntry].Caption.Get(), "Transit Mode");
     EXPECT_TRUE(controls.TTLE.Text.Get().empty());
+}
+
+TEST(MirrorControls, ShowsNothingUnlessAskedAndTurnsInTenthsOfADegree) {
+    const MirrorControls form;
+    EXPECT_FALSE(form.CRotAng.Value);
+    EXPECT_FALSE(form.CShowSourceRay.Value);
+    EXPECT_FALSE(form.CShowRotAxis.Value);
+    EXPECT_FALSE(form.CShowMirrorNormal.Value);
+    EXPECT_FALSE(form.CForceIllumination.Value);
+    EXPECT_EQ(form.CShowSourceRay.Caption.Get(), "Source Ray");
+    EXPECT_EQ(form.CShowRotAxis.Caption.Get(), "Rotation Axis");
+    EXPECT_EQ(form.CShowMirrorNormal.Caption.Get(), "Mirror Normal");
+    EXPECT_EQ(form.CForceIllumination.Caption.Get(), "Force Light");
+    EXPECT_EQ(form.LRotTeta.Caption.Get(), "Rot. Angle");
+    EXPECT_EQ(form.SRotTeta.Least, 0);
+    EXPECT_EQ(form.SRotTeta.Most, 3599);
+    EXPECT_EQ(form.LRotTilt.Caption.Get(), "TILT  [°]: ");
 }
 
 TEST(FindFlareControls, OpensOnADayAndThirtyKilometresWithNothingToAbort) {
