@@ -1,6 +1,8 @@
 #include "flare/live_flares.h"
 
 #include <cmath>
+#include <string_view>
+#include <utility>
 
 #include "flare/attitude.h"
 #include "flare/geometry/reflection.h"
@@ -38,27 +40,16 @@ void AddCentre(const Beamer& beamer, const std::optional<FlareCentre>& found, in
     flares.Add(flare);
 }
 
-void AddFixedSurfaces(const Beamer& beamer, const SurfaceModel& model, const BodyFrame& frame, LiveFlares& flares) {
-    const bool inertial = model.OrientationType == static_cast<int>(OrientationType::Inertial);
-    for (int i = 1; i <= model.MirrorCount; ++i) {
-        const MirrorRecord& mirror = model.Mirror(i);
-        const Vector3 normal = MirrorNormal(inertial, mirror.Angle * kDegToRad, mirror.Tilt * kDegToRad, frame);
-        AddCentre(beamer, MirrorFlare(beamer.r, beamer.source, normal), i, false, flares);
-    }
-}
+/// Steps of `SRotTeta` in a degree.
+constexpr double kSliderStepsPerDegree = 10;
 
-void AddRotatingSurface(const Beamer& beamer, const SurfaceModel& model, const BodyFrame& frame,
-                        const LiveFlareQuest& quest, LiveFlares& flares) {
-    const MirrorRecord& mirror = model.Mirror(1);
-    const RotatingMirror cone =
-        MakeRotatingMirror(model.RotAxisDEC, model.RotAxisRA, mirror.Angle * kDegToRad, mirror.Tilt * kDegToRad);
-    const int wholeTurn = quest.fine ? kRotationPhasesFine : kRotationPhases;
-    const int count = quest.phase ? 1 : wholeTurn;
-    for (int k = 0; k < count; ++k) {
-        const double phase = quest.phase ? *quest.phase : RotationPhase(k, count);
-        const Vector3 normal = OnAxes(NormalComponentsAt(cone, phase), frame);
-        AddCentre(beamer, MirrorFlare(beamer.r, beamer.source, normal), k, true, flares);
-    }
+constexpr int kReadOutDecimals = 2;
+
+void TellAngle(Label& label, std::string_view words, const std::optional<RotatingReadOut>& readOut,
+               double RotatingReadOut::*angle) {
+    std::string text(words);
+    if (readOut) text += CutNumberText(*readOut.*angle, kReadOutDecimals);
+    label.Caption = std::move(text);
 }
 
 }  // namespace
@@ -74,17 +65,37 @@ LiveFlareQuest LiveFlareQuestOf(const Application& app) {
     quest.moon = app.Main.CMoonFlares.Value;
     quest.transit = app.Main.MnuTransitMode[kTransitEntry].Checked;
     quest.fine = app.Run.FinePass;
+    quest.forceLight = app.Mirror.CForceIllumination.Value;
+    if (app.Mirror.CRotAng.Value) quest.phase = app.Mirror.SRotTeta.Value / kSliderStepsPerDegree * kDegToRad;
     return quest;
+}
+
+bool IsLit(const Vector3& r, const Vector3& source, const LiveFlareQuest& quest) {
+    return quest.forceLight || !InShadow(r, Normalized(source));
+}
+
+bool IsRotating(const SurfaceModel& model) {
+    return model.OrientationType == static_cast<int>(OrientationType::Rotating);
+}
+
+RotatingMirror RotatingMirrorOf(const SurfaceModel& model) {
+    const MirrorRecord& mirror = model.Mirror(1);
+    return MakeRotatingMirror(model.RotAxisDEC, model.RotAxisRA, mirror.Angle * kDegToRad, mirror.Tilt * kDegToRad);
+}
+
+std::optional<BodyFrame> LiveFlareFrame(const Application& app, const SatRecord& satellite, const WorldMotion& motion) {
+    if (!HasFlareModel(satellite)) return std::nullopt;
+    return BuildBodyFrame(app, satellite, motion.position, motion.velocity, app.Data.SimTime);
 }
 
 void FindLiveFlares(const Application& app, const SatRecord& satellite, const WorldMotion& motion,
                     const LightPlaces& lights, const LiveFlareQuest& quest, LiveFlares& flares) {
     flares.Clear();
     const SurfaceModel& model = satellite.Surface;
+    const bool rotating = IsRotating(model);
     std::optional<BodyFrame> frame;
     if (!quest.transit) {
-        if (!HasFlareModel(satellite)) return;
-        frame = BuildBodyFrame(app, satellite, motion.position, motion.velocity, app.Data.SimTime);
+        frame = LiveFlareFrame(app, satellite, motion);
         if (!frame) return;
     }
     for (const bool moon : {false, true}) {
@@ -95,13 +106,29 @@ void FindLiveFlares(const Application& app, const SatRecord& satellite, const Wo
             AddCentre(beamer, TransitPoint(beamer.r, beamer.source), 0, false, flares);
             continue;
         }
-        if (!quest.forceLight && InShadow(beamer.r, Normalized(beamer.source))) continue;
-        if (model.OrientationType == static_cast<int>(OrientationType::Rotating)) {
-            AddRotatingSurface(beamer, model, *frame, quest, flares);
-        } else {
-            AddFixedSurfaces(beamer, model, *frame, flares);
-        }
+        if (!IsLit(beamer.r, beamer.source, quest)) continue;
+        ForEachNormal(model, *frame, quest, [&](int index, const Vector3& normal) {
+            AddCentre(beamer, MirrorFlare(beamer.r, beamer.source, normal), index, rotating, flares);
+        });
     }
+}
+
+std::optional<RotatingReadOut> ReadOutOfPhase(const Application& app, const SatRecord& satellite,
+                                              const WorldMotion& motion, const LiveFlareQuest& quest) {
+    if (!quest.phase || !IsRotating(satellite.Surface)) return std::nullopt;
+    const std::optional<BodyFrame> frame = LiveFlareFrame(app, satellite, motion);
+    const BodyFrame orbitFrame = VerticalFrame(motion.position, motion.velocity);
+    if (!frame || !IsFinite(orbitFrame.BodyAhead)) return std::nullopt;
+    const RotatingMirror cone = RotatingMirrorOf(satellite.Surface);
+    return ReadOutOf(cone, OnAxes(NormalComponentsAt(cone, *quest.phase), *frame), orbitFrame, *frame);
+}
+
+void TellReadOut(MirrorControls& controls, const std::optional<RotatingReadOut>& readOut) {
+    TellAngle(controls.LRotAngle, kRotAngleWords, readOut, &RotatingReadOut::angle);
+    TellAngle(controls.LRotTilt, kRotTiltWords, readOut, &RotatingReadOut::tilt);
+    TellAngle(controls.LRotRMA, kRotRMAWords, readOut, &RotatingReadOut::axisDistance);
+    TellAngle(controls.LRotRA, kRotRAWords, readOut, &RotatingReadOut::rightAscension);
+    TellAngle(controls.LRotDEC, kRotDECWords, readOut, &RotatingReadOut::declination);
 }
 
 void AppendLiveFlareLabel(const SatRecord& satellite, const LiveFlare& flare, bool withName, std::string& text) {

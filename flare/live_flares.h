@@ -10,7 +10,9 @@
 #include <string>
 
 #include "core/state/application.h"
+#include "flare/geometry/body_frame.h"
 #include "flare/geometry/rotating_mirror.h"
+#include "orbit/astro/constants.h"
 #include "orbit/astro/vector.h"
 #include "orbit/propagation.h"
 
@@ -33,8 +35,48 @@ struct LiveFlareQuest {
     std::optional<double> phase;  ///< the one phase, radians, in which rotating bodies are shown; none for a full turn
 };
 
-/// What the program's options ask: `CMoonFlares`, `MnuTransitMode`, `FinePass`.
+/// What the program's options ask: `CMoonFlares`, `MnuTransitMode`, `FinePass`; of the surface editor
+/// `CForceIllumination`, and the phase of `SRotTeta` while `CRotAng` is set.
 LiveFlareQuest LiveFlareQuestOf(const Application& app);
+
+/// Whether the live plot sees a satellite at `r` in the light of a source at `source`.
+bool IsLit(const Vector3& r, const Vector3& source, const LiveFlareQuest& quest);
+
+/// Whether the surfaces turn with the body about an axis fixed in space.
+bool IsRotating(const SurfaceModel& model);
+
+/// The cone of a rotating body's first surface, which stands for all of it.
+RotatingMirror RotatingMirrorOf(const SurfaceModel& model);
+
+/// The frame in which the live plot takes the surfaces of `satellite`, at `motion` at the displayed instant; nothing
+/// when it has no model or no frame.
+std::optional<BodyFrame> LiveFlareFrame(const Application& app, const SatRecord& satellite, const WorldMotion& motion);
+
+/// The phases that the live plot shows of a rotating body.
+inline int PhaseCount(const LiveFlareQuest& quest) {
+    if (quest.phase) return 1;
+    return quest.fine ? kRotationPhasesFine : kRotationPhases;
+}
+
+/// Calls `take(index, normal)` for each unit normal of a body in `frame`, on the world axes: those of its surfaces, in
+/// their order from index 1, or of a rotating body those of its phases, from 0.
+template <class Take>
+void ForEachNormal(const SurfaceModel& model, const BodyFrame& frame, const LiveFlareQuest& quest, Take take) {
+    if (IsRotating(model)) {
+        const RotatingMirror cone = RotatingMirrorOf(model);
+        const int count = PhaseCount(quest);
+        for (int k = 0; k < count; ++k) {
+            const double phase = quest.phase ? *quest.phase : RotationPhase(k, count);
+            take(k, OnAxes(NormalComponentsAt(cone, phase), frame));
+        }
+        return;
+    }
+    const bool inertial = model.OrientationType == static_cast<int>(OrientationType::Inertial);
+    for (int i = 1; i <= model.MirrorCount; ++i) {
+        const MirrorRecord& mirror = model.Mirror(i);
+        take(i, MirrorNormal(inertial, mirror.Angle * kDegToRad, mirror.Tilt * kDegToRad, frame));
+    }
+}
 
 /// The centre of the light of one surface.
 struct LiveFlare {
@@ -72,6 +114,15 @@ class LiveFlares {
 /// which asks for no model. A satellite in the Earth's shadow reflects nothing of that source. Allocates nothing.
 void FindLiveFlares(const Application& app, const SatRecord& satellite, const WorldMotion& motion,
                     const LightPlaces& lights, const LiveFlareQuest& quest, LiveFlares& flares);
+
+/// Where the normal of `satellite`, at `motion`, looks in the one phase of `quest`. Nothing when no one phase is asked
+/// for, when the satellite does not rotate or has no model, or when it flies along the vertical.
+std::optional<RotatingReadOut> ReadOutOfPhase(const Application& app, const SatRecord& satellite,
+                                              const WorldMotion& motion, const LiveFlareQuest& quest);
+
+/// Writes a read-out behind the words of its five labels, in degrees cut to two decimals; the words alone when there
+/// is none.
+void TellReadOut(MirrorControls& controls, const std::optional<RotatingReadOut>& readOut);
 
 /// A centre that is nearer than this, metres, is told by its label instead of a circle.
 inline constexpr double kLabelledDistance = 300000;

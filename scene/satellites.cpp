@@ -7,6 +7,7 @@
 #include "orbit/propagation.h"
 #include "scene/circles.h"
 #include "scene/flare_marks.h"
+#include "scene/flare_rays.h"
 #include "scene/marks.h"
 #include "scene/orbits.h"
 
@@ -139,10 +140,15 @@ void DrawSatellite(const Pass& pass, SatRecord& satellite, bool working) {
     // What has no place, as a set without elements, has no picture either.
     if (!IsFinite(position) || position == Vector3{}) return;
 
-    if (working) TellWorkingSatellite(app, satellite, position);
+    if (working) {
+        TellWorkingSatellite(app, satellite, position);
+        TellReadOut(app.Mirror, app.Main.CIridiumFlares.Value ? ReadOutOfPhase(app, satellite, motion, pass.quest)
+                                                              : std::optional<RotatingReadOut>());
+    }
     if (satellite.IsDisabled()) return;
     if (pass.orbitsShown && (working || !IsOrbitHidden(satellite))) DrawOrbits(scene, satellite);
     if (pass.flaresShown) {
+        DrawFlareRays(scene, satellite, motion, pass.lights, pass.quest);
         FindLiveFlares(app, satellite, motion, pass.lights, pass.quest, pass.work.flares);
         DrawFlareMarks(scene, satellite, pass.work.flares, pass.work.names);
     }
@@ -166,10 +172,8 @@ void DrawSatellites(const SceneContext& scene, SatelliteWorkspace& work) {
     pass.earthShown = !app.Main.CSkyOnly.Value;
     pass.orbitsShown = AreOrbitsShown(app.Main);
     pass.flaresShown = pass.earthShown && app.Main.CIridiumFlares.Value;
-    if (pass.flaresShown) {
-        pass.lights = LightPlacesAt(data);
-        pass.quest = LiveFlareQuestOf(app);
-    }
+    pass.quest = LiveFlareQuestOf(app);
+    if (pass.flaresShown) pass.lights = LightPlacesAt(data);
     for (int s = 1; s <= data.SatCount; ++s) {
         SatRecord& satellite = data.Satellite(s);
         const bool working = s == data.WorkingSat();

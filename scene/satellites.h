@@ -28,12 +28,13 @@ struct SatelliteWorkspace {
 
 /// Draws all satellites that are not disabled, in the order of the list, so the working one last, on top. Each is
 /// propagated once, to the displayed instant, into its own engine block. Per satellite: the orbit, unless hidden by
-/// its switch (the working satellite's is always drawn); with `CIridiumFlares` the live flares; the mark in space, with
-/// `CProjectOrbit` the mark on the ground, and then the one in space only with `CPlotOrbit`; with `CDrawSky` the mark
-/// on the sky. Names and the labels of flares follow when all marks stand.
+/// its switch (the working satellite's is always drawn); with `CIridiumFlares` the live flares and their rays; the mark
+/// in space, with `CProjectOrbit` the mark on the ground, and then the one in space only with `CPlotOrbit`; with
+/// `CDrawSky` the mark on the sky. Names and the labels of flares follow when all marks stand.
 ///
-/// For the working satellite, disabled or not, `LSatDetail` and `Run.Working` are written. With `CSkyOnly` nothing of
-/// this is drawn over the Earth. Satellites are placed by SGP4/SDP4 only: with `CSGP4` clear there are none.
+/// For the working satellite, disabled or not, `LSatDetail`, `Run.Working` and the read-out of its rotation are
+/// written. With `CSkyOnly` nothing of this is drawn over the Earth. Satellites are placed by SGP4/SDP4 only: with
+/// `CSGP4` clear there are none.
 void DrawSatellites(const SceneContext& scene, SatelliteWorkspace& work);
 
 }  // namespace glintara

@@ -7,6 +7,7 @@
 #include "core/state/find_flare_controls.h"
 #include "core/state/main_controls.h"
 #include "core/state/message_boxes.h"
+#include "core/state/mirror_controls.h"
 #include "core/state/run_state.h"
 #include "core/state/window_signals.h"
 
@@ -23,6 +24,7 @@ struct Application {
     CommonData Data;
     MainControls Main;
     FindFlareControls FindFlare;
+    MirrorControls Mirror;
     RunState Run;
 
     MessageBoxes& Boxes;

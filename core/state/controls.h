@@ -4,6 +4,7 @@
 //
 // Each kind has `Watch`, by which a window hangs one function on all of the control's values, to show any change.
 
+#include <algorithm>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -130,6 +131,27 @@ struct TextBox {
         Text.SetWatcher(watcher);
         ToolTip.SetWatcher(watcher);
         Enabled.SetWatcher(watcher);
+    }
+};
+
+/// A bar with a handle, of whole steps from `Least` to `Most`. The handler hangs on `Value`.
+struct Slider {
+    Slider(int least, int most, std::string_view toolTip = "")
+        : Least(least), Most(most), Value(least), ToolTip(std::string(toolTip)) {}
+
+    const int Least;
+    const int Most;
+    Observed<int> Value;  ///< within the range: set it by `MoveTo` when the number comes from outside
+    Observed<bool> Enabled{true};
+    Observed<std::string> ToolTip;
+
+    /// Moves the handle to `value`, or to the end of the bar when that lies outside.
+    void MoveTo(int value) { Value = std::clamp(value, Least, Most); }
+
+    void Watch(const std::function<void()>& watcher) {
+        Value.SetWatcher(watcher);
+        Enabled.SetWatcher(watcher);
+        ToolTip.SetWatcher(watcher);
     }
 };
 

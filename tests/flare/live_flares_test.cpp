@@ -317,5 +317,79 @@ TEST_F(MirrorTest, TheOptionsOfTheProgramAreTheQuest) {
     EXPECT_TRUE(quest.moon && quest.transit && quest.fine);
 }
 
+TEST_F(MirrorTest, TheSurfaceEditorAsksForLightAndPhase) {
+    MirrorControls& options = o.app.Mirror;
+    options.CForceIllumination.Value = true;
+    options.SRotTeta.Value = 1234;
+    LiveFlareQuest quest = LiveFlareQuestOf(o.app);
+    EXPECT_TRUE(quest.forceLight);
+    EXPECT_FALSE(quest.phase) << "the slider alone asks for nothing";
+    options.CRotAng.Value = true;
+    quest = LiveFlareQuestOf(o.app);
+    ASSERT_TRUE(quest.phase);
+    EXPECT_NEAR(*quest.phase, 123.4 * kDegree, 1e-12);
+}
+
+// A body that spins about the pole and flies east over the equator, at a right ascension of 100 degrees. Its normal
+// stands at declination 30.126; at right ascension 79.997 in phase 0 (10.003 counted from the y axis), and 62.5 degrees
+// farther east in the phase asked for.
+struct ReadOutTest : MirrorTest {
+    LiveFlareQuest quest;
+
+    void SetUp() override {
+        MirrorTest::SetUp();
+        satellite.Surface.OrientationType = static_cast<std::int32_t>(OrientationType::Rotating);
+        satellite.Surface.RotAxisDEC = 90 * kDegree;
+        satellite.Surface.RotAxisRA = 0;
+        Turn(10.003, 30.126);
+        const double lon = 100 * kDegree - SiderealFromJD(data.SimTime);
+        motion.position = {1.2 * std::cos(lon), 1.2 * std::sin(lon), 0};
+        motion.velocity = {-7 * std::sin(lon), 7 * std::cos(lon), 0};
+        quest.phase = 62.5 * kDegree;
+    }
+};
+
+TEST_F(ReadOutTest, TellsWhereTheNormalLooks) {
+    const auto readOut = ReadOutOfPhase(o.app, satellite, motion, quest);
+    ASSERT_TRUE(readOut);
+    // By spherical trigonometry from 42.497 degrees of right ascension between zenith and normal.
+    EXPECT_NEAR(readOut->angle, -40.66196, 1e-5);
+    EXPECT_NEAR(readOut->tilt, -39.62196, 1e-5);
+    EXPECT_NEAR(readOut->axisDistance, 59.874, 1e-9);
+    EXPECT_NEAR(readOut->rightAscension, 142.497, 1e-9);
+    EXPECT_NEAR(readOut->declination, 30.126, 1e-9);
+}
+
+TEST_F(ReadOutTest, IsOfOnePhaseOfARotatingBodyOnly) {
+    EXPECT_FALSE(ReadOutOfPhase(o.app, satellite, motion, {}));
+    satellite.Surface.OrientationType = static_cast<std::int32_t>(OrientationType::Inertial);
+    EXPECT_FALSE(ReadOutOfPhase(o.app, satellite, motion, quest));
+    satellite.Surface.OrientationType = static_cast<std::int32_t>(OrientationType::Rotating);
+    satellite.Surface.ModelFlags[0] = '0';
+    EXPECT_FALSE(ReadOutOfPhase(o.app, satellite, motion, quest));
+    satellite.Surface.ModelFlags[0] = '1';
+    motion.velocity = {};
+    EXPECT_FALSE(ReadOutOfPhase(o.app, satellite, motion, quest));
+}
+
+TEST_F(ReadOutTest, ItsNumbersAreCutToTwoDecimals) {
+    MirrorControls& options = o.app.Mirror;
+    RotatingReadOut readOut;
+    readOut.angle = -40.6638;  // cut downwards
+    readOut.tilt = 39.629;
+    readOut.axisDistance = 90;
+    readOut.rightAscension = 142.497;
+    readOut.declination = -0.5;
+    TellReadOut(options, readOut);
+    EXPECT_EQ(options.LRotAngle.Caption.Get(), "ANGLE [°]: -40.67");
+    EXPECT_EQ(options.LRotTilt.Caption.Get(), "TILT  [°]: 39.62");
+    EXPECT_EQ(options.LRotRMA.Caption.Get(), "RMA [°]: 90");
+    EXPECT_EQ(options.LRotRA.Caption.Get(), "RA [°]: 142.49");
+    EXPECT_EQ(options.LRotDEC.Caption.Get(), "DEC [°]: -0.5");
+    TellReadOut(options, std::nullopt);
+    EXPECT_EQ(options.LRotAngle.Caption.Get(), "ANGLE [°]: ");
+    EXPECT_EQ(options.LRotDEC.Caption.Get(), "DEC [°]: ");
+}
+
 }  // namespace
 }  // namespace glintara::observed_night

@@ -406,6 +406,47 @@ TEST_F(SatellitesTest, FlaresShowWhenTheirOptionsSaySo) {
     EXPECT_EQ(inFlareColor(), 0);
 }
 
+TEST_F(SatellitesTest, RaysBelongToTheFlaresAndLieBelowTheMark) {
+    SatRecord& meteosat = LoadMeteosat();
+    meteosat.Surface.ModelFlags[0] = '1';
+    meteosat.Surface.MirrorCount = 1;
+    main.CSatOnly.Value = true;
+    o.app.Mirror.CShowSourceRay.Value = true;
+    o.app.Mirror.CForceIllumination.Value = true;
+    LookAt(0, -90, 8);
+    Draw();
+    ASSERT_FALSE(surface.OperationsOf(DrawOperation::Line).empty());
+    EXPECT_EQ(surface.Operations().front().operation, DrawOperation::Line);
+    EXPECT_EQ(surface.Operations().back().operation, DrawOperation::Circle);
+    main.CIridiumFlares.Value = false;
+    Draw();
+    EXPECT_TRUE(surface.OperationsOf(DrawOperation::Line).empty());
+}
+
+TEST_F(SatellitesTest, TheReadOutIsOfTheWorkingSatellite) {
+    const auto giveMirror = [](SatRecord& satellite, double tilt) {
+        satellite.Surface.ModelFlags[0] = '1';
+        satellite.Surface.OrientationType = static_cast<std::int32_t>(OrientationType::Rotating);
+        satellite.Surface.RotAxisDEC = 90 * kDegree;
+        satellite.Surface.MirrorCount = 1;
+        satellite.Surface.Mirror(1).Tilt = tilt;
+    };
+    giveMirror(LoadMeteosat(), 15.015);
+    giveMirror(o.Append(data.Satellite(1)), 30.126);
+    const MirrorControls& editor = o.app.Mirror;
+    Draw();
+    EXPECT_EQ(editor.LRotDEC.Caption.Get(), "DEC [°]: ");
+    o.app.Mirror.CRotAng.Value = true;
+    Draw();
+    EXPECT_EQ(editor.LRotDEC.Caption.Get(), "DEC [°]: 30.12");
+    EXPECT_EQ(editor.LRotRMA.Caption.Get(), "RMA [°]: 59.87");
+    EXPECT_NE(editor.LRotAngle.Caption.Get(), "ANGLE [°]: ");
+    data.Satellite(2).Surface.OrientationType = 0;
+    Draw();
+    EXPECT_EQ(editor.LRotDEC.Caption.Get(), "DEC [°]: ");
+    EXPECT_EQ(editor.LRotAngle.Caption.Get(), "ANGLE [°]: ");
+}
+
 TEST_F(SatellitesTest, AFlareFarAwayIsACircleOfHalfADegree) {
     main.CPlotOrbit.Value = true;
     LookAt(0, 0, 64);
@@ -544,6 +585,9 @@ TEST_F(SatellitesTest, TheLoopAllocatesNothingPerSatellite) {
     main.CSatCircle.Value = true;
     main.CDrawSky.Value = true;
     main.CDrawFrontStars.Value = true;
+    o.app.Mirror.CShowSourceRay.Value = true;
+    o.app.Mirror.CShowMirrorNormal.Value = true;
+    o.app.Mirror.CShowRotAxis.Value = true;
     const LightPlaces lights = LightPlacesAt(data);
     for (int s = data.SatCount; s > 0; --s) {
         SatRecord& satellite = data.Satellite(s);
