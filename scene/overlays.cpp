@@ -22,6 +22,7 @@ constexpr double kAuthorSize = 11;
 constexpr double kSplashSize = 44;
 constexpr double kSplashLineSize = 14;
 constexpr double kOverlaySize = 11;
+constexpr double kQuietOverlaySize = 9;
 constexpr double kPlottingSize = 12;
 
 /// A box is wide when the title in one line takes no more than this part of it.
@@ -107,17 +108,29 @@ void DrawLabelOverlay(const SceneContext& scene) {
     const RunState& run = scene.App.Run;
     if (!run.FullScreen && !run.PanelsHidden) return;
     DrawSurface& surface = scene.Surface;
+    const MainControls& main = scene.App.Main;
     BeginWords(surface, kOverlayColor);
     UseTextFont(surface, kOverlaySize);
-    const std::string& date = scene.App.Main.LDateTime.Caption.Get();
-    const std::string& said = scene.App.Main.LCommandOutput.Caption.Get();
+    const std::string& date = main.LDateTime.Caption.Get();
+    const std::string& said = main.LCommandOutput.Caption.Get();
     const double margin = surface.TextWidth("x");
     const double lineHeight = surface.TextHeight(date);
     const double dateX = surface.ScaleWidth - surface.TextWidth(date);
-    const double y = surface.ScaleHeight - kOverlayRise * lineHeight;
-    PrintAt(surface, dateX, y, date);
-    const bool besideDate = margin + surface.TextWidth(said) + margin <= dateX;
-    PrintAt(surface, margin, besideDate ? y : y - lineHeight, said);
+    const double bottom = surface.ScaleHeight - kOverlayRise * lineHeight;
+    PrintAt(surface, dateX, bottom, date);
+    double y = margin + surface.TextWidth(said) + margin <= dateX ? bottom : bottom - lineHeight;
+    PrintAt(surface, margin, y, said);
+
+    // What else the panels tell stands above, in a quieter size.
+    UseTextFont(surface, kQuietOverlaySize);
+    surface.ForeColor = kQuietColor;
+    const double quietHeight = surface.TextHeight(date);
+    for (const Label* label : {&main.LSatDetail, &main.LStatus, &main.LJD}) {
+        const std::string& text = label->Caption.Get();
+        if (text.empty()) continue;
+        y -= quietHeight;
+        PrintAt(surface, margin, y, text);
+    }
 }
 
 void ShowPlottingNotice(const SceneContext& scene) {

@@ -24,7 +24,8 @@ void DrawTitleBlock(const SceneContext& scene);
 void DrawSplash(const SceneContext& scene);
 
 /// What the panels would tell, while they are hidden (`FullScreen`, `PanelsHidden`): date and time in the lower right
-/// corner, and at the left what the last command did.
+/// corner, at the left what the last command did, and above that, smaller, the working satellite's height, the status
+/// and the line of the Julian date.
 void DrawLabelOverlay(const SceneContext& scene);
 
 /// The words that a fine picture is being made, in the lower right corner of the picture on show.

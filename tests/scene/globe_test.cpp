@@ -551,6 +551,29 @@ TEST_F(GlobeTest, DateStandsInThePictureWhileThePanelsAreHidden) {
     }
 }
 
+TEST_F(GlobeTest, WhatThePanelsTellStaysInThePicture) {
+    app.Run.FullScreen = true;
+    app.Main.LDateTime.Caption = "DATE 20/01/2018 17:42:09.31 UTC (N)";
+    app.Main.LCommandOutput.Caption = "";
+    app.Main.LJD.Caption = "JD: 2458139.237610";
+    app.Main.LSatDetail.Caption = "Satellite height: 776.4 km";
+    app.Main.LStatus.Caption = "EARTH";
+    Frame();
+    double below = 9000;
+    for (const char* text :
+         {"DATE 20/01/2018 17:42:09.31 UTC (N)", "Satellite height: 776.4 km", "EARTH", "JD: 2458139.237610"}) {
+        const auto prints = surface.OperationsOf(DrawOperation::Print);
+        const auto print = std::ranges::find_if(prints, [text](const auto& p) { return p.text == text; });
+        ASSERT_NE(print, prints.end()) << text;
+        EXPECT_LE(print->state.CurrentY + 1.25 * 20 * print->state.FontSize, below + 1e-6) << text;
+        EXPECT_LT(print->state.CurrentY, below) << text;
+        below = print->state.CurrentY;
+    }
+    app.Run.FullScreen = false;
+    Frame();
+    EXPECT_EQ(Words().find("EARTH"), std::string::npos);
+}
+
 TEST_F(GlobeTest, WordsOfTheOverlayNeverCoverEachOther) {
     app.Run.FullScreen = true;
     surface.ScaleWidth = 6000;
