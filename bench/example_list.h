@@ -44,17 +44,7 @@ class ExampleList {
     }
 
     /// The displayed instant, without the clock.
-    void SetInstant(double jd) {
-        CommonData& data = app.Data;
-        const CalendarFields fields = JDToDate(jd);
-        data.SimTime = jd;
-        data.SimYear = static_cast<std::int32_t>(fields.year);
-        data.SimMonth = static_cast<std::int16_t>(fields.month);
-        data.SimDay = static_cast<std::int16_t>(fields.day);
-        data.SimHour = static_cast<std::int16_t>(fields.hour);
-        data.SimMinute = static_cast<std::int16_t>(fields.minute);
-        data.SimSecond = fields.second;
-    }
+    void SetInstant(double jd) { app.Data.SetSimInstant(JDToDate(jd), jd); }
 
   private:
     SilentBoxes boxes_;

@@ -113,13 +113,7 @@ bool SimulatedTime::WriteInstant() {
                              data.BaseSecond + offset.SecondOffset + offset.MilliOffset / kMillisPerSecond};
     const CalendarFields instant = NormalizeDateTime(sum);
     if (!std::isfinite(instant.second) || !FitsOffset(instant.year)) return false;
-    data.SimYear = static_cast<std::int32_t>(instant.year);
-    data.SimMonth = static_cast<std::int16_t>(instant.month);
-    data.SimDay = static_cast<std::int16_t>(instant.day);
-    data.SimHour = static_cast<std::int16_t>(instant.hour);
-    data.SimMinute = static_cast<std::int16_t>(instant.minute);
-    data.SimSecond = instant.second;
-    data.SimTime = DateToJD(instant);
+    data.SetSimInstant(instant, DateToJD(instant));
     return true;
 }
 

@@ -81,6 +81,17 @@ struct CommonData {
                 static_cast<double>(SimHour), static_cast<double>(SimMinute), SimSecond};
     }
 
+    /// Writes the displayed instant, `jd` and the same as calendar fields. In the program the clock alone does it.
+    void SetSimInstant(const CalendarFields& fields, double jd) {
+        SimYear = static_cast<std::int32_t>(fields.year);
+        SimMonth = static_cast<std::int16_t>(fields.month);
+        SimDay = static_cast<std::int16_t>(fields.day);
+        SimHour = static_cast<std::int16_t>(fields.hour);
+        SimMinute = static_cast<std::int16_t>(fields.minute);
+        SimSecond = fields.second;
+        SimTime = jd;
+    }
+
     // The last reading of the computer's clock, to which the offsets are added.
     std::int32_t BaseYear = 0;
     std::int16_t BaseMonth = 0;

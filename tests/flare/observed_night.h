@@ -45,16 +45,7 @@ class HookedEvents : public Events {
     std::function<void()> hook;
 };
 
-inline void SetInstant(CommonData& data, double jd) {
-    const CalendarFields fields = JDToDate(jd);
-    data.SimTime = jd;
-    data.SimYear = static_cast<std::int32_t>(fields.year);
-    data.SimMonth = static_cast<std::int16_t>(fields.month);
-    data.SimDay = static_cast<std::int16_t>(fields.day);
-    data.SimHour = static_cast<std::int16_t>(fields.hour);
-    data.SimMinute = static_cast<std::int16_t>(fields.minute);
-    data.SimSecond = fields.second;
-}
+inline void SetInstant(CommonData& data, double jd) { data.SetSimInstant(JDToDate(jd), jd); }
 
 /// The program in the night of 20 January 2018.
 struct Observatory {
