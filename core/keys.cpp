@@ -86,36 +86,26 @@ void TurnOver(CheckBox& box) {
 }
 
 bool PressButton(MainControls& main, const KeyPress& key) {
-    for (const ButtonKey& entry : kButtonKeys) {
-        if (entry.character == key.character) {
-            (main.*(key.shift ? entry.shifted : entry.plain)).Click();
-            return true;
-        }
+    const auto letter = std::ranges::find(kButtonKeys, key.character, &ButtonKey::character);
+    if (letter != kButtonKeys.end()) {
+        (main.*(key.shift ? letter->shifted : letter->plain)).Click();
+        return true;
     }
-    for (const ViewKey& entry : kViewKeys) {
-        if (entry.key == key.special) {
-            (main.*entry.button).Click();
-            return true;
-        }
+    const auto view = std::ranges::find(kViewKeys, key.special, &ViewKey::key);
+    if (view != kViewKeys.end()) {
+        (main.*view->button).Click();
+        return true;
     }
     return false;
 }
 
 bool TurnOptionOver(MainControls& main, const KeyPress& key) {
-    for (const OptionKey& entry : kOptionKeys) {
-        if (entry.character != key.character) {
-            continue;
-        }
-        const bool other = key.shift && entry.shifted != nullptr;
-        if (!other || entry.both) {
-            TurnOver(main.*entry.plain);
-        }
-        if (other) {
-            TurnOver(main.*entry.shifted);
-        }
-        return true;
-    }
-    return false;
+    const auto entry = std::ranges::find(kOptionKeys, key.character, &OptionKey::character);
+    if (entry == kOptionKeys.end()) return false;
+    const bool other = key.shift && entry->shifted != nullptr;
+    if (!other || entry->both) TurnOver(main.*entry->plain);
+    if (other) TurnOver(main.*entry->shifted);
+    return true;
 }
 
 void ZoomBy(Application& app, double step) {

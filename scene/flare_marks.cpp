@@ -46,7 +46,7 @@ bool AllSeen(const ViewState& view, std::span<const Vector3> circle) {
 void DrawAsOneLine(const SceneContext& scene, std::span<const Vector3> circle) {
     const ViewState& view = scene.View();
     const WindowScale window = GetWindowScale(view, scene.Surface);
-    std::array<double, 2 * (kMostCorners + 1)> xy;
+    std::array<double, std::size_t{2} * (kMostCorners + 1)> xy;
     std::size_t n = 0;
     for (const Vector3& corner : circle) {
         const Vector3 seen = RotateWorldToView(view, corner);

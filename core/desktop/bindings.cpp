@@ -49,7 +49,7 @@ void Bind(QAbstractButton& widget, Button& control) {
     QObject::connect(&widget, &QAbstractButton::clicked, &widget, [&control] { control.Click(); });
 }
 
-void Bind(QLabel& widget, Label& control, std::function<QString(QString)> wording) {
+void Bind(QLabel& widget, Label& control, const std::function<QString(QString)>& wording) {
     const auto show = [&widget, &control, wording] {
         const QString text = ToQt(control.Caption);
         widget.setText(wording ? wording(text) : text);
@@ -144,7 +144,7 @@ void Bind(QTimer& timer, Timer& control) {
     };
     control.Watch(obey);
     obey();
-    QObject::connect(&timer, &QTimer::timeout, &timer, [&timer, &control, firing = false]() mutable {
+    QObject::connect(&timer, &QTimer::timeout, &timer, [&control, firing = false]() mutable {
         if (firing) {
             return;
         }

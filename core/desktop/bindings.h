@@ -26,7 +26,7 @@ void Bind(QAbstractButton& widget, Button& control);
 void Bind(QLineEdit& widget, TextBox& control);
 
 /// With `wording` the text is shown as that gives it, so that it breaks well.
-void Bind(QLabel& widget, Label& control, std::function<QString(QString)> wording = {});
+void Bind(QLabel& widget, Label& control, const std::function<QString(QString)>& wording = {});
 void Bind(QPlainTextEdit& widget, TextBox& control);
 void Bind(QProgressBar& widget, ProgressBar& control);
 

@@ -76,7 +76,9 @@ ProgramHooks DesktopProgram::MakeHooks() {
     hooks.picture.makePicture = [this] { MakePicture(); };
     hooks.picture.showPlottingNotice = [this] { ShowNotice(); };
     hooks.startUp.loadMap = [this] { return LoadMap(); };
-    hooks.shutDown.closeWindow = [this] { QTimer::singleShot(0, window_.get(), &QWidget::close); };
+    hooks.shutDown.closeWindow = [this] {
+        QMetaObject::invokeMethod(window_.get(), &QWidget::close, Qt::QueuedConnection);
+    };
     hooks.shutDown.unloadForm = [this](std::string_view name) {
         if (name == "FormFindFlare" && searchForm_) {
             searchForm_->hide();

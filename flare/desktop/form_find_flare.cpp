@@ -8,7 +8,6 @@
 #include <QLineEdit>
 #include <QProgressBar>
 #include <QStyle>
-#include <QTimer>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <optional>
@@ -219,7 +218,7 @@ void FormFindFlare::FollowSearch() {
     } else if (closeAfterSearch_) {
         closeAfterSearch_ = false;
         // The search is still on the stack.
-        QTimer::singleShot(0, this, &QWidget::close);
+        QMetaObject::invokeMethod(this, &QWidget::close, Qt::QueuedConnection);
     }
 }
 

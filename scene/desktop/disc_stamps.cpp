@@ -51,15 +51,16 @@ DiscStamps::Sheet& DiscStamps::SheetOf(const DiscLook& look) {
 }
 
 void DiscStamps::Draw(QPainter& painter, const DiscLook& look, const QPointF& centre) {
-    const double x = std::round(centre.x() * look.ratio * kPhases);
-    const double y = std::round(centre.y() * look.ratio * kPhases);
-    const double pixelX = std::floor(x / kPhases);
-    const double pixelY = std::floor(y / kPhases);
-    const int phaseX = static_cast<int>(x - pixelX * kPhases);
-    const int phaseY = static_cast<int>(y - pixelY * kPhases);
-    QImage& picture = SheetOf(look).pictures[static_cast<std::size_t>(phaseY * kPhases + phaseX)];
+    constexpr double kSteps = kPhases;
+    const double x = std::round(centre.x() * look.ratio * kSteps);
+    const double y = std::round(centre.y() * look.ratio * kSteps);
+    const double pixelX = std::floor(x / kSteps);
+    const double pixelY = std::floor(y / kSteps);
+    const QPointF phase(x - pixelX * kSteps, y - pixelY * kSteps);
+    const auto index = static_cast<std::size_t>(phase.y()) * kPhases + static_cast<std::size_t>(phase.x());
+    QImage& picture = SheetOf(look).pictures[index];
     if (picture.isNull()) {
-        picture = Paint(look, QPointF(phaseX, phaseY) / kPhases);
+        picture = Paint(look, phase / kSteps);
     }
     const int margin = MarginOf(look);
     painter.drawImage(QPointF(pixelX - margin, pixelY - margin) / look.ratio, picture);

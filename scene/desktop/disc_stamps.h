@@ -35,7 +35,7 @@ class DiscStamps {
 
   private:
     /// Places within a device pixel, in each direction.
-    static constexpr int kPhases = 4;
+    static constexpr std::size_t kPhases = 4;
 
     /// Looks kept at once. A picture has fewer: in sunlight, in shadow, and the ring, on two grounds.
     static constexpr std::size_t kMostLooks = 16;

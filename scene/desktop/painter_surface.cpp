@@ -1,6 +1,7 @@
 #include "scene/desktop/painter_surface.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace glintara::desktop {
 
@@ -15,6 +16,8 @@ constexpr std::size_t kMostFaces = 16;
 constexpr std::size_t kMostWords = 4096;
 
 QString TextOf(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
+
+bool IsGrey(Color color) { return RedOf(color) == GreenOf(color) && GreenOf(color) == BlueOf(color); }
 
 /// The face that stands in for one of another system.
 QString FamilyOf(const std::string& name) {
@@ -53,9 +56,19 @@ void PainterSurface::End() {
     image_ = nullptr;
 }
 
+/// To multiply all channels with one grey is to lay black on that lets as much through, which the painter does ten
+/// times as fast.
+bool PainterSurface::MasksByBlack() const {
+    return DrawMode == MixMode::Mask && IsGrey(ForeColor) && IsGrey(FillColor);
+}
+
+QColor PainterSurface::Ink(Color color) const {
+    return MasksByBlack() ? QColor(0, 0, 0, 255 - RedOf(color)) : QtColor(color);
+}
+
 void PainterSurface::SetMode() {
-    painter_.setCompositionMode(DrawMode == MixMode::Mask ? QPainter::CompositionMode_Multiply
-                                                          : QPainter::CompositionMode_SourceOver);
+    const bool multiplies = DrawMode == MixMode::Mask && !MasksByBlack();
+    painter_.setCompositionMode(multiplies ? QPainter::CompositionMode_Multiply : QPainter::CompositionMode_SourceOver);
 }
 
 void PainterSurface::SetPen() {
@@ -64,7 +77,7 @@ void PainterSurface::SetPen() {
         painter_.setPen(Qt::NoPen);
         return;
     }
-    QPen pen(QtColor(ForeColor), DrawWidth);
+    QPen pen(Ink(ForeColor), DrawWidth);
     pen.setCapStyle(Qt::FlatCap);
     pen.setJoinStyle(Qt::RoundJoin);
     if (DrawStyle == PenPattern::Dotted) {
@@ -75,7 +88,7 @@ void PainterSurface::SetPen() {
 }
 
 void PainterSurface::SetBrush() {
-    painter_.setBrush(FillStyle == FillPattern::Solid ? QBrush(QtColor(FillColor)) : QBrush(Qt::NoBrush));
+    painter_.setBrush(FillStyle == FillPattern::Solid ? QBrush(Ink(FillColor)) : QBrush(Qt::NoBrush));
 }
 
 void PainterSurface::Cls() {
@@ -123,7 +136,7 @@ void PainterSurface::Circle(double x, double y, double radius) {
 void PainterSurface::PSet(double x, double y) {
     SetMode();
     painter_.setPen(Qt::NoPen);
-    painter_.setBrush(QtColor(ForeColor));
+    painter_.setBrush(Ink(ForeColor));
     painter_.drawEllipse(QPointF(x / kTwips, y / kTwips), DrawWidth / 2, DrawWidth / 2);
 }
 
@@ -138,7 +151,7 @@ PainterSurface::Face& PainterSurface::CurrentFace() const {
         faces_.clear();
     }
     QFont font(FamilyOf(FontName));
-    font.setPixelSize(std::max(1, static_cast<int>(FontSize * kPixelsPerPoint + 0.5)));
+    font.setPixelSize(std::max(1, static_cast<int>(std::lround(FontSize * kPixelsPerPoint))));
     font.setBold(FontBold);
     font.setItalic(FontItalic);
     faces_.push_back(
@@ -169,7 +182,7 @@ void PainterSurface::Print(std::string_view text) {
     const Words& words = WordsOf(text);
     SetMode();
     painter_.setFont(CurrentFace().font);
-    painter_.setPen(QtColor(ForeColor));
+    painter_.setPen(Ink(ForeColor));
     painter_.drawStaticText(QPointF(CurrentX / kTwips, CurrentY / kTwips), words.layout);
     CurrentX += words.advance * kTwips;
 }
@@ -199,7 +212,7 @@ void PainterSurface::PolyPolygon(std::span<const double> xy, std::span<const std
         // One contour alone needs no path, which would look at each vertex twice more.
         TakePoints(xy.first(std::min(xy.size(), 2 * static_cast<std::size_t>(contourEnds[0]))));
         painter_.setPen(Qt::NoPen);
-        painter_.setBrush(QtColor(FillColor));
+        painter_.setBrush(Ink(FillColor));
         painter_.drawPolygon(points_.data(), static_cast<int>(points_.size()), Qt::OddEvenFill);
         return;
     }
@@ -218,7 +231,7 @@ void PainterSurface::PolyPolygon(std::span<const double> xy, std::span<const std
         }
         path_.closeSubpath();
     }
-    painter_.fillPath(path_, QtColor(FillColor));
+    painter_.fillPath(path_, Ink(FillColor));
 }
 
 /// Puts pairs of device pixels into `points_`.

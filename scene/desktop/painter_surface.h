@@ -70,6 +70,8 @@ class PainterSurface : public DrawSurface {
     const Words& WordsOf(std::string_view text) const;
     bool StampDisc(const QPointF& centre, double radius);
     void TakePoints(std::span<const double> xy);
+    bool MasksByBlack() const;
+    QColor Ink(Color color) const;
     void SetPen();
     void SetBrush();
     void SetMode();

@@ -39,22 +39,26 @@ TEST(PainterSurface, BoxIsMeasuredInTwipsAtAnyRatio) {
 }
 
 TEST(PainterSurface, MaskMultipliesEachChannel) {
-    QImage image = Picture(20, 20);
-    image.fill(QColor(200, 100, 50));
-    PainterSurface surface;
-    surface.Begin(image);
-    surface.DrawMode = MixMode::Mask;
-    surface.FillStyle = FillPattern::Solid;
-    surface.FillColor = 0x5A5A5A;
-    const std::array<double, 8> square{5, 5, 15, 5, 15, 15, 5, 15};
-    const std::array<std::int32_t, 1> ends{4};
-    surface.PolyPolygon(square, ends);
-    surface.End();
-    const QColor inside = image.pixelColor(10, 10);
-    EXPECT_NEAR(inside.red(), 200 * 90 / 255, 1);
-    EXPECT_NEAR(inside.green(), 100 * 90 / 255, 1);
-    EXPECT_NEAR(inside.blue(), 50 * 90 / 255, 1);
-    EXPECT_EQ(image.pixelColor(2, 2), QColor(200, 100, 50));
+    // A grey takes a shorter way than a colour; both multiply.
+    for (const Color mask : {0x5A5A5AU, 0x3C5A78U, 0xFFFFFFU, 0x000000U}) {
+        QImage image = Picture(20, 20);
+        image.fill(QColor(200, 100, 50));
+        PainterSurface surface;
+        surface.Begin(image);
+        surface.DrawMode = MixMode::Mask;
+        surface.FillStyle = FillPattern::Solid;
+        surface.ForeColor = mask;
+        surface.FillColor = mask;
+        const std::array<double, 8> square{5, 5, 15, 5, 15, 15, 5, 15};
+        const std::array<std::int32_t, 1> ends{4};
+        surface.PolyPolygon(square, ends);
+        surface.End();
+        const QColor inside = image.pixelColor(10, 10);
+        EXPECT_NEAR(inside.red(), 200.0 * RedOf(mask) / 255, 1) << mask;
+        EXPECT_NEAR(inside.green(), 100.0 * GreenOf(mask) / 255, 1) << mask;
+        EXPECT_NEAR(inside.blue(), 50.0 * BlueOf(mask) / 255, 1) << mask;
+        EXPECT_EQ(image.pixelColor(2, 2), QColor(200, 100, 50));
+    }
 }
 
 TEST(PainterSurface, ContoursFillByTheOddEvenRule) {
