@@ -30,6 +30,7 @@ struct Contents {
     bool full = false;  ///< also the working satellite's orbit, grid, night and live flares
     bool fine = false;
     bool earth = true;
+    int ratio = 1;  ///< device pixels in a pixel of the layout
 };
 
 void Picture(benchmark::State& state, Contents contents) {
@@ -56,7 +57,8 @@ void Picture(benchmark::State& state, Contents contents) {
     data.View.ZoomFactor = static_cast<double>(state.range(0));
     data.View.ViewLat = 0.7;
 
-    QImage image(kWidth, kHeight, QImage::Format_RGB32);
+    QImage image(kWidth * contents.ratio, kHeight * contents.ratio, QImage::Format_RGB32);
+    image.setDevicePixelRatio(contents.ratio);
     PainterSurface surface;
     FrameMemory memory;
     SatelliteWorkspace work;
@@ -93,6 +95,7 @@ PICTURE(coarse_earth_alone, .satellites = 0);
 PICTURE(coarse_3000_marks, .satellites = kSatCapacity);
 PICTURE(coarse_3000_marks_and_names, .satellites = kSatCapacity, .names = true);
 PICTURE(coarse_with_all, .satellites = kSatCapacity, .names = true, .full = true);
+PICTURE(coarse_with_all_at_two_pixels_a_point, .satellites = kSatCapacity, .names = true, .full = true, .ratio = 2);
 PICTURE(fine_with_all, .satellites = kSatCapacity, .names = true, .full = true, .fine = true);
 
 }  // namespace

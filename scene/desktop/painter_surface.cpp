@@ -80,6 +80,12 @@ void PainterSurface::SetPen() {
     QPen pen(Ink(ForeColor), DrawWidth);
     pen.setCapStyle(Qt::FlatCap);
     pen.setJoinStyle(Qt::RoundJoin);
+    if (DrawWidth < 1) {
+        // A hairline is never wider than a pixel of the display: wider ones the painter outlines and fills, which takes
+        // forty times as long.
+        pen.setCosmetic(true);
+        pen.setWidthF(std::min(1.0, DrawWidth * ratio_));
+    }
     if (DrawStyle == PenPattern::Dotted) {
         static const QList<qreal> dots{1, 3};
         pen.setDashPattern(dots);

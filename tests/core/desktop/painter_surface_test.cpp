@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 
 namespace glintara::desktop {
@@ -58,6 +59,21 @@ TEST(PainterSurface, MaskMultipliesEachChannel) {
         EXPECT_NEAR(inside.green(), 100.0 * GreenOf(mask) / 255, 1) << mask;
         EXPECT_NEAR(inside.blue(), 50.0 * BlueOf(mask) / 255, 1) << mask;
         EXPECT_EQ(image.pixelColor(2, 2), QColor(200, 100, 50));
+    }
+}
+
+TEST(PainterSurface, HairlinesAreNoWiderThanAPixelOfTheDisplay) {
+    for (const double ratio : {1.0, 1.5, 2.0, 3.0}) {
+        QImage image = Picture(60, 30, ratio);
+        PainterSurface surface;
+        surface.Begin(image);
+        surface.ForeColor = kWhite;
+        surface.DrawWidth = 0.7;
+        surface.Polyline(std::array{0.0, 15.5, 60.0, 15.5});
+        surface.End();
+        double ink = 0;
+        for (int y = 0; y < image.height(); ++y) ink += image.pixelColor(30, y).green() / 255.0;
+        EXPECT_NEAR(ink, std::min(1.0, 0.7 * ratio), 0.05) << ratio;
     }
 }
 
