@@ -20,7 +20,7 @@ struct OpeningHooks {
 /// A key or a click: an opening that is under way goes straight to its end.
 void CutOpeningShort(RunState& run);
 
-/// The opening sequence. It lasts one to two seconds and serves events meanwhile; `CutShort` ends its pictures.
+/// The opening sequence. It lasts one to two seconds and serves events meanwhile; `CutOpeningShort` ends its pictures.
 class Opening {
   public:
     Opening(Application& app, const ComputerClock& clock, RunLoop& loop, OpeningHooks hooks)
@@ -28,8 +28,6 @@ class Opening {
 
     /// Hangs the opening on `Timer1`, and its waits on `Timer4`.
     void Connect();
-
-    void CutShort() { CutOpeningShort(app_.Run); }
 
   private:
     void Run();

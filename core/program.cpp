@@ -58,11 +58,6 @@ Program::Program(Application& app, ProgramSignals& signals, const ComputerClock&
     app.Main.MnuUpdateCheck.SetClickHandler([this] { Usage.CheckForUpdate(app_.Data.UpdateCheckDays, true); });
 }
 
-bool Program::Touched() {
-    OpeningSequence.CutShort();
-    return Loop.GlobeRotation().StopIdle();
-}
-
 void Program::ConnectSearch() {
     FindFlareControls& form = app_.FindFlare;
     form.CFindFirst.SetClickHandler([this] {

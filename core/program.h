@@ -53,10 +53,6 @@ class Program {
         Form_Load(app_, Time, Usage, startUpHooks_, programFolder);
     }
 
-    /// Any key, or a press on the picture: ends the opening early, or the idle turning. True when it stopped the
-    /// turning: then it does not start it again.
-    bool Touched();
-
   private:
     void ConnectSearch();
     void ConnectViews();

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "core/keys.h"
 #include "core/opening.h"
 #include "core/program_fixture.h"
 #include "orbit/location.h"
@@ -11,6 +12,9 @@ namespace glintara::testing {
 namespace {
 
 struct StartUpTest : ProgramTest {
+    /// A key that means nothing else.
+    void PressAnyKey() { Form_KeyDown(app, program.Loop, {}); }
+
     void Start() { program.Start({}); }
 
     /// Starts and lets the opening run to its end; whether it came to it.
@@ -173,7 +177,7 @@ TEST_F(StartUpTest, TheGlobeTurnsUntilTheFirstTouch) {
     const double before = app.Data.View.ViewLon;
     clock.Advance(1000);
     EXPECT_GT(app.Data.View.ViewLon, before + 0.3);
-    EXPECT_TRUE(program.Touched());
+    PressAnyKey();
     const double held = app.Data.View.ViewLon;
     clock.Advance(1000);
     EXPECT_EQ(app.Data.View.ViewLon, held);
@@ -205,7 +209,7 @@ TEST_F(StartUpTest, AFarGlobeWithoutClockIsRefinedFifteenSecondsAfterStartUp) {
 TEST_F(StartUpTest, ATouchEndsTheOpeningEarly) {
     int shown = 0;
     whilePictured = [&] {
-        if (++shown == 5) program.Touched();
+        if (++shown == 5) PressAnyKey();
     };
     ASSERT_TRUE(Open());
     EXPECT_EQ(app.Run.StartView.ZoomFactor, 29);
@@ -214,7 +218,7 @@ TEST_F(StartUpTest, ATouchEndsTheOpeningEarly) {
 }
 
 TEST_F(StartUpTest, TheTouchThatEndedTheOpeningDoesNotStopTheTurning) {
-    clock.hook = [&] { program.Touched(); };
+    clock.hook = [&] { PressAnyKey(); };
     ASSERT_TRUE(Open());
     EXPECT_TRUE(app.Main.TimerHRot.Enabled);
 }

@@ -41,12 +41,12 @@ TEST_F(TurningTest, StartsAreCountedUpToTen) {
 
 TEST_F(TurningTest, AnyTouchStopsTheIdleTurningAndOnlyThat) {
     turning.Start(Turning::Lasting);
-    EXPECT_TRUE(program.Touched());
+    EXPECT_TRUE(turning.StopIdle());
     EXPECT_FALSE(Turns());
-    EXPECT_FALSE(program.Touched()) << "nothing turns";
+    EXPECT_FALSE(turning.StopIdle()) << "nothing turns";
     turning.Toggle();
     EXPECT_TRUE(Turns());
-    EXPECT_FALSE(program.Touched());
+    EXPECT_FALSE(turning.StopIdle());
     EXPECT_TRUE(Turns()) << "the key's turning goes on";
     turning.Toggle();
     EXPECT_FALSE(Turns());
