@@ -13,7 +13,7 @@
 #include <string>
 #include <vector>
 
-#include "orbit/engine/glintcore.h"
+#include "engine/glintcore.h"
 
 namespace glintara {
 namespace {

@@ -5,8 +5,9 @@
 #include <string>
 #include <string_view>
 
-#include "core/state/application.h"
+#include "flare/surface_models.h"
 #include "orbit/element_sets.h"
+#include "state/application.h"
 
 namespace glintara {
 namespace {
@@ -36,7 +37,7 @@ struct Bench {
     SilentBoxes boxes;
     Events events;
     WindowSignals windows;
-    Application app{boxes, events, windows};
+    Application app{boxes, events, windows, ApplyDefaultModel};
 };
 
 void AdmitSets(benchmark::State& state) {

@@ -7,10 +7,11 @@
 #include <string>
 #include <string_view>
 
-#include "core/state/application.h"
-#include "orbit/astro/calendar.h"
+#include "engine/astro/calendar.h"
+#include "flare/surface_models.h"
 #include "orbit/element_sets.h"
 #include "orbit/location.h"
+#include "state/application.h"
 
 namespace glintara {
 
@@ -52,7 +53,7 @@ class ExampleList {
     WindowSignals windows_;
 
   public:
-    Application app{boxes_, events_, windows_};
+    Application app{boxes_, events_, windows_, ApplyDefaultModel};
 };
 
 }  // namespace glintara

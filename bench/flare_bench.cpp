@@ -11,13 +11,13 @@
 #include <string_view>
 #include <vector>
 
-#include "core/state/application.h"
+#include "engine/glintcore.h"
 #include "flare/attitude.h"
 #include "flare/surface_models.h"
 #include "orbit/element_sets.h"
-#include "orbit/engine/glintcore.h"
 #include "orbit/location.h"
 #include "orbit/propagation.h"
+#include "state/application.h"
 
 namespace glintara {
 namespace {
@@ -66,7 +66,7 @@ struct Day {
     SilentBoxes boxes;
     Events events;
     WindowSignals windows;
-    Application app{boxes, events, windows};
+    Application app{boxes, events, windows, ApplyDefaultModel};
     std::vector<Surface> surfaces;
 };
 

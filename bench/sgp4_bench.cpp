@@ -5,9 +5,9 @@
 
 #include <stdexcept>
 
-#include "orbit/engine/element_lines.h"
-#include "orbit/engine/glintcore.h"
-#include "orbit/engine/sgp4.h"
+#include "engine/glintcore.h"
+#include "engine/sgp4/element_lines.h"
+#include "engine/sgp4/sgp4.h"
 
 namespace {
 

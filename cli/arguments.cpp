@@ -4,9 +4,9 @@
 #include <chrono>
 #include <cmath>
 
-#include "orbit/astro/calendar.h"
-#include "orbit/astro/constants.h"
-#include "orbit/astro/number_text.h"
+#include "engine/astro/calendar.h"
+#include "engine/astro/constants.h"
+#include "engine/astro/number_text.h"
 #include "orbit/location.h"
 
 namespace glintara::cli {

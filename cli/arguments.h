@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "orbit/astro/geodesy.h"
+#include "engine/astro/geodesy.h"
 
 namespace glintara::cli {
 

@@ -4,8 +4,8 @@
 
 #include "cli/session.h"
 #include "cli/texts.h"
+#include "engine/astro/constants.h"
 #include "flare/passes.h"
-#include "orbit/astro/constants.h"
 #include "orbit/satellite_table.h"
 
 namespace glintara::cli {

@@ -11,7 +11,7 @@
 #include <iterator>
 
 #include "cli/texts.h"
-#include "orbit/astro/constants.h"
+#include "engine/astro/constants.h"
 #include "orbit/element_sets.h"
 #include "orbit/location.h"
 

@@ -8,7 +8,8 @@
 #include <string_view>
 
 #include "cli/arguments.h"
-#include "core/state/application.h"
+#include "flare/surface_models.h"
+#include "state/application.h"
 
 namespace glintara::cli {
 
@@ -28,7 +29,7 @@ class KeptMessages : public MessageBoxes {
 /// The state with its services.
 class Session {
   public:
-    Session() : app_(messages_, events_, windows_) {}
+    Session() : app_(messages_, events_, windows_, ApplyDefaultModel) {}
 
     /// Sets the place, loads the files, and disables the satellites whose name does not fit. Warnings go to standard
     /// error. Throws `Failure`.

@@ -5,8 +5,8 @@
 #include <charconv>
 #include <cmath>
 
-#include "orbit/astro/calendar.h"
-#include "orbit/astro/constants.h"
+#include "engine/astro/calendar.h"
+#include "engine/astro/constants.h"
 
 namespace glintara::cli {
 

@@ -4,9 +4,9 @@
 
 #include "cli/session.h"
 #include "cli/texts.h"
+#include "engine/astro/constants.h"
+#include "engine/geometry/reflection.h"
 #include "flare/attitude.h"
-#include "flare/geometry/reflection.h"
-#include "orbit/astro/constants.h"
 #include "orbit/propagation.h"
 #include "orbit/satellite_table.h"
 

@@ -1,5 +1,5 @@
-# The floors of the house. A target sees only the folders of its own floor and of the targets that it names in USES:
-# each gets an include directory of links to its own folders, so an include that goes up a floor does not build.
+# The floors of the house. A target sees only its own folder and those of the targets that it names in USES: each has an
+# include directory of links to the headers directly in its folder, so an include that goes up a floor does not build.
 
 set(GLINTARA_FLOORS_DIR ${CMAKE_BINARY_DIR}/floors)
 
@@ -20,26 +20,35 @@ if(GLINTARA_FUZZ)
     target_compile_options(glintara_options INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 
-# The include directory that shows `folders` (paths from the top of the project) to a target.
+# The include directory that shows `paths` (single folders or files, from the top of the project) to a target. A folder
+# of links rather than the top itself, or a parent folder: those would show higher floors too.
 function(floor_include_directory name)
     set(root ${GLINTARA_FLOORS_DIR}/${name})
     file(REMOVE_RECURSE ${root})
-    foreach(folder IN LISTS ARGN)
-        get_filename_component(parent ${root}/${folder} DIRECTORY)
-        file(MAKE_DIRECTORY ${parent})
-        file(CREATE_LINK ${CMAKE_SOURCE_DIR}/${folder} ${root}/${folder} SYMBOLIC)
+    foreach(path IN LISTS ARGN)
+        file(GLOB headers RELATIVE ${CMAKE_SOURCE_DIR} CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/${path}/*.h)
+        if(NOT IS_DIRECTORY ${CMAKE_SOURCE_DIR}/${path})
+            set(headers ${path})
+        endif()
+        foreach(header IN LISTS headers)
+            get_filename_component(parent ${root}/${header} DIRECTORY)
+            file(MAKE_DIRECTORY ${parent})
+            file(CREATE_LINK ${CMAKE_SOURCE_DIR}/${header} ${root}/${header} SYMBOLIC)
+        endforeach()
     endforeach()
 endfunction()
 
-# floor_library(NAME STATIC FOLDERS dir... USES target...): one library of all sources directly in the folders.
-function(floor_library name type)
-    cmake_parse_arguments(arg "" "" "FOLDERS;USES" ${ARGN})
-    set(sources "")
-    foreach(folder IN LISTS arg_FOLDERS)
-        file(GLOB found CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/${folder}/*.cpp ${CMAKE_SOURCE_DIR}/${folder}/*.h)
-        list(APPEND sources ${found})
+# floor_library(FOLDER [EXCEPT file...] [USES target...]): one library of the sources directly in a folder, named after
+# it: `engine/astro` is the target `engine_astro`.
+function(floor_library folder)
+    cmake_parse_arguments(arg "" "" "EXCEPT;USES" ${ARGN})
+    string(REPLACE "/" "_" name ${folder})
+    file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/${folder}/*.cpp ${CMAKE_SOURCE_DIR}/${folder}/*.h)
+    foreach(file IN LISTS arg_EXCEPT)
+        list(REMOVE_ITEM sources ${CMAKE_SOURCE_DIR}/${folder}/${file})
     endforeach()
-    floor_include_directory(${name} ${arg_FOLDERS})
+    floor_include_directory(${name} ${folder})
+    set_property(GLOBAL APPEND PROPERTY GLINTARA_FLOORS ${name})
     if(NOT sources MATCHES "\\.cpp")
         # Headers alone.
         add_library(${name} INTERFACE)
@@ -47,8 +56,17 @@ function(floor_library name type)
         target_link_libraries(${name} INTERFACE ${arg_USES})
         return()
     endif()
-    add_library(${name} ${type} ${sources})
+    add_library(${name} STATIC ${sources})
     set_target_properties(${name} PROPERTIES LINKER_LANGUAGE CXX)
     target_include_directories(${name} PUBLIC ${GLINTARA_FLOORS_DIR}/${name})
     target_link_libraries(${name} PUBLIC ${arg_USES} PRIVATE glintara_options)
+endfunction()
+
+# floor_header(FILE): shows one header of a folder and nothing else of it; the target is named after the folder.
+function(floor_header file)
+    get_filename_component(folder ${file} DIRECTORY)
+    string(REPLACE "/" "_" name ${folder})
+    floor_include_directory(${name}_header ${file})
+    add_library(${name}_header INTERFACE)
+    target_include_directories(${name}_header INTERFACE ${GLINTARA_FLOORS_DIR}/${name}_header)
 endfunction()

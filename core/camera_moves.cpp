@@ -1,7 +1,7 @@
 #include "core/camera_moves.h"
 
-#include "core/options.h"
 #include "scene/orientation.h"
+#include "scene/sky_scale.h"
 #include "scene/view_geometry.h"
 
 namespace glintara {

@@ -2,7 +2,7 @@
 
 // What every hand on the camera ends with.
 
-#include "core/state/application.h"
+#include "state/application.h"
 
 namespace glintara {
 

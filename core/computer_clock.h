@@ -2,7 +2,7 @@
 
 // The computer's clock.
 
-#include "orbit/astro/calendar.h"
+#include "engine/astro/calendar.h"
 
 namespace glintara {
 

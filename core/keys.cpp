@@ -7,7 +7,7 @@
 #include "core/opening.h"
 #include "core/panels.h"
 #include "core/turning.h"
-#include "orbit/astro/trigonometry.h"
+#include "engine/astro/trigonometry.h"
 
 namespace glintara {
 

@@ -3,7 +3,7 @@
 // What the keys of the main window do.
 
 #include "core/run_loop.h"
-#include "core/state/application.h"
+#include "state/application.h"
 
 namespace glintara {
 

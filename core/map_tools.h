@@ -3,7 +3,7 @@
 // The buttons by which developers look through the borders, make a reduced table by hand and write the map files. What
 // they did stands in `LCommandOutput`.
 
-#include "core/state/application.h"
+#include "state/application.h"
 
 namespace glintara {
 

@@ -6,7 +6,7 @@
 #include "core/camera_moves.h"
 #include "core/opening.h"
 #include "core/panels.h"
-#include "orbit/astro/trigonometry.h"
+#include "engine/astro/trigonometry.h"
 #include "scene/orientation.h"
 #include "scene/view_geometry.h"
 

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "core/shut_down.h"
-#include "orbit/astro/constants.h"
+#include "engine/astro/constants.h"
 #include "scene/orientation.h"
 
 namespace glintara {

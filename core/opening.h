@@ -7,7 +7,7 @@
 
 #include "core/computer_clock.h"
 #include "core/run_loop.h"
-#include "core/state/application.h"
+#include "state/application.h"
 
 namespace glintara {
 

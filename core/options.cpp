@@ -4,8 +4,9 @@
 #include <cstdint>
 #include <string>
 
-#include "orbit/astro/number_text.h"
+#include "engine/astro/number_text.h"
 #include "scene/orientation.h"
+#include "scene/sky_scale.h"
 #include "scene/view_geometry.h"
 
 namespace glintara {
@@ -246,13 +247,6 @@ void RefreshEnabled(Application& app) {
     const bool tracks = IsOn(main.CFlareTrack) && main.CSGP4.Value;
     main.MnuExportTrack.Enabled = tracks;
     main.mnuFindCityTrack.Enabled = tracks;
-}
-
-void FitSky(Application& app) {
-    if (app.Main.CStarsOnGlobe.Value) return;
-    ViewState& view = app.Data.View;
-    view.SkyScaleSaved = kFullZoom / view.ZoomFactor;
-    view.SkyScale = view.SkyScaleSaved;
 }
 
 void ConnectOptions(Application& app, const OptionHooks& hooks) {

@@ -6,7 +6,7 @@
 #include <cstddef>
 #include <functional>
 
-#include "core/state/application.h"
+#include "state/application.h"
 
 namespace glintara {
 
@@ -32,9 +32,6 @@ void SetSkyOptions(Application& app, bool enabled);
 /// Works out which controls can be used now: what needs satellites, an orbit drawn, flares shown. The boxes of the sky
 /// are left to `SetSkyOptions`.
 void RefreshEnabled(Application& app);
-
-/// Fits the star sphere into the picture; nothing while the stars are on the globe.
-void FitSky(Application& app);
 
 /// What the options ask of other rooms. What is empty is not asked.
 struct OptionHooks {

@@ -2,7 +2,7 @@
 
 // Which panels and menus the main window shows.
 
-#include "core/state/application.h"
+#include "state/application.h"
 
 namespace glintara {
 

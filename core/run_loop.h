@@ -11,8 +11,8 @@
 #include <utility>
 
 #include "core/simulated_time.h"
-#include "core/state/application.h"
 #include "core/turning.h"
+#include "state/application.h"
 
 namespace glintara {
 

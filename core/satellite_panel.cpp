@@ -4,8 +4,8 @@
 #include <string>
 
 #include "core/options.h"
-#include "orbit/astro/constants.h"
-#include "orbit/astro/number_text.h"
+#include "engine/astro/constants.h"
+#include "engine/astro/number_text.h"
 #include "orbit/element_sets.h"
 
 namespace glintara {

@@ -2,7 +2,7 @@
 
 // What the panels say of the working satellite and its orbit, and the buttons for the length of the orbit drawn.
 
-#include "core/state/application.h"
+#include "state/application.h"
 
 namespace glintara {
 

@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-#include "core/state/application.h"
+#include "state/application.h"
 
 namespace glintara {
 

@@ -5,13 +5,13 @@
 #include <limits>
 #include <string>
 
-#include "orbit/astro/angle_text.h"
-#include "orbit/astro/constants.h"
-#include "orbit/astro/geodesy.h"
-#include "orbit/astro/number_text.h"
-#include "orbit/astro/sidereal.h"
-#include "orbit/astro/sun_moon.h"
-#include "orbit/astro/trigonometry.h"
+#include "engine/astro/angle_text.h"
+#include "engine/astro/constants.h"
+#include "engine/astro/geodesy.h"
+#include "engine/astro/number_text.h"
+#include "engine/astro/sidereal.h"
+#include "engine/astro/sun_moon.h"
+#include "engine/astro/trigonometry.h"
 #include "scene/view_geometry.h"
 
 namespace glintara {

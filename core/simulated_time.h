@@ -3,8 +3,8 @@
 // The displayed instant: the last reading of the computer's clock plus the offsets that the user has set.
 
 #include "core/computer_clock.h"
-#include "core/state/application.h"
 #include "flare/search.h"
+#include "state/application.h"
 
 namespace glintara {
 

@@ -7,8 +7,8 @@
 #include <string>
 
 #include "core/simulated_time.h"
-#include "core/state/application.h"
 #include "core/usage_record.h"
+#include "state/application.h"
 
 namespace glintara {
 

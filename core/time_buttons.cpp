@@ -5,7 +5,7 @@
 #include <limits>
 
 #include "core/satellite_panel.h"
-#include "orbit/astro/constants.h"
+#include "engine/astro/constants.h"
 
 namespace glintara {
 

@@ -3,7 +3,7 @@
 // The buttons that move the displayed instant.
 
 #include "core/simulated_time.h"
-#include "core/state/application.h"
+#include "state/application.h"
 
 namespace glintara {
 

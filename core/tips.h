@@ -2,7 +2,7 @@
 
 // The summary of mouse and keys in the help menu.
 
-#include "core/state/application.h"
+#include "state/application.h"
 
 namespace glintara {
 

@@ -4,7 +4,7 @@
 #include <cmath>
 
 #include "core/camera_moves.h"
-#include "orbit/astro/trigonometry.h"
+#include "engine/astro/trigonometry.h"
 
 namespace glintara {
 

@@ -2,7 +2,7 @@
 
 // The globe that turns on by itself: after the opening, after a drag, and by a key.
 
-#include "core/state/application.h"
+#include "state/application.h"
 
 namespace glintara {
 

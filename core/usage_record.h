@@ -12,7 +12,7 @@
 #include <utility>
 
 #include "core/computer_clock.h"
-#include "core/state/common_data.h"
+#include "state/common_data.h"
 
 namespace glintara {
 

@@ -1,9 +1,9 @@
 #include "flare/attitude.h"
 
-#include "orbit/astro/constants.h"
-#include "orbit/astro/geodesy.h"
-#include "orbit/astro/sidereal.h"
-#include "orbit/astro/sun_moon.h"
+#include "engine/astro/constants.h"
+#include "engine/astro/geodesy.h"
+#include "engine/astro/sidereal.h"
+#include "engine/astro/sun_moon.h"
 #include "orbit/propagation.h"
 #include "orbit/satellite_table.h"
 

@@ -4,9 +4,9 @@
 
 #include <optional>
 
-#include "core/state/application.h"
-#include "flare/geometry/body_frame.h"
-#include "orbit/astro/vector.h"
+#include "engine/astro/vector.h"
+#include "engine/geometry/body_frame.h"
+#include "state/application.h"
 
 namespace glintara {
 

@@ -4,15 +4,15 @@
 #include <string_view>
 #include <utility>
 
+#include "engine/astro/constants.h"
+#include "engine/astro/geodesy.h"
+#include "engine/astro/number_text.h"
+#include "engine/astro/sidereal.h"
+#include "engine/astro/sun_moon.h"
+#include "engine/astro/trigonometry.h"
+#include "engine/geometry/reflection.h"
 #include "flare/attitude.h"
-#include "flare/geometry/reflection.h"
 #include "flare/surface_models.h"
-#include "orbit/astro/constants.h"
-#include "orbit/astro/geodesy.h"
-#include "orbit/astro/number_text.h"
-#include "orbit/astro/sidereal.h"
-#include "orbit/astro/sun_moon.h"
-#include "orbit/astro/trigonometry.h"
 
 namespace glintara {
 

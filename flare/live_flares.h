@@ -9,12 +9,12 @@
 #include <span>
 #include <string>
 
-#include "core/state/application.h"
-#include "flare/geometry/body_frame.h"
-#include "flare/geometry/rotating_mirror.h"
-#include "orbit/astro/constants.h"
-#include "orbit/astro/vector.h"
+#include "engine/astro/constants.h"
+#include "engine/astro/vector.h"
+#include "engine/geometry/body_frame.h"
+#include "engine/geometry/rotating_mirror.h"
 #include "orbit/propagation.h"
+#include "state/application.h"
 
 namespace glintara {
 

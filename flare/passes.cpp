@@ -5,11 +5,11 @@
 #include <cmath>
 #include <optional>
 
+#include "engine/astro/constants.h"
+#include "engine/astro/trigonometry.h"
+#include "engine/glintcore.h"
 #include "flare/attitude.h"
 #include "flare/surface_models.h"
-#include "orbit/astro/constants.h"
-#include "orbit/astro/trigonometry.h"
-#include "orbit/engine/glintcore.h"
 
 namespace glintara {
 

@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "core/state/common_data.h"
 #include "orbit/propagation.h"
+#include "state/common_data.h"
 
 namespace glintara {
 

@@ -6,11 +6,11 @@
 #include <string>
 #include <vector>
 
+#include "engine/astro/constants.h"
+#include "engine/astro/number_text.h"
+#include "engine/glintcore.h"
 #include "flare/attitude.h"
 #include "flare/surface_models.h"
-#include "orbit/astro/constants.h"
-#include "orbit/astro/number_text.h"
-#include "orbit/engine/glintcore.h"
 #include "orbit/satellite_table.h"
 
 namespace glintara {

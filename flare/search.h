@@ -3,7 +3,7 @@
 // The search for the next flare, or transit, near the observer: hour by hour, satellite by satellite, surface by
 // surface.
 
-#include "core/state/application.h"
+#include "state/application.h"
 
 namespace glintara {
 

@@ -6,8 +6,8 @@
 #include <cstddef>
 #include <string_view>
 
-#include "orbit/astro/calendar.h"
-#include "orbit/astro/number_text.h"
+#include "engine/astro/calendar.h"
+#include "engine/astro/number_text.h"
 #include "orbit/satellite_table.h"
 
 namespace glintara {

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "core/state/application.h"
+#include "state/application.h"
 
 namespace glintara {
 

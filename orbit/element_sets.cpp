@@ -9,11 +9,10 @@
 #include <utility>
 #include <vector>
 
-#include "flare/surface_models.h"
-#include "orbit/astro/calendar.h"
-#include "orbit/astro/constants.h"
-#include "orbit/astro/number_text.h"
-#include "orbit/engine/glintcore.h"
+#include "engine/astro/calendar.h"
+#include "engine/astro/constants.h"
+#include "engine/astro/number_text.h"
+#include "engine/glintcore.h"
 #include "orbit/files.h"
 
 namespace glintara {
@@ -260,7 +259,7 @@ class Admission {
         const int refused =
             SatelliteInit(satellite->Line1.c_str(), satellite->Line2.c_str(), 'i', &satellite->EngineBlock);
         if (refused != 0) return std::nullopt;
-        ApplyDefaultModel(*satellite);
+        if (app_.GiveDefaultModel != nullptr) app_.GiveDefaultModel(*satellite);
         return satellite;
     }
 

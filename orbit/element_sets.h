@@ -11,7 +11,7 @@
 #include <string>
 #include <string_view>
 
-#include "core/state/application.h"
+#include "state/application.h"
 
 namespace glintara {
 

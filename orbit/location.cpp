@@ -1,8 +1,8 @@
 #include "orbit/location.h"
 
-#include "orbit/astro/constants.h"
+#include "engine/astro/constants.h"
+#include "engine/glintcore.h"
 #include "orbit/element_sets.h"
-#include "orbit/engine/glintcore.h"
 
 namespace glintara {
 

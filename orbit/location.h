@@ -2,7 +2,7 @@
 
 // The observer's place. The one writer of `CommonData::Site`.
 
-#include "core/state/common_data.h"
+#include "state/common_data.h"
 
 namespace glintara {
 

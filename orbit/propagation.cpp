@@ -2,9 +2,9 @@
 
 #include <array>
 
-#include "orbit/astro/constants.h"
-#include "orbit/astro/sidereal.h"
-#include "orbit/astro/trigonometry.h"
+#include "engine/astro/constants.h"
+#include "engine/astro/sidereal.h"
+#include "engine/astro/trigonometry.h"
 
 namespace glintara {
 

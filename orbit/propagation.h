@@ -2,11 +2,11 @@
 
 // The one step through which every propagation by the engine goes, and what follows from its result.
 
-#include "core/state/common_data.h"
-#include "orbit/astro/geodesy.h"
-#include "orbit/astro/horizon.h"
-#include "orbit/astro/vector.h"
-#include "orbit/engine/glintcore.h"
+#include "engine/astro/geodesy.h"
+#include "engine/astro/horizon.h"
+#include "engine/astro/vector.h"
+#include "engine/glintcore.h"
+#include "state/common_data.h"
 
 namespace glintara {
 

@@ -5,7 +5,7 @@
 #include <optional>
 #include <utility>
 
-#include "orbit/astro/number_text.h"
+#include "engine/astro/number_text.h"
 
 namespace glintara {
 

@@ -2,7 +2,7 @@
 
 // Circles on the Earth and on the sky: who sees what above the horizon.
 
-#include "orbit/astro/constants.h"
+#include "engine/astro/constants.h"
 #include "scene/view_geometry.h"
 
 namespace glintara {

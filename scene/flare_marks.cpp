@@ -5,7 +5,7 @@
 #include <cmath>
 #include <string>
 
-#include "orbit/astro/constants.h"
+#include "engine/astro/constants.h"
 #include "scene/picture_measures.h"
 #include "scene/plot_segment.h"
 

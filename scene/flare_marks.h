@@ -2,8 +2,8 @@
 
 // The marks of live flares on the Earth.
 
+#include "engine/astro/constants.h"
 #include "flare/live_flares.h"
-#include "orbit/astro/constants.h"
 #include "scene/name_board.h"
 #include "scene/view_geometry.h"
 

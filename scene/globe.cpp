@@ -7,8 +7,8 @@
 #include <cstdint>
 #include <span>
 
-#include "orbit/astro/constants.h"
-#include "orbit/astro/trigonometry.h"
+#include "engine/astro/constants.h"
+#include "engine/astro/trigonometry.h"
 #include "orbit/location.h"
 #include "scene/circles.h"
 #include "scene/night_side.h"

@@ -5,7 +5,7 @@
 #include <functional>
 #include <vector>
 
-#include "orbit/engine/glintcore.h"
+#include "engine/glintcore.h"
 #include "scene/view_geometry.h"
 
 namespace glintara {

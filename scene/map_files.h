@@ -30,9 +30,9 @@
 #include <string_view>
 #include <vector>
 
-#include "core/state/city_tables.h"
-#include "core/state/map_tables.h"
-#include "core/state/star_tables.h"
+#include "state/city_tables.h"
+#include "state/map_tables.h"
+#include "state/star_tables.h"
 
 namespace glintara {
 

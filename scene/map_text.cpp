@@ -6,8 +6,8 @@
 #include <limits>
 #include <utility>
 
-#include "orbit/astro/constants.h"
-#include "orbit/astro/number_text.h"
+#include "engine/astro/constants.h"
+#include "engine/astro/number_text.h"
 #include "orbit/files.h"
 
 namespace glintara {

@@ -16,8 +16,8 @@
 #include <string_view>
 #include <vector>
 
-#include "core/state/map_tables.h"
 #include "scene/view_geometry.h"
+#include "state/map_tables.h"
 
 namespace glintara {
 

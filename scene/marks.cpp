@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
-#include "orbit/astro/constants.h"
-#include "orbit/astro/horizon.h"
-#include "orbit/astro/sidereal.h"
-#include "orbit/astro/sun_moon.h"
+#include "engine/astro/constants.h"
+#include "engine/astro/horizon.h"
+#include "engine/astro/sidereal.h"
+#include "engine/astro/sun_moon.h"
 #include "scene/picture_measures.h"
 #include "scene/plot_segment.h"
 

@@ -5,7 +5,7 @@
 
 #include <optional>
 
-#include "orbit/astro/geodesy.h"
+#include "engine/astro/geodesy.h"
 #include "scene/view_geometry.h"
 
 namespace glintara {

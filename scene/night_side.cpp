@@ -5,8 +5,8 @@
 #include <cmath>
 #include <cstdint>
 
-#include "orbit/astro/constants.h"
-#include "orbit/astro/trigonometry.h"
+#include "engine/astro/constants.h"
+#include "engine/astro/trigonometry.h"
 #include "scene/picture_measures.h"
 
 namespace glintara {

@@ -4,10 +4,10 @@
 #include <cmath>
 #include <optional>
 
-#include "flare/geometry/reflection.h"
-#include "orbit/astro/constants.h"
-#include "orbit/astro/kepler.h"
-#include "orbit/astro/trigonometry.h"
+#include "engine/astro/constants.h"
+#include "engine/astro/kepler.h"
+#include "engine/astro/trigonometry.h"
+#include "engine/geometry/reflection.h"
 #include "orbit/element_sets.h"
 #include "orbit/propagation.h"
 #include "scene/marks.h"

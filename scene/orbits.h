@@ -5,8 +5,8 @@
 
 #include <array>
 
-#include "core/state/application.h"
 #include "scene/view_geometry.h"
+#include "state/application.h"
 
 namespace glintara {
 

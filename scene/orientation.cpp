@@ -3,10 +3,10 @@
 #include <string>
 #include <string_view>
 
-#include "orbit/astro/constants.h"
-#include "orbit/astro/sidereal.h"
-#include "orbit/astro/sun_moon.h"
-#include "orbit/astro/trigonometry.h"
+#include "engine/astro/constants.h"
+#include "engine/astro/sidereal.h"
+#include "engine/astro/sun_moon.h"
+#include "engine/astro/trigonometry.h"
 #include "scene/view_geometry.h"
 
 namespace glintara {

@@ -2,7 +2,7 @@
 
 // Where the camera can be sent with one press. Angles in radians.
 
-#include "core/state/application.h"
+#include "state/application.h"
 
 namespace glintara {
 

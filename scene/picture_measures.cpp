@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "orbit/astro/constants.h"
+#include "engine/astro/constants.h"
 
 namespace glintara {
 namespace {

@@ -8,8 +8,8 @@
 
 #include <span>
 
-#include "orbit/astro/geodesy.h"
-#include "orbit/astro/vector.h"
+#include "engine/astro/geodesy.h"
+#include "engine/astro/vector.h"
 #include "scene/view_geometry.h"
 
 namespace glintara {

@@ -3,7 +3,7 @@
 #include <cmath>
 #include <optional>
 
-#include "orbit/astro/number_text.h"
+#include "engine/astro/number_text.h"
 #include "orbit/propagation.h"
 #include "scene/circles.h"
 #include "scene/flare_marks.h"

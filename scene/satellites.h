@@ -2,10 +2,10 @@
 
 // The satellites of a picture: orbits, live flares, marks on the Earth and on the sky, names.
 
-#include "core/state/application.h"
 #include "flare/live_flares.h"
 #include "scene/name_board.h"
 #include "scene/view_geometry.h"
+#include "state/application.h"
 
 namespace glintara {
 

@@ -4,8 +4,8 @@
 #include <cmath>
 #include <limits>
 
-#include "orbit/astro/constants.h"
-#include "orbit/astro/trigonometry.h"
+#include "engine/astro/constants.h"
+#include "engine/astro/trigonometry.h"
 
 namespace glintara {
 namespace {

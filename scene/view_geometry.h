@@ -12,10 +12,10 @@
 #include <span>
 #include <vector>
 
-#include "core/state/application.h"
-#include "orbit/astro/geodesy.h"
-#include "orbit/astro/vector.h"
+#include "engine/astro/geodesy.h"
+#include "engine/astro/vector.h"
 #include "scene/surface/draw_surface.h"
+#include "state/application.h"
 
 namespace glintara {
 

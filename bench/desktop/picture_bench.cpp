@@ -11,8 +11,8 @@
 #include <vector>
 
 #include "bench/example_list.h"
-#include "orbit/astro/sun_moon.h"
-#include "scene/desktop/painter_surface.h"
+#include "desktop/scene/painter_surface.h"
+#include "engine/astro/sun_moon.h"
 #include "scene/map_files.h"
 #include "scene/stages.h"
 

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "orbit/astro/constants.h"
+#include "engine/astro/constants.h"
 
 namespace glintara::cli {
 namespace {

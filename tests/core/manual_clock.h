@@ -8,8 +8,8 @@
 #include <list>
 
 #include "core/computer_clock.h"
-#include "core/state/events.h"
-#include "core/state/main_controls.h"
+#include "state/events.h"
+#include "state/main_controls.h"
 
 namespace glintara::testing {
 

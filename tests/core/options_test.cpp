@@ -7,6 +7,7 @@
 #include "core/program_fixture.h"
 #include "core/satellite_panel.h"
 #include "orbit/element_sets.h"
+#include "scene/sky_scale.h"
 
 namespace glintara::testing {
 namespace {

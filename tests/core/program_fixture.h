@@ -13,7 +13,8 @@
 
 #include "core/manual_clock.h"
 #include "core/program.h"
-#include "core/state/recording_services.h"
+#include "flare/surface_models.h"
+#include "state/recording_services.h"
 
 namespace glintara::testing {
 
@@ -119,7 +120,7 @@ struct ProgramTest : ::testing::Test {
     ManualClock clock{{2018, 1, 20, 17, 42, 9.31}};
     RecordingSignals signals;
     RecordingBrowser browser;
-    Application app{boxes, clock, signals};
+    Application app{boxes, clock, signals, ApplyDefaultModel};
 
     std::vector<Picture> pictures;
     std::function<void()> whilePictured;

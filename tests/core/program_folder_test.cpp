@@ -5,7 +5,7 @@
 #include <fstream>
 #include <iterator>
 
-#include "scene/temporary_folder.h"
+#include "support/temporary_folder.h"
 
 namespace glintara {
 namespace {

@@ -6,7 +6,7 @@
 #include <random>
 
 #include "core/program_fixture.h"
-#include "orbit/astro/horizon.h"
+#include "engine/astro/horizon.h"
 #include "orbit/location.h"
 #include "scene/orientation.h"
 #include "scene/view_geometry.h"

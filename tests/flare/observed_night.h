@@ -14,13 +14,14 @@
 #include <string>
 #include <vector>
 
-#include "core/state/application.h"
-#include "core/state/recording_services.h"
+#include "engine/astro/sidereal.h"
+#include "engine/glintcore.h"
 #include "flare/search.h"
-#include "orbit/astro/sidereal.h"
+#include "flare/surface_models.h"
 #include "orbit/element_sets.h"
-#include "orbit/engine/glintcore.h"
 #include "orbit/location.h"
+#include "state/application.h"
+#include "state/recording_services.h"
 
 namespace glintara::observed_night {
 
@@ -94,7 +95,7 @@ struct Observatory {
     testing::RecordingBoxes boxes;
     HookedEvents events;
     testing::RecordingWindows windows;
-    Application app{boxes, events, windows};
+    Application app{boxes, events, windows, ApplyDefaultModel};
 };
 
 /// The program's clock, which keeps whole milliseconds.

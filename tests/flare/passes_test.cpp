@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
+#include "engine/astro/sun_moon.h"
+#include "engine/astro/vector.h"
 #include "flare/observed_night.h"
-#include "orbit/astro/sun_moon.h"
-#include "orbit/astro/vector.h"
 
 namespace glintara::observed_night {
 namespace {

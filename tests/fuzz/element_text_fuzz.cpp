@@ -19,10 +19,11 @@
 #include <string_view>
 #include <vector>
 
-#include "core/state/application.h"
-#include "orbit/astro/constants.h"
+#include "engine/astro/constants.h"
+#include "engine/glintcore.h"
+#include "flare/surface_models.h"
 #include "orbit/element_sets.h"
-#include "orbit/engine/glintcore.h"
+#include "state/application.h"
 
 namespace glintara {
 namespace {
@@ -258,7 +259,7 @@ void TryAdmission(const Input& input) {
     static SilentBoxes boxes;
     static Events events;
     static WindowSignals windows;
-    static Application app(boxes, events, windows);
+    static Application app(boxes, events, windows, ApplyDefaultModel);
     app.Data.SatCount = 0;
     const bool onlyNewer = input.text.size() % 2 == 0;
     Admit(app, input, TLEMode::Add, false);

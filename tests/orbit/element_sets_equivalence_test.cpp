@@ -9,8 +9,9 @@
 #include <string>
 #include <vector>
 
-#include "core/state/recording_services.h"
+#include "flare/surface_models.h"
 #include "orbit/element_sets.h"
+#include "state/recording_services.h"
 
 namespace glintara {
 namespace {
@@ -224,7 +225,7 @@ TEST(AdmissionByCursorAndIndex, EndsLikeTheBoxThatIsCutSetBySet) {
     glintara::testing::RecordingBoxes boxes;
     Events events;
     WindowSignals windows;
-    Application app(boxes, events, windows);
+    Application app(boxes, events, windows, ApplyDefaultModel);
     int updates = 0;
     int failures = 0;
 

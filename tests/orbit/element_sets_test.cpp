@@ -12,8 +12,8 @@
 #include <string>
 #include <vector>
 
-#include "core/state/recording_services.h"
 #include "flare/surface_models.h"
+#include "state/recording_services.h"
 
 namespace glintara {
 namespace {
@@ -79,7 +79,7 @@ struct ElementSets : ::testing::Test {
     RecordingBoxes boxes;
     Events events;
     RecordingWindows windows;
-    Application app{boxes, events, windows};
+    Application app{boxes, events, windows, ApplyDefaultModel};
 };
 
 // ---- Fields

@@ -3,9 +3,9 @@
 #include <array>
 #include <random>
 
+#include "engine/astro/sun_moon.h"
 #include "flare/attitude.h"
 #include "flare/observed_night.h"
-#include "orbit/astro/sun_moon.h"
 
 namespace glintara::observed_night {
 namespace {

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "core/state/recording_services.h"
+#include "state/recording_services.h"
 
 namespace glintara {
 namespace {

@@ -5,7 +5,7 @@
 #include <cmath>
 #include <vector>
 
-#include "orbit/astro/constants.h"
+#include "engine/astro/constants.h"
 #include "orbit/location.h"
 #include "scene/scene_fixture.h"
 

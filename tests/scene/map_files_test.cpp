@@ -13,7 +13,7 @@
 #include <string>
 
 #include "orbit/files.h"
-#include "scene/temporary_folder.h"
+#include "support/temporary_folder.h"
 
 namespace glintara {
 namespace {

@@ -8,7 +8,7 @@
 
 #include "orbit/files.h"
 #include "scene/scene_fixture.h"
-#include "scene/temporary_folder.h"
+#include "support/temporary_folder.h"
 
 namespace glintara {
 namespace {

@@ -7,9 +7,9 @@
 #include <span>
 #include <vector>
 
-#include "orbit/astro/constants.h"
-#include "orbit/astro/sidereal.h"
-#include "orbit/astro/sun_moon.h"
+#include "engine/astro/constants.h"
+#include "engine/astro/sidereal.h"
+#include "engine/astro/sun_moon.h"
 #include "scene/scene_fixture.h"
 #include "scene/surface/recording_surface.h"
 

@@ -4,8 +4,8 @@
 #include <cstdlib>
 #include <new>
 
+#include "engine/astro/number_text.h"
 #include "flare/observed_night.h"
-#include "orbit/astro/number_text.h"
 #include "orbit/propagation.h"
 #include "scene/flare_marks.h"
 #include "scene/scene_fixture.h"

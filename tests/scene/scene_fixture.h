@@ -9,10 +9,11 @@
 #include <random>
 #include <vector>
 
-#include "core/state/application.h"
-#include "core/state/recording_services.h"
+#include "flare/surface_models.h"
 #include "scene/surface/recording_surface.h"
 #include "scene/view_geometry.h"
+#include "state/application.h"
+#include "state/recording_services.h"
 
 namespace glintara::testing {
 
@@ -23,7 +24,7 @@ struct SceneFixture : ::testing::Test {
     RecordingBoxes boxes;
     Events events;
     RecordingWindows windows;
-    Application app{boxes, events, windows};
+    Application app{boxes, events, windows, ApplyDefaultModel};
     RecordingSurface surface{600, 400};
     PolygonBuffer polygon;
     SceneContext scene{app, surface, polygon};

@@ -3,7 +3,7 @@
 #include <array>
 #include <limits>
 
-#include "orbit/astro/constants.h"
+#include "engine/astro/constants.h"
 #include "scene/scene_fixture.h"
 
 namespace glintara::testing {

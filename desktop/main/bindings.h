@@ -1,0 +1,42 @@
+#pragma once
+
+// One binding a kind: the widgets of a window mirror the program's controls, in both directions. A widget that is bound
+// shows what its control holds, and tells it what the user does; it decides nothing.
+//
+// A control has one widget that watches it. The widget must not outlive the control.
+
+#include <QAbstractButton>
+#include <QAction>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QProgressBar>
+#include <QTimer>
+#include <functional>
+
+#include "state/controls.h"
+
+namespace glintara::desktop {
+
+QString ToQt(const std::string& text);
+std::string FromQt(const QString& text);
+
+void Bind(QAbstractButton& widget, CheckBox& control);
+void Bind(QAbstractButton& widget, Button& control);
+void Bind(QLineEdit& widget, TextBox& control);
+
+/// With `wording` the text is shown as that gives it, so that it breaks well.
+void Bind(QLabel& widget, Label& control, const std::function<QString(QString)>& wording = {});
+void Bind(QPlainTextEdit& widget, TextBox& control);
+void Bind(QProgressBar& widget, ProgressBar& control);
+
+/// An entry of a menu. One without a handler is greyed: nothing would happen.
+void Bind(QAction& action, MenuEntry& control);
+
+/// A button that stands in a menu. One without a handler is greyed.
+void Bind(QAction& action, Button& control);
+
+/// Drives `control` by `timer`: it fires every interval while it is armed, and not inside its own handler.
+void Bind(QTimer& timer, Timer& control);
+
+}  // namespace glintara::desktop

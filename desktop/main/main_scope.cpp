@@ -1,0 +1,165 @@
+#include "desktop/main/main_scope.h"
+
+#include <QCloseEvent>
+#include <QKeyEvent>
+#include <QKeySequence>
+#include <QMenu>
+#include <QMenuBar>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <vector>
+
+#include "desktop/main/bindings.h"
+#include "desktop/main/panels_layout.h"
+
+namespace glintara::desktop {
+
+namespace {
+
+constexpr QSize kFirstSize(1280, 800);
+constexpr QSize kLeastSize(1100, 720);
+
+/// A menu of the bar, still empty.
+QMenu& AddMenu(QMenuBar& bar, MenuEntry& top) {
+    QMenu* const menu = bar.addMenu(ToQt(top.Caption));
+    menu->setToolTipsVisible(true);
+    const auto show = [menu, &bar, &top] {
+        menu->setTitle(ToQt(top.Caption));
+        menu->menuAction()->setVisible(top.Visible);
+        // A bar without menus would still take the room of its edge.
+        const auto menus = bar.actions();
+        bar.setVisible(
+            std::any_of(menus.begin(), menus.end(), [](const QAction* entry) { return entry->isVisible(); }));
+    };
+    top.Watch(show);
+    show();
+    return *menu;
+}
+
+/// A menu of the bar with its entries; a null entry is a separator.
+void AddMenu(QMenuBar& bar, MenuEntry& top, const std::vector<MenuEntry*>& entries) {
+    QMenu& menu = AddMenu(bar, top);
+    for (MenuEntry* entry : entries) {
+        if (entry == nullptr) {
+            menu.addSeparator();
+        } else {
+            Bind(*menu.addAction(""), *entry);
+        }
+    }
+}
+
+}  // namespace
+
+MainScope::MainScope(Application& app, bool mapTools) : app_(app) {
+    setObjectName("MainScope");
+    setWindowTitle("Glintara - v.1.5.2");
+    auto* central = new QWidget(this);
+    auto* column = new QVBoxLayout(central);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(8);
+    picture_ = new PictureBox(central);
+    column->addWidget(picture_, 1);
+    column->addWidget(BuildPanels());
+    setCentralWidget(central);
+    BuildMenus();
+    if (mapTools) {
+        BuildMapTools();
+    }
+    setMinimumSize(kLeastSize);
+    resize(kFirstSize);
+    picture_->setFocus();
+}
+
+QWidget* MainScope::BuildPanels() { return BuildPanelRow(app_, this); }
+
+void MainScope::BuildMenus() {
+    MainControls& m = app_.Main;
+    QMenuBar& bar = *menuBar();
+    AddMenu(bar, m.MnuFile,
+            {&m.MnuOpenAs, &m.MnuSave, &m.MnuSaveAs, nullptr, &m.MnuUpdateCheck, nullptr, &m.MnuLoadTLE, nullptr,
+             &m.MnuExit});
+    AddMenu(bar, m.MnuTDraw,
+            {&m.MnuRealTime,
+             &m.MnuAutoRefine,
+             nullptr,
+             &m.MnuLib3D,
+             &m.Mnu2D,
+             &m.MnuMarkCities,
+             &m.MnuSunLight,
+             &m.MnuDrawSky,
+             &m.MnuGlobeGrid,
+             &m.MnuSolidGlobe,
+             &m.MnuVisibilityArea,
+             &m.MnuSatCircle,
+             &m.MnuAriesLine,
+             nullptr,
+             &m.MnuAstroDetails,
+             &m.MnuOrbitDetails,
+             &m.MnuSatelliteNames,
+             nullptr,
+             &m.MnuHideCountries,
+             &m.MnuSkyOnly,
+             &m.MnuThinLines,
+             nullptr,
+             &m.MnuToggleSkyEarth});
+    AddMenu(bar, m.MnuTSky,
+            {&m.MnuDrawSkyMap, &m.MnuAutoMag, &m.MnuAtmo, &m.MnuLocalSky, &m.MnuStarsOnGlobe, nullptr, &m.MnuDrawSun,
+             &m.MnuConstellations, &m.MnuStarNames, &m.MnuFrontStars, &m.MnuBackStars, &m.MnuSkyCircle, nullptr,
+             &m.MnuMaximizeSky, &m.MnuReverseSky, &m.MnuFlatSky});
+    AddMenu(
+        bar, m.MnuSatellites,
+        {&m.MnuPlotOrbit, &m.MnuPlotOrbitOverTime, &m.MnuProjectOrbit, &m.MnuProjectOverTime, &m.MnuProjectOrbitOnSky,
+         &m.MnuHideOrbits, nullptr, &m.MnuSatInfo, &m.MnuDownloadTLE, &m.MnuManageSatellites});
+    AddMenu(bar, m.MnuModelS, {&m.MnuSGP1, &m.MnuSGP4, nullptr, &m.MnuObservations});
+    AddMenu(bar, m.MnuTFlares,
+            {&m.MnuModelSatSurfaces, &m.MnuFindFlare, &m.MnuExportTrack, &m.mnuFindCityTrack, nullptr,
+             &m.MnuIridiumFlares, &m.MnuFlareTrack, &m.MnuDayFlares, &m.MnuAntennaID, &m.MnuMoonFlares});
+    std::vector<MenuEntry*> view{&m.MnuFinePlot, nullptr,        &m.MnuZenithOrient,  &m.MnuUpOrientation,
+                                 &m.MnuNoon,     &m.MnuMidnight, &m.MnuZeroOrient,    &m.MnuOrbitOrient,
+                                 nullptr,        &m.MnuLockSky,  &m.MnuLockSatellite, nullptr};
+    for (std::size_t n = 1; n < m.MnuViewX.size(); ++n) {
+        view.push_back(&m.MnuViewX[n]);
+    }
+    view.push_back(nullptr);
+    view.push_back(&m.MnuFullScreen);
+    AddMenu(bar, m.MnuView, view);
+    AddMenu(bar, m.MnuTQuick, {&m.MnuQResetView, &m.MnuQSkyChart, &m.MnuQHorizontView, &m.MnuQLHView});
+    AddMenu(bar, m.MnuTSettings,
+            {&m.MnuLocalSettings, &m.MnuFloatingSite, &m.MnuTransitMode[kTransitEntry], &m.MnuTwilight, &m.MnuRTimeStep,
+             &m.MnuCities, &m.MnuNoUTC, &m.MnuColors});
+    AddMenu(bar, m.MnuTHelp, {&m.MnuTips, &m.MnuHelp, &m.MnuAbout});
+}
+
+void MainScope::BuildMapTools() {
+    MainControls& m = app_.Main;
+    QMenu& menu = AddMenu(*menuBar(), m.MnuMapTools);
+    const auto add = [this, &menu](Button& button, const QKeySequence& keys = {}) {
+        QAction* const action = menu.addAction("");
+        action->setShortcut(keys);
+        // The keys hold in full screen too, where the menus are hidden.
+        addAction(action);
+        Bind(*action, button);
+    };
+    // On its way to the menu the mouse leaves the place that is meant, so the vertex is picked by a key.
+    add(m.CPolDbg, Qt::CTRL | Qt::Key_B);
+    add(m.CPrevBorderDbg, Qt::CTRL | Qt::Key_Left);
+    add(m.CNextBorderDbg, Qt::CTRL | Qt::Key_Right);
+    add(m.CNewPolDbg, Qt::CTRL | Qt::Key_N);
+    add(m.CAddPolDbg, Qt::CTRL | Qt::Key_D);
+    menu.addSeparator();
+    add(m.CSavePolDbg);
+    add(m.CSaveDbg);
+    add(m.CSaveBinDbg);
+}
+
+void MainScope::keyPressEvent(QKeyEvent* event) {
+    // With other keys than Shift it is a shortcut of the desktop's, not one of ours.
+    const bool plain = !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier));
+    if (plain && listener_.keyPressed) {
+        listener_.keyPressed(event->key(), event->modifiers().testFlag(Qt::ShiftModifier));
+    }
+}
+
+void MainScope::closeEvent(QCloseEvent* event) { event->setAccepted(!listener_.mayClose || listener_.mayClose()); }
+
+}  // namespace glintara::desktop

@@ -1,0 +1,41 @@
+#pragma once
+
+// The main window: menus, picture, panels. It lays out and wires; what happens is decided elsewhere.
+
+#include <QMainWindow>
+#include <functional>
+
+#include "desktop/main/picture_box.h"
+#include "state/application.h"
+
+namespace glintara::desktop {
+
+/// What the window tells to the program.
+struct WindowListener {
+    std::function<void(int key, bool shift)> keyPressed;  ///< a key of Qt's that no text field has taken
+    std::function<bool()> mayClose;                       ///< asked when the window is to close
+};
+
+class MainScope : public QMainWindow {
+  public:
+    /// With `mapTools` the menu bar ends with the developers' menu "Map Tools".
+    explicit MainScope(Application& app, bool mapTools = false);
+
+    PictureBox& Picture() { return *picture_; }
+    void SetListener(WindowListener listener) { listener_ = std::move(listener); }
+
+  protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+
+  private:
+    void BuildMenus();
+    void BuildMapTools();
+    QWidget* BuildPanels();
+
+    Application& app_;
+    PictureBox* picture_;
+    WindowListener listener_;
+};
+
+}  // namespace glintara::desktop

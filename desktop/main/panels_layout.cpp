@@ -1,0 +1,312 @@
+#include "desktop/main/panels_layout.h"
+
+#include <QCheckBox>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QLabel>
+#include <QMouseEvent>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <vector>
+
+#include "desktop/main/bindings.h"
+#include "desktop/main/style.h"
+
+namespace glintara::desktop {
+
+namespace {
+
+constexpr int kFrameGap = 8;
+constexpr int kInnerGap = 6;
+constexpr int kControlGap = 4;
+constexpr int kDatePixels = 14;
+
+/// The first frame takes what room there is until its lines need not be broken; the rest is for element sets, which are
+/// long lines.
+constexpr QSize kLeastElementField(106, 40);
+constexpr int kInfoStretch = 4;
+constexpr int kMostInfoWidth = 370;
+
+constexpr int kNumberPixels = 11;
+constexpr int kSmallNumberPixels = 10;
+
+/// A frame whose ground can be pressed. The whole row is shown with the first of its frames, which each group has: a
+/// row without frames would still take the room of its margins.
+class PanelFrame : public QGroupBox {
+  public:
+    enum class Place { First, Other };
+
+    PanelFrame(Frame& frame, QWidget* row, Place place = Place::Other) : QGroupBox(row), frame_(frame) {
+        const auto show = [this, row, place] {
+            setTitle(ToQt(frame_.Caption));
+            setToolTip(ToQt(frame_.ToolTip));
+            setVisible(frame_.Visible);
+            if (place == Place::First) {
+                row->setVisible(frame_.Visible);
+            }
+        };
+        frame_.Watch(show);
+        show();
+        setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Fixed);
+    }
+
+  protected:
+    void mousePressEvent(QMouseEvent* /*event*/) override { frame_.Click(); }
+
+  private:
+    Frame& frame_;
+};
+
+QGridLayout* GridIn(QWidget* widget) {
+    auto* grid = new QGridLayout(widget);
+    grid->setContentsMargins(kInnerGap, kControlGap, kInnerGap, kControlGap);
+    grid->setHorizontalSpacing(kInnerGap);
+    grid->setVerticalSpacing(kControlGap);
+    return grid;
+}
+
+QLabel* MakeLabel(Label& control, const QFont& font, const char* role) {
+    auto* label = new QLabel;
+    Bind(*label, control);
+    label->setFont(font);
+    if (role != nullptr) {
+        label->setProperty(role, true);
+    }
+    return label;
+}
+
+QPushButton* MakeButton(Button& control, bool step = false) {
+    auto* button = new QPushButton;
+    Bind(*button, control);
+    button->setProperty("step", step);
+    return button;
+}
+
+template <class Widget>
+Widget* MakeBox(CheckBox& control) {
+    auto* box = new Widget;
+    Bind(*box, control);
+    box->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Fixed);  // words are never cut
+    return box;
+}
+
+/// Lets rows share what the frame has of height: all frames are as high as the one that needs the most.
+void SpreadRows(QGridLayout& grid, int rows) {
+    for (int row = 0; row < rows; ++row) {
+        grid.setRowStretch(row, 1);
+    }
+}
+
+/// Check boxes in columns, filled from the top.
+void AddBoxes(QGridLayout& grid, const std::vector<std::vector<CheckBox*>>& columns) {
+    for (std::size_t c = 0; c < columns.size(); ++c) {
+        for (std::size_t r = 0; r < columns[c].size(); ++r) {
+            grid.addWidget(MakeBox<QCheckBox>(*columns[c][r]), static_cast<int>(r), static_cast<int>(c));
+        }
+    }
+}
+
+QWidget* BuildInfo(MainControls& main, QWidget* parent) {
+    auto* frame = new PanelFrame(main.FrameInfo, parent, PanelFrame::Place::First);
+    auto* grid = GridIn(frame);
+    auto* date = MakeLabel(main.LDateTime, NumberFont(kDatePixels), nullptr);
+    // In a narrow window the mark behind the time goes to a second line, for which there is always room.
+    date->setWordWrap(true);
+    date->setMinimumSize(date->fontMetrics().horizontalAdvance("DATE 00/00/0000 00:00:00"),
+                         2 * date->fontMetrics().lineSpacing());
+    date->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    grid->addWidget(date, 0, 0, 1, 2);
+    auto* julian = MakeLabel(main.LJD, NumberFont(kSmallNumberPixels), "quiet");
+    Bind(*julian, main.LJD, [](QString text) { return text.replace(": ", ":\u00A0"); });  // no name without its number
+    julian->setWordWrap(true);
+    julian->setMinimumHeight(2 * julian->fontMetrics().lineSpacing());
+    grid->addWidget(julian, 1, 0, 1, 2);
+    auto* output = MakeLabel(main.LCommandOutput, frame->font(), "accent");
+    output->setWordWrap(true);
+    output->setMinimumHeight(2 * output->fontMetrics().lineSpacing());
+    grid->addWidget(output, 2, 0, 1, 2);
+    grid->addWidget(MakeLabel(main.LStatus, NumberFont(kNumberPixels), "quiet"), 3, 0);
+    grid->addWidget(MakeLabel(main.LFPS, NumberFont(kNumberPixels), "quiet"), 3, 1, Qt::AlignRight);
+    grid->setRowStretch(4, 1);
+    frame->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    frame->setMaximumWidth(kMostInfoWidth);
+    return frame;
+}
+
+QWidget* BuildTime(MainControls& main, QWidget* parent) {
+    auto* frame = new PanelFrame(main.FrameTime, parent);
+    auto* grid = GridIn(frame);
+    grid->setHorizontalSpacing(kControlGap);
+    struct Unit {
+        const char* caption;
+        Button* later;
+        Button* earlier;
+    };
+    const std::vector<Unit> units{{"Y", &main.CYearOffsetInc, &main.CYearOffsetDec},
+                                  {"M", &main.CMonthOffsetInc, &main.CMonthOffsetDec},
+                                  {"D", &main.CDayOffsetInc, &main.CDayOffsetDec},
+                                  {"h", &main.CHourOffsetInc, &main.CHourOffsetDec},
+                                  {"m", &main.CMinuteOffsetInc, &main.CMinuteOffsetDec},
+                                  {"s", &main.CSecondOffsetInc, &main.CSecondOffsetDec},
+                                  {"ms", &main.CMilliInc, &main.Command3}};
+    for (std::size_t i = 0; i < units.size(); ++i) {
+        const int column = static_cast<int>(2 * i);
+        auto* caption = new QLabel(units[i].caption);
+        caption->setProperty("quiet", true);
+        caption->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+        caption->setAlignment(Qt::AlignCenter);
+        grid->addWidget(caption, 0, column, 1, 2);
+        grid->addWidget(MakeButton(*units[i].later, true), 1, column, 1, 2);
+        grid->addWidget(MakeButton(*units[i].earlier, true), 2, column, 1, 2);
+    }
+    grid->addWidget(MakeButton(main.CTOrbInc), 3, 0, 1, 5);
+    grid->addWidget(MakeButton(main.CTOrbDec), 3, 5, 1, 5);
+    grid->addWidget(MakeButton(main.CClearTimeOffset), 3, 10, 1, 4);
+    grid->addWidget(MakeBox<QCheckBox>(main.CRealTime), 4, 0, 1, 6);
+    grid->addWidget(MakeBox<QCheckBox>(main.CAutoRefine), 4, 6, 1, 8);
+    SpreadRows(*grid, 5);
+    return frame;
+}
+
+QWidget* BuildStar(MainControls& main, QWidget* parent) {
+    auto* frame = new PanelFrame(main.FrameStar, parent);
+    auto* grid = GridIn(frame);
+    AddBoxes(*grid,
+             {{&main.CDrawSky, &main.CDrawSun, &main.CDrawConstallations, &main.CStarNames, &main.CDrawFrontStars},
+              {&main.CDrawBackStars, &main.CLocalSky, &main.CFlatSky, &main.CReverseSky, &main.CSkyCircle}});
+    SpreadRows(*grid, 5);
+    return frame;
+}
+
+QWidget* BuildOrbit(MainControls& main, QWidget* parent) {
+    auto* frame = new PanelFrame(main.FrameOrbit, parent);
+    auto* grid = GridIn(frame);
+    AddBoxes(
+        *grid,
+        {{&main.CPlotOrbit, &main.CPlotOrbitOverTime, &main.CProjectOverTime, &main.CThinLines, &main.CFlareTrack},
+         {&main.CProjectOrbit, &main.CProjectOrbitOnSky, &main.CSatNames, &main.CSatCircle, &main.CIridiumFlares}});
+    SpreadRows(*grid, 5);
+    return frame;
+}
+
+/// A field in which the keys are letters of a text, not commands.
+class ElementSetField : public QPlainTextEdit {
+  public:
+    explicit ElementSetField(bool& keyLock) : keyLock_(keyLock) {}
+
+  protected:
+    void focusInEvent(QFocusEvent* event) override {
+        keyLock_ = true;
+        QPlainTextEdit::focusInEvent(event);
+    }
+    void focusOutEvent(QFocusEvent* event) override {
+        keyLock_ = false;
+        QPlainTextEdit::focusOutEvent(event);
+    }
+
+  private:
+    bool& keyLock_;
+};
+
+QWidget* BuildSat(MainControls& main, bool& keyLock, QWidget* parent) {
+    auto* frame = new PanelFrame(main.FrameSat, parent);
+    auto* grid = GridIn(frame);
+    auto* box = new ElementSetField(keyLock);
+    Bind(*box, main.TTLE);
+    box->setFont(NumberFont(kNumberPixels));
+    box->setLineWrapMode(QPlainTextEdit::NoWrap);
+    box->setTabChangesFocus(true);
+    box->setAccessibleName("Element sets");
+    box->setPlaceholderText(ToQt(main.TTLE.ToolTip));
+    box->setMinimumSize(kLeastElementField);
+    box->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
+    grid->addWidget(box, 0, 0, 1, 2);
+    grid->addWidget(MakeButton(main.CApplyTLEOrbit), 1, 0, 1, 2);
+    grid->addWidget(MakeButton(main.CUpdateTLE), 2, 0, 1, 2);
+    auto* height = MakeLabel(main.LSatDetail, NumberFont(kSmallNumberPixels), "quiet");
+    height->setWordWrap(true);
+    grid->addWidget(height, 3, 0, 1, 2);
+    grid->setRowStretch(0, 1);
+    frame->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    return frame;
+}
+
+QWidget* BuildDraw(MainControls& main, QWidget* parent) {
+    auto* frame = new PanelFrame(main.FrameDraw, parent);
+    auto* grid = GridIn(frame);
+    AddBoxes(*grid, {{&main.CPlaniSphere, &main.CSunLight, &main.CSolidGlobe, &main.CGlobeGrid, &main.CHideCountries,
+                      &main.CSkyOnly},
+                     {&main.CHCircle, &main.CDrawAries, &main.CAstroDetails, &main.C2OrbitDetails, &main.CMaximizeSky,
+                      &main.CStarsOnGlobe},
+                     {&main.CSatOnly, &main.CDrawArea, &main.CDayFlares, &main.CAntennaID, &main.CMoonFlares,
+                      &main.CAutoMag}});
+    auto* models = new QWidget;
+    auto* column = new QVBoxLayout(models);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(kControlGap);
+    column->addWidget(MakeBox<QCheckBox>(main.CLocalTime));
+    column->addWidget(MakeBox<QCheckBox>(main.CNOSSFlare));
+    column->addWidget(MakeBox<QRadioButton>(main.CSGP1));
+    column->addWidget(MakeBox<QRadioButton>(main.CSGP4));
+    // The program clears the one when the other is set.
+    for (auto* button : models->findChildren<QRadioButton*>()) {
+        button->setAutoExclusive(false);
+    }
+    column->addWidget(MakeLabel(main.LOrbit, NumberFont(kNumberPixels), "quiet"));
+    auto* turns = new QHBoxLayout;
+    turns->setSpacing(kControlGap);
+    for (Button* button : {&main.COrbitTurnDec, &main.CTurnOne, &main.COrbitTurnInc}) {
+        turns->addWidget(MakeButton(*button, true));
+    }
+    column->addLayout(turns);
+    column->addStretch();
+    grid->addWidget(models, 0, 3, 6, 1);
+    SpreadRows(*grid, 6);
+    frame->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    return frame;
+}
+
+QWidget* BuildViews(MainControls& main, QWidget* parent) {
+    auto* frame = new PanelFrame(main.FrameViews, parent);
+    auto* grid = GridIn(frame);
+    const std::vector<Button*> buttons{&main.CZenith,           &main.CUpOrientation,   &main.CNoon,
+                                       &main.CNightOrientation, &main.CZeroOrientation, &main.COrbitOrient};
+    for (std::size_t i = 0; i < buttons.size(); ++i) {
+        grid->addWidget(MakeButton(*buttons[i]), static_cast<int>(i / 2), static_cast<int>(i % 2));
+    }
+    grid->addWidget(MakeBox<QCheckBox>(main.CLockSky), 3, 0);
+    grid->addWidget(MakeBox<QCheckBox>(main.CLockSatellite), 3, 1);
+    grid->addWidget(MakeButton(main.CRefreshDraw), 4, 0, 1, 2);
+    SpreadRows(*grid, 5);
+    return frame;
+}
+
+}  // namespace
+
+QWidget* BuildPanelRow(Application& app, QWidget* parent) {
+    MainControls& main = app.Main;
+    bool& keyLock = app.Run.KeyLock;
+    auto* row = new QWidget(parent);
+    auto* layout = new QHBoxLayout(row);
+    layout->setContentsMargins(kFrameGap, 0, kFrameGap, kFrameGap);
+    layout->setSpacing(kFrameGap);
+    std::vector<QWidget*> frames{BuildInfo(main, row),  BuildTime(main, row),         BuildStar(main, row),
+                                 BuildOrbit(main, row), BuildSat(main, keyLock, row), BuildDraw(main, row),
+                                 BuildViews(main, row)};
+    // All of one height, so that nothing moves when the groups change.
+    int height = 0;
+    for (QWidget* frame : frames) {
+        height = std::max(height, frame->sizeHint().height());
+    }
+    for (QWidget* frame : frames) {
+        frame->setFixedHeight(height);
+        layout->addWidget(frame, frame->sizePolicy().horizontalPolicy() == QSizePolicy::Expanding ? 1 : 0);
+    }
+    layout->setStretch(0, kInfoStretch);
+    return row;
+}
+
+}  // namespace glintara::desktop

@@ -1,0 +1,68 @@
+#include "desktop/main/picture_box.h"
+
+#include <QMouseEvent>
+#include <QPainter>
+
+namespace glintara::desktop {
+
+namespace {
+
+constexpr QRgb kSpace = 0xFF000000;
+
+template <class Function, class Event>
+void Tell(const Function& function, const Event& event) {
+    if (function) {
+        function(event);
+    }
+}
+
+}  // namespace
+
+PictureBox::PictureBox(QWidget* parent) : QWidget(parent) {
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    setMouseTracking(true);
+    setFocusPolicy(Qt::StrongFocus);
+    setMinimumSize(240, 160);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+    TakeSize();
+}
+
+void PictureBox::TakeSize() {
+    const qreal ratio = devicePixelRatioF();
+    const QSize pixels = (QSizeF(size()) * ratio).toSize().expandedTo(QSize(1, 1));
+    if (image_.size() == pixels && image_.devicePixelRatio() == ratio) {
+        return;
+    }
+    image_ = QImage(pixels, QImage::Format_RGB32);
+    image_.setDevicePixelRatio(ratio);
+    image_.fill(kSpace);
+}
+
+void PictureBox::paintEvent(QPaintEvent* /*event*/) {
+    QPainter painter(this);
+    painter.fillRect(rect(), QColor::fromRgb(kSpace));
+    // While the window is being resized the picture still has its old size: it is shown whole, in its shape.
+    const QSizeF old = QSizeF(image_.size()) / image_.devicePixelRatio();
+    if (old.toSize() == size()) {
+        painter.drawImage(QPointF(0, 0), image_);
+        return;
+    }
+    const QSizeF fitted = old.scaled(QSizeF(size()), Qt::KeepAspectRatio);
+    const QPointF corner((width() - fitted.width()) / 2, (height() - fitted.height()) / 2);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.drawImage(QRectF(corner, fitted), image_);
+}
+
+void PictureBox::resizeEvent(QResizeEvent* /*event*/) {
+    if (listener_.resized) {
+        listener_.resized();
+    }
+}
+
+void PictureBox::mouseMoveEvent(QMouseEvent* event) { Tell(listener_.moved, *event); }
+void PictureBox::mousePressEvent(QMouseEvent* event) { Tell(listener_.pressed, *event); }
+void PictureBox::mouseReleaseEvent(QMouseEvent* event) { Tell(listener_.released, *event); }
+void PictureBox::mouseDoubleClickEvent(QMouseEvent* event) { Tell(listener_.doubleClicked, *event); }
+void PictureBox::wheelEvent(QWheelEvent* event) { Tell(listener_.wheel, *event); }
+
+}  // namespace glintara::desktop

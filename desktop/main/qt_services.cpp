@@ -1,0 +1,52 @@
+#include "desktop/main/qt_services.h"
+
+#include <QApplication>
+#include <QMessageBox>
+
+#include "desktop/main/bindings.h"
+
+namespace glintara::desktop {
+
+namespace {
+
+constexpr auto kTitle = "Glintara";
+
+QString TextOf(std::string_view text) {
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())).replace("\r\n", "\n");
+}
+
+}  // namespace
+
+QWidget* QtMessageBoxes::Parent() const {
+    QWidget* const active = QApplication::activeWindow();
+    return active != nullptr ? active : parent_;
+}
+
+void QtMessageBoxes::Tell(std::string_view text, MessageIcon icon) {
+    switch (icon) {
+        case MessageIcon::Critical:
+            QMessageBox::critical(Parent(), kTitle, TextOf(text));
+            break;
+        case MessageIcon::Information:
+            QMessageBox::information(Parent(), kTitle, TextOf(text));
+            break;
+        default:
+            QMessageBox::warning(Parent(), kTitle, TextOf(text));
+    }
+}
+
+bool QtMessageBoxes::AskYesNo(std::string_view text) {
+    return QMessageBox::question(Parent(), kTitle, TextOf(text)) == QMessageBox::Yes;
+}
+
+void QtEvents::ServeEvents() { QCoreApplication::processEvents(); }
+
+TimerDrivers::TimerDrivers(MainControls& main) {
+    const auto controls = main.Timers();
+    for (std::size_t i = 0; i < controls.size(); ++i) {
+        timers_[i] = std::make_unique<QTimer>();
+        Bind(*timers_[i], *controls[i]);
+    }
+}
+
+}  // namespace glintara::desktop

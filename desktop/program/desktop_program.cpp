@@ -1,0 +1,217 @@
+#include "desktop/program/desktop_program.h"
+
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMouseEvent>
+#include <QWheelEvent>
+
+#include "core/map_tools.h"
+#include "core/panels.h"
+#include "desktop/main/bindings.h"
+#include "desktop/main/window_memory.h"
+#include "flare/surface_models.h"
+#include "orbit/element_sets.h"
+#include "scene/map_files.h"
+#include "scene/map_text.h"
+#include "scene/orientation.h"
+#include "scene/overlays.h"
+
+namespace glintara::desktop {
+
+namespace {
+
+constexpr double kTwips = 15;
+
+/// Where element sets were last taken from, among the windows' places; before the first time, the examples.
+constexpr auto kElementFolder = "ElementSets/folder";
+constexpr auto kExampleFolder = "examples";
+
+MouseHold HoldOf(const QMouseEvent& event) {
+    return {event.buttons().testFlag(Qt::LeftButton), event.buttons().testFlag(Qt::RightButton),
+            event.modifiers().testFlag(Qt::ShiftModifier), event.modifiers().testFlag(Qt::ControlModifier),
+            event.modifiers().testFlag(Qt::AltModifier)};
+}
+
+SpecialKey SpecialOf(int key) {
+    if (key >= Qt::Key_F1 && key <= Qt::Key_F9) {
+        return static_cast<SpecialKey>(static_cast<int>(SpecialKey::F1) + key - Qt::Key_F1);
+    }
+    switch (key) {
+        case Qt::Key_Up:
+            return SpecialKey::Up;
+        case Qt::Key_Down:
+            return SpecialKey::Down;
+        case Qt::Key_Left:
+            return SpecialKey::Left;
+        case Qt::Key_Right:
+            return SpecialKey::Right;
+        case Qt::Key_Escape:
+            return SpecialKey::Escape;
+        default:
+            return SpecialKey::None;
+    }
+}
+
+}  // namespace
+
+DesktopProgram::DesktopProgram(const QString& placesFile, bool mapTools)
+    : mapTools_(mapTools),
+      places_(placesFile, QSettings::IniFormat),
+      app_(boxes_, events_, signals_, ApplyDefaultModel),
+      stages_(StagesOfProgram(satellites_)) {
+    signals_.showFullScreen = [this](bool fullScreen) { ShowFullScreen(fullScreen); };
+    program_ = std::make_unique<Program>(app_, signals_, clock_, browser_, MakeHooks());
+    ConnectMenus();
+    window_ = std::make_unique<MainScope>(app_, mapTools_);
+    RememberPlace(*window_, places_);
+    boxes_.SetParent(window_.get());
+    mouse_ = std::make_unique<MouseSteering>(app_, program_->Loop);
+    ConnectWindow();
+    ConnectMouse();
+}
+
+DesktopProgram::~DesktopProgram() = default;
+
+ProgramHooks DesktopProgram::MakeHooks() {
+    ProgramHooks hooks;
+    hooks.picture.makePicture = [this] { MakePicture(); };
+    hooks.picture.showPlottingNotice = [this] { ShowNotice(); };
+    hooks.startUp.loadMap = [this] { return LoadMap(); };
+    hooks.shutDown.closeWindow = [this] {
+        QMetaObject::invokeMethod(window_.get(), &QWidget::close, Qt::QueuedConnection);
+    };
+    hooks.shutDown.unloadForm = [this](std::string_view name) {
+        if (name == "FormFindFlare" && searchForm_) {
+            searchForm_->hide();
+        }
+        if (name == "FormSatellites" && satelliteForm_) {
+            satelliteForm_->hide();
+        }
+    };
+    return hooks;
+}
+
+bool DesktopProgram::LoadMap() {
+    CommonData& data = app_.Data;
+    if (mapTools_) {
+        // Nobody else asks for the sea spots; without the file the tools have none to write.
+        LoadSeaSpots(".", data.Map);
+    }
+    return LoadMapFiles(".", data.Map, data.Stars, data.Cities).empty();
+}
+
+void DesktopProgram::Start(const std::filesystem::path& folder) {
+    FollowSize();
+    program_->Start(folder);
+    timers_ = std::make_unique<TimerDrivers>(app_.Main);
+    window_->show();
+}
+
+void DesktopProgram::ConnectWindow() {
+    WindowListener listener;
+    listener.keyPressed = [this](int key, bool shift) { PressKey(key, shift); };
+    listener.mayClose = [this] { return program_->End.Form_Unload(); };
+    window_->SetListener(std::move(listener));
+}
+
+void DesktopProgram::ConnectMenus() {
+    MainControls& main = app_.Main;
+    main.MnuLoadTLE.SetClickHandler([this] { OpenTLEFile(); });
+    main.MnuFindFlare.SetClickHandler([this] { ShowSearch(); });
+    main.MnuManageSatellites.SetClickHandler([this] { ShowSatellites(); });
+    app_.FindFlare.CSatList.SetClickHandler([this] { ShowSatellites(); });
+    main.MnuExit.SetClickHandler([this] { window_->close(); });
+    if (mapTools_) {
+        ConnectMapTools(app_);
+    }
+}
+
+void DesktopProgram::ConnectMouse() {
+    const auto placeOf = [this](const QPointF& at) {
+        const QSize size = window_->Picture().PictureSize();
+        return MousePlace{at.x() * kTwips, at.y() * kTwips, size.width() * kTwips, size.height() * kTwips};
+    };
+    PictureListener listener;
+    listener.resized = [this] { FollowSize(); };
+    listener.moved = [this, placeOf](const QMouseEvent& event) {
+        mouse_->Moved(placeOf(event.position()), HoldOf(event));
+    };
+    listener.pressed = [this, placeOf](const QMouseEvent& event) {
+        mouse_->Moved(placeOf(event.position()), HoldOf(event));
+    };
+    listener.released = [this](const QMouseEvent& /*event*/) { mouse_->Released(); };
+    listener.doubleClicked = [this](const QMouseEvent& event) { mouse_->DoubleClicked(HoldOf(event)); };
+    listener.wheel = [this](const QWheelEvent& event) { mouse_->Wheel(event.angleDelta().y()); };
+    window_->Picture().SetListener(std::move(listener));
+}
+
+void DesktopProgram::PressKey(int qtKey, bool shift) {
+    KeyPress key;
+    key.special = SpecialOf(qtKey);
+    key.shift = shift;
+    if (qtKey >= Qt::Key_Space && qtKey < Qt::Key_AsciiTilde) {
+        key.character = static_cast<char>(qtKey);
+    }
+    Form_KeyDown(app_, program_->Loop, key);
+}
+
+void DesktopProgram::OpenTLEFile() {
+    const QString folder = places_.value(kElementFolder, kExampleFolder).toString();
+    const QString file = QFileDialog::getOpenFileName(window_.get(), "Open TLE File", folder,
+                                                      "TLE Files (*.tle);;Text Files (*.txt);;All Files (*)");
+    if (!file.isEmpty()) {
+        places_.setValue(kElementFolder, QFileInfo(file).absolutePath());
+        LoadTLEFile(app_, FromQt(file));
+    }
+}
+
+void DesktopProgram::ShowSearch() {
+    if (!searchForm_) {
+        searchForm_ = std::make_unique<FormFindFlare>(app_, window_.get());
+        RememberPlace(*searchForm_, places_);
+    }
+    searchForm_->show();
+    searchForm_->raise();
+    searchForm_->activateWindow();
+}
+
+void DesktopProgram::ShowSatellites() {
+    if (!satelliteForm_) {
+        satelliteForm_ = std::make_unique<FormSatellites>(app_, window_.get());
+        RememberPlace(*satelliteForm_, places_);
+        signals_.upDateSatellites = [this] { satelliteForm_->UpDateAll(); };
+        signals_.showWorkingSatellite = [this] { satelliteForm_->ShowWorkingSatellite(); };
+    }
+    satelliteForm_->UpDateAll();
+    satelliteForm_->show();
+    satelliteForm_->raise();
+    satelliteForm_->activateWindow();
+}
+
+void DesktopProgram::ShowFullScreen(bool fullScreen) {
+    window_->setWindowState(window_->windowState().setFlag(Qt::WindowFullScreen, fullScreen));
+}
+
+void DesktopProgram::FollowSize() {
+    const QSize inside = window_->centralWidget()->size();
+    WindowResized(app_, inside.width() * kTwips, inside.height() * kTwips);
+}
+
+void DesktopProgram::MakePicture() {
+    PictureBox& picture = window_->Picture();
+    picture.TakeSize();
+    surface_.Begin(picture.Image());
+    GlobeFrame(app_, surface_, frame_, stages_);
+    surface_.End();
+    picture.update();
+}
+
+void DesktopProgram::ShowNotice() {
+    PictureBox& picture = window_->Picture();
+    surface_.Begin(picture.Image());
+    ShowPlottingNotice({app_, surface_, frame_.Polygon});
+    surface_.End();
+    picture.repaint();
+}
+
+}  // namespace glintara::desktop

@@ -1,0 +1,98 @@
+#pragma once
+
+// The program with its windows: the rooms of the core, the scene and the desktop put together.
+
+#include <QSettings>
+#include <filesystem>
+#include <functional>
+#include <memory>
+
+#include "core/keys.h"
+#include "core/mouse.h"
+#include "core/program.h"
+#include "desktop/flare/form_find_flare.h"
+#include "desktop/main/main_scope.h"
+#include "desktop/main/qt_services.h"
+#include "desktop/orbit/form_satellites.h"
+#include "desktop/scene/painter_surface.h"
+#include "scene/stages.h"
+
+namespace glintara::desktop {
+
+/// The signals of the core, and what they mean to windows that may be open.
+class DesktopSignals : public ProgramSignals {
+  public:
+    std::function<void()> upDateSatellites;
+    std::function<void()> showWorkingSatellite;
+    std::function<void(bool)> showFullScreen;
+
+    void UpDateAll() override {
+        ProgramSignals::UpDateAll();
+        Tell(upDateSatellites);
+    }
+    void ShowWorkingSatellite() override {
+        ProgramSignals::ShowWorkingSatellite();
+        Tell(showWorkingSatellite);
+    }
+    void ShowFullScreen(bool fullScreen) override { showFullScreen(fullScreen); }
+
+  private:
+    static void Tell(const std::function<void()>& window) {
+        if (window) {
+            window();
+        }
+    }
+};
+
+class DesktopProgram {
+  public:
+    /// `placesFile` is where the windows remember their places. With `mapTools` the window has the developers' menu
+    /// "Map Tools".
+    explicit DesktopProgram(const QString& placesFile, bool mapTools = false);
+    ~DesktopProgram();
+    DesktopProgram(const DesktopProgram&) = delete;
+    DesktopProgram& operator=(const DesktopProgram&) = delete;
+
+    /// Shows the window and begins the opening. `folder` is where the data stand; it becomes the current directory.
+    void Start(const std::filesystem::path& folder);
+
+    Application& State() { return app_; }
+    MainScope& Window() { return *window_; }
+    Program& Core() { return *program_; }
+
+  private:
+    ProgramHooks MakeHooks();
+    void ConnectWindow();
+    void ConnectMenus();
+    void ConnectMouse();
+    void PressKey(int qtKey, bool shift);
+    void OpenTLEFile();
+    void ShowSearch();
+    void ShowSatellites();
+    bool LoadMap();
+    void MakePicture();
+    void ShowNotice();
+    void FollowSize();
+    void ShowFullScreen(bool fullScreen);
+
+    const bool mapTools_;
+    QSettings places_;  // outlives the windows, which write to it when they close
+    QtMessageBoxes boxes_;
+    QtEvents events_;
+    DesktopSignals signals_;
+    SystemClock clock_;
+    NoWebsite browser_;
+    Application app_;
+    std::unique_ptr<MainScope> window_;
+    PainterSurface surface_;
+    FrameMemory frame_;
+    SatelliteWorkspace satellites_;
+    FrameStages stages_;
+    std::unique_ptr<Program> program_;
+    std::unique_ptr<MouseSteering> mouse_;
+    std::unique_ptr<TimerDrivers> timers_;
+    std::unique_ptr<FormFindFlare> searchForm_;
+    std::unique_ptr<FormSatellites> satelliteForm_;
+};
+
+}  // namespace glintara::desktop

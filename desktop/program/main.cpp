@@ -1,0 +1,41 @@
+// Glintara, the desktop program.
+
+#include <QApplication>
+#include <QCoreApplication>
+#include <QStandardPaths>
+
+#include "core/program_folder.h"
+#include "desktop/main/style.h"
+#include "desktop/main/window_memory.h"
+#include "desktop/program/desktop_program.h"
+
+namespace {
+
+/// Where the data of an installed program stand, seen from its executable.
+constexpr auto kInstalledData = "../share/glintara";
+
+/// Shows the menu "Map Tools", by which developers make the map files.
+constexpr auto kMapToolsOption = "--map-tools";
+
+std::filesystem::path PathOf(const QString& path) { return path.toStdString(); }
+
+std::filesystem::path FindFolder() {
+    const std::filesystem::path executable = PathOf(QCoreApplication::applicationDirPath());
+    const QString user = QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation);
+    return glintara::ProgramFolder({executable, executable / kInstalledData, PathOf(user)});
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    QApplication application(argc, argv);
+    QCoreApplication::setApplicationName("Glintara");
+    QCoreApplication::setApplicationVersion(GLINTARA_VERSION);
+    // Numbers read and show the same everywhere.
+    QLocale::setDefault(QLocale::c());
+    glintara::desktop::ApplyStyle(application);
+    const bool mapTools = QCoreApplication::arguments().contains(kMapToolsOption);
+    glintara::desktop::DesktopProgram program(glintara::desktop::WindowPlacesFile(), mapTools);
+    program.Start(FindFolder());
+    return QApplication::exec();
+}

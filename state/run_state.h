@@ -1,0 +1,119 @@
+#pragma once
+
+// What the main window remembers while the program runs: where it is in its life, how it shows itself, and what a frame
+// left for the clock.
+
+#include <cstdint>
+#include <string>
+
+#include "engine/astro/constants.h"
+#include "engine/astro/horizon.h"
+#include "state/map_tables.h"
+#include "state/observed.h"
+#include "state/satellite_record.h"
+
+namespace glintara {
+
+/// What the splash over the picture shows.
+enum class Splash {
+    None,   ///< nothing: the opening is over
+    Title,  ///< title and version
+    Final,  ///< the same with its last line
+};
+
+/// How the globe turns on by itself.
+enum class Turning {
+    Lasting,   ///< until somebody stops it
+    Decaying,  ///< after a drag: slower and slower, until it rests
+};
+
+/// Change of an angle, radians, by which the cursor keys turn the view and the globe turns at first.
+inline constexpr double kStartRotation = kPi / 72;
+
+/// `LastTickSecond` when no picture has been asked for in the present second.
+inline constexpr std::int16_t kNoTickSecond = -1;
+
+/// Where the working satellite stands in the observer's sky, as the last satellite pass left it.
+class WorkingDirection {
+  public:
+    double LastAzimuth = 0;    ///< radians, from north through east
+    double LastElevation = 0;  ///< radians
+
+    /// Keeps the direction of `satellite`.
+    void Keep(const SatRecord& satellite, const HorizonAngles& direction) {
+        LastAzimuth = direction.azimuth;
+        LastElevation = direction.altitude;
+        known_ = true;
+        orbitNumber_ = satellite.OrbitNumber;
+        satNumber_ = satellite.SatNumber;
+    }
+
+    /// Whether the direction is that of `satellite`. After another one has begun to work there is none until the next
+    /// pass.
+    bool IsOf(const SatRecord& satellite) const {
+        return known_ && orbitNumber_ == satellite.OrbitNumber && satNumber_ == satellite.SatNumber;
+    }
+
+  private:
+    bool known_ = false;
+    std::int16_t orbitNumber_ = 0;
+    std::string satNumber_;
+};
+
+/// The camera as a view keeps it.
+struct CameraView {
+    double ViewRoll = 0;
+    double ViewLat = 0;
+    double ViewLon = 0;
+    double ZoomFactor = 0;
+    double PanX = 0;
+    double PanY = 0;
+
+    friend bool operator==(const CameraView&, const CameraView&) = default;
+};
+
+struct RunState {
+    // Pictures.
+    std::int32_t FrameCounter = 0;  ///< coarse pictures since the last reading of the rate
+    bool FinePass = false;          ///< a fine picture is being made: fine borders, fine steps
+    bool FrameBusy = false;         ///< a picture is being made; only the run loop writes it
+    Splash SplashShown = Splash::None;
+    std::int16_t PendingView = 0;  ///< number of the view that was entered last; 0 for none
+    CameraView StartView;          ///< the camera at the end of the opening
+
+    // Clock.
+    std::int16_t LastTickSecond = kNoTickSecond;  ///< second of the last picture that the tick asked for
+    WorkingDirection Working;
+
+    // The window.
+    bool FullScreen = false;
+    bool PanelsHidden = false;
+    bool MenusShown = true;
+    double ClientWidth = 0;  ///< inside of the window, twips; written by the window before `ReSizeWindow`
+    double ClientHeight = 0;
+    int PanelGroup = 0;    ///< 0: time, stars, orbit, satellite; 1: drawing and views
+    bool KeyLock = false;  ///< a text field has the focus: the keys are its own
+
+    // The mouse.
+    double LastMouseX = 0;  ///< where it was last seen over the picture, twips
+    double LastMouseY = 0;
+    double LastPictureWidth = 0;  ///< size of the picture then, twips; 0 before the mouse has been over it
+    double LastPictureHeight = 0;
+
+    PolygonTool BorderTool;  ///< of the map tools
+
+    // Turning.
+    bool DragActive = false;            ///< a drag is under way
+    double RotIncLat = kStartRotation;  ///< last change of the angles in one tick of the turning, radians
+    double RotIncLon = kStartRotation;
+    double RotIncRoll = kStartRotation;
+    int AutoTurn = 0;  ///< times that the globe was set turning; 1: it is the idle turning after the opening
+
+    // Long work.
+    Observed<int> LongLoops;  ///< searches, scans and downloads under way; the clock stands still meanwhile
+    bool Opening = false;     ///< the opening sequence is under way
+    bool OpeningCut = false;  ///< a key or a click has ended it early
+    bool Closing = false;     ///< the window is to close; long work ends at its next look
+};
+
+}  // namespace glintara

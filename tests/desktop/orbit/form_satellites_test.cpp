@@ -1,0 +1,342 @@
+#include "desktop/orbit/form_satellites.h"
+
+#include <gtest/gtest.h>
+
+#include <QElapsedTimer>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QTest>
+#include <functional>
+#include <set>
+
+#include "desktop/window_checks.h"
+#include "flare/surface_models.h"
+#include "orbit/element_sets.h"
+#include "orbit/satellite_table.h"
+#include "state/recording_services.h"
+
+namespace glintara::desktop {
+namespace {
+
+using testing::ExpectNothingClipped;
+using testing::Named;
+using testing::Open;
+
+class NoEvents : public Events {
+  public:
+    void ServeEvents() override {}
+};
+
+/// Tells the open window, as the program does.
+class WindowTeller : public WindowSignals {
+  public:
+    void UpDateAll() override {
+        if (form != nullptr) form->UpDateAll();
+    }
+    void ShowWorkingSatellite() override {
+        if (form != nullptr && tellsOfWorking) form->ShowWorkingSatellite();
+    }
+    void UpdateGraphicsLevel2() override { ++pictures; }
+
+    FormSatellites* form = nullptr;
+    bool tellsOfWorking = true;
+    int pictures = 0;
+};
+
+struct FormSatellitesTest : ::testing::Test {
+    FormSatellitesTest() {
+        Load("iridium.tle");
+        form = std::make_unique<FormSatellites>(app, nullptr);
+        windows.form = form.get();
+        list = &Named<QListView>(*form, "LSat");
+        Open(*form);
+        list->setFocus();
+    }
+    ~FormSatellitesTest() override { windows.form = nullptr; }
+
+    void Load(const char* file) {
+        ASSERT_TRUE(LoadTLEFile(app, std::string(GLINTARA_SOURCE_DIR) + "/data/examples/" + file));
+        CApplyTLEOrbit_click(app);
+        ASSERT_TRUE(boxes.messages.empty());
+    }
+
+    QString Text(int row) const { return list->model()->index(row, 0).data().toString(); }
+
+    int RowOfName(const char* name) const {
+        for (int row = 0; row < list->model()->rowCount(); ++row) {
+            if (Text(row).mid(kListNameColumn) == name) return row;
+        }
+        ADD_FAILURE() << "no row of " << name;
+        return 0;
+    }
+
+    void Click(int row, Qt::KeyboardModifiers keys = {}) {
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, keys, PlaceOf(row));
+    }
+
+    void DoubleClick(int row) {
+        Click(row);
+        QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, PlaceOf(row));
+        QTest::mouseRelease(list->viewport(), Qt::LeftButton, {}, PlaceOf(row));
+    }
+
+    QPoint PlaceOf(int row) const {
+        list->scrollTo(list->model()->index(row, 0));
+        return list->visualRect(list->model()->index(row, 0)).center();
+    }
+
+    void Press(const char* button) { QTest::mouseClick(&Named<QPushButton>(*form, button), Qt::LeftButton); }
+
+    /// Orbit numbers of the satellites that the table has selected.
+    std::set<int> InTable() const {
+        std::set<int> numbers;
+        for (int index = 1; index <= app.Data.SatCount; ++index) {
+            if (app.Data.Satellite(index).Selected) numbers.insert(app.Data.Satellite(index).OrbitNumber);
+        }
+        return numbers;
+    }
+
+    /// The same as the list shows it.
+    std::set<int> InList() const {
+        std::set<int> numbers;
+        for (const QModelIndex& row : list->selectionModel()->selectedRows()) numbers.insert(row.row() + 1);
+        return numbers;
+    }
+
+    void ExpectSelected(const std::set<int>& numbers) const {
+        EXPECT_EQ(InTable(), numbers);
+        EXPECT_EQ(InList(), numbers);
+        EXPECT_EQ(Named<QLabel>(*form, "LSel").text(),
+                  QString("%1 of %2 selected").arg(numbers.size()).arg(app.Data.SatCount));
+    }
+
+    SatRecord& WithNumber(int orbitNumber) { return app.Data.Satellite(SearchOrbitNumber(app.Data, orbitNumber)); }
+    const SatRecord& Working() const { return app.Data.Satellite(app.Data.SatCount); }
+
+    glintara::testing::RecordingBoxes boxes;
+    NoEvents events;
+    WindowTeller windows;
+    Application app{boxes, events, windows, ApplyDefaultModel};
+    std::unique_ptr<FormSatellites> form;
+    QListView* list = nullptr;
+};
+
+// What it shows.
+
+TEST_F(FormSatellitesTest, ShowsOneLineASatelliteInTheOrderOfTheirNumbers) {
+    EXPECT_EQ(form->windowTitle(), "Satellites");
+    ASSERT_EQ(list->model()->rowCount(), 86);
+    // The first set of the file.
+    EXPECT_EQ(Text(0), "[XOO] 0001 (24793)   IRIDIUM 7 [+]");
+    for (int row = 0; row < 86; ++row) {
+        EXPECT_EQ(Text(row).mid(6, 4).toInt(), row + 1);
+    }
+    ExpectSelected({});
+}
+
+TEST_F(FormSatellitesTest, ElementSetsThatAreLoadedAppearAndTheRestStaysAsItWas) {
+    Click(3);
+    Click(40, Qt::ControlModifier);
+    const int scrolled = list->verticalScrollBar()->value();
+    ASSERT_GT(scrolled, 0);
+    Load("stations.tle");
+    const int count = app.Data.SatCount;
+    EXPECT_GT(count, 86);
+    EXPECT_EQ(list->model()->rowCount(), count);
+    EXPECT_EQ(Text(count - 1).mid(kListNameColumn).toStdString(), Working().Name);
+    ExpectSelected({4, 41});
+    EXPECT_EQ(list->currentIndex().row(), 40);
+    EXPECT_EQ(list->verticalScrollBar()->value(), scrolled);
+}
+
+TEST_F(FormSatellitesTest, AnEmptyListIsHarmless) {
+    app.Data.SatCount = 0;
+    form->UpDateAll();
+    for (const char* button : {"CSelectAll", "CDeselectAll", "CInvertSel"}) Press(button);
+    QTest::keyClick(list, Qt::Key_Return);
+    QTest::keyClicks(list, "iri");
+    EXPECT_EQ(list->model()->rowCount(), 0);
+    ExpectSelected({});
+    EXPECT_TRUE(Named<QLabel>(*form, "LWorkingSat").text().isEmpty());
+}
+
+TEST_F(FormSatellitesTest, SwitchesThatAnotherRoomSetsAreShown) {
+    WithNumber(5).OptionFlags = "0100000000000000";
+    form->UpDateAll();
+    EXPECT_TRUE(Text(4).startsWith("[OXO] 0005 "));
+}
+
+TEST_F(FormSatellitesTest, NothingIsClipped) { ExpectNothingClipped(*form); }
+
+// The selection, both ways.
+
+TEST_F(FormSatellitesTest, ClicksSelectInTheTable) {
+    Click(2);
+    ExpectSelected({3});
+    Click(5, Qt::ShiftModifier);
+    ExpectSelected({3, 4, 5, 6});
+    Click(4, Qt::ControlModifier);
+    Click(9, Qt::ControlModifier);
+    ExpectSelected({3, 4, 6, 10});
+    Click(0);
+    ExpectSelected({1});
+}
+
+TEST_F(FormSatellitesTest, KeysSelectInTheTable) {
+    Click(10);
+    QTest::keyClick(list, Qt::Key_Down);
+    ExpectSelected({12});
+    QTest::keyClick(list, Qt::Key_Down, Qt::ShiftModifier);
+    ExpectSelected({12, 13});
+    QTest::keyClick(list, Qt::Key_Home);
+    ExpectSelected({1});
+    QTest::keyClick(list, Qt::Key_End);
+    ExpectSelected({86});
+    QTest::keyClick(list, Qt::Key_Up, Qt::ControlModifier);
+    ExpectSelected({86});
+    QTest::keyClick(list, Qt::Key_Space, Qt::ControlModifier);
+    ExpectSelected({85, 86});
+    QTest::keyClick(list, Qt::Key_A, Qt::ControlModifier);
+    EXPECT_EQ(InTable().size(), 86u);
+    EXPECT_EQ(InList().size(), 86u);
+}
+
+TEST_F(FormSatellitesTest, ButtonsSelectAllNoneAndTheOthers) {
+    Press("CSelectAll");
+    EXPECT_EQ(InTable().size(), 86u);
+    Click(7);
+    Press("CInvertSel");
+    EXPECT_EQ(InTable().size(), 85u);
+    EXPECT_EQ(InTable().count(8), 0u);
+    EXPECT_EQ(InTable(), InList());
+    Press("CInvertSel");
+    ExpectSelected({8});
+    Press("CDeselectAll");
+    ExpectSelected({});
+}
+
+TEST_F(FormSatellitesTest, TheTablesSelectionIsShown) {
+    WithNumber(2).Selected = true;
+    WithNumber(3).Selected = true;
+    WithNumber(80).Selected = true;
+    form->UpDateAll();
+    ExpectSelected({2, 3, 80});
+    WithNumber(3).Selected = false;
+    form->UpDateAll();
+    ExpectSelected({2, 80});
+}
+
+TEST_F(FormSatellitesTest, ASecondWindowOpensWithTheTablesSelection) {
+    Click(4);
+    Click(6, Qt::ControlModifier);
+    form = std::make_unique<FormSatellites>(app, nullptr);
+    list = &Named<QListView>(*form, "LSat");
+    ExpectSelected({5, 7});
+}
+
+TEST_F(FormSatellitesTest, TheSelectionStaysWithItsSatellitesWhenTheTableTurns) {
+    Click(1);
+    Click(20, Qt::ControlModifier);
+    ChangeWorkingSatellite(app, 5);
+    ExpectSelected({2, 21});
+    EXPECT_EQ(Text(4).mid(6, 4), "0005");
+    Click(30, Qt::ControlModifier);
+    ExpectSelected({2, 21, 31});
+
+    // Even if nobody has told the window.
+    windows.tellsOfWorking = false;
+    ChangeWorkingSatellite(app, 9);
+    ExpectSelected({2, 21, 31});
+    EXPECT_EQ(Text(8).mid(6, 4), "0009");
+    Click(40, Qt::ControlModifier);
+    ExpectSelected({2, 21, 31, 41});
+}
+
+// Type-ahead.
+
+TEST_F(FormSatellitesTest, TypingANameFindsIt) {
+    QTest::keyClicks(list, "iridium 32");
+    EXPECT_EQ(list->currentIndex().row(), RowOfName("IRIDIUM 32 [+]"));
+    EXPECT_EQ(InTable(), std::set<int>{RowOfName("IRIDIUM 32 [+]") + 1});
+}
+
+TEST_F(FormSatellitesTest, TypingANumberFindsIt) {
+    const int row = RowOfName("IRIDIUM 28 [-]");
+    QTest::keyClicks(list, Text(row).mid(12, 5));
+    EXPECT_EQ(list->currentIndex().row(), row);
+}
+
+TEST_F(FormSatellitesTest, TypingWhatIsNotThereLeavesTheRow) {
+    Click(12);
+    QTest::keyClicks(list, "zzz");
+    EXPECT_EQ(list->currentIndex().row(), 12);
+}
+
+// The working satellite.
+
+TEST_F(FormSatellitesTest, ADoubleClickMakesASatelliteTheWorkingOne) {
+    const std::string second = app.Data.Satellite(2).Name;
+    const std::string first = app.Data.Satellite(1).Name;
+    windows.pictures = 0;
+    DoubleClick(0);
+    EXPECT_EQ(Working().Name, first);
+    EXPECT_EQ(app.Data.Satellite(1).Name, second);
+    EXPECT_EQ(windows.pictures, 1);
+    // Its row stays where it is.
+    EXPECT_EQ(Text(0).mid(kListNameColumn).toStdString(), first);
+    EXPECT_EQ(Named<QLabel>(*form, "LWorkingSat").text(), Text(0));
+    EXPECT_TRUE(list->model()->index(0, 0).data(Qt::FontRole).value<QFont>().bold());
+    EXPECT_FALSE(list->model()->index(85, 0).data(Qt::FontRole).isValid());
+}
+
+TEST_F(FormSatellitesTest, ReturnMakesASatelliteTheWorkingOneAndLeavesTheWindowOpen) {
+    Click(8);
+    QTest::keyClick(list, Qt::Key_Return);
+    EXPECT_EQ(Working().OrbitNumber, 9);
+    EXPECT_TRUE(form->isVisible());
+}
+
+// The window.
+
+TEST_F(FormSatellitesTest, EscapeAndTheDefaultButtonClose) {
+    QTest::keyClick(list, Qt::Key_Escape);
+    EXPECT_FALSE(form->isVisible());
+    Open(*form);
+    EXPECT_TRUE(Named<QPushButton>(*form, "CClose").isDefault());
+    EXPECT_EQ(Named<QPushButton>(*form, "CClose").text(), "CLOSE");
+    Press("CClose");
+    EXPECT_FALSE(form->isVisible());
+}
+
+TEST_F(FormSatellitesTest, TabGoesThroughListAndButtons) {
+    QStringList seen{form->focusWidget()->objectName()};
+    for (int k = 0; k < 5; ++k) {
+        QTest::keyClick(form->focusWidget(), Qt::Key_Tab);
+        seen << form->focusWidget()->objectName();
+    }
+    EXPECT_EQ(seen.join(" "), "LSat CSelectAll CDeselectAll CInvertSel CClose LSat");
+}
+
+TEST_F(FormSatellitesTest, AFullTableStaysQuick) {
+    constexpr int kLongest = 1000;  // ms for all of this; some twenty times what it takes
+    const SatRecord sample = app.Data.Satellite(1);
+    while (app.Data.SatCount < kSatCapacity) {
+        SatRecord& copy = app.Data.Satellite(++app.Data.SatCount);
+        copy = sample;
+        copy.OrbitNumber = static_cast<std::int16_t>(app.Data.SatCount);
+        copy.Selected = app.Data.SatCount % 2 == 0;
+    }
+    QElapsedTimer watch;
+    watch.start();
+    form->UpDateAll();
+    QCoreApplication::processEvents();
+    Press("CInvertSel");
+    Click(1499, Qt::ControlModifier);
+    QTest::keyClick(list, Qt::Key_End);
+    QTest::keyClick(list, Qt::Key_A, Qt::ControlModifier);
+    EXPECT_LT(watch.elapsed(), kLongest);
+    EXPECT_EQ(InTable().size(), static_cast<std::size_t>(kSatCapacity));
+}
+
+}  // namespace
+}  // namespace glintara::desktop

@@ -1,0 +1,378 @@
+// The whole program in its window, steered as a user steers it: with the mouse and keys.
+
+#include <gtest/gtest.h>
+
+#include <QCheckBox>
+#include <QDeadlineTimer>
+#include <QGroupBox>
+#include <QLabel>
+#include <QMenuBar>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QtTest/QTest>
+#include <cmath>
+#include <filesystem>
+#include <numbers>
+
+#include "desktop/main/bindings.h"
+#include "desktop/program/desktop_program.h"
+#include "orbit/element_sets.h"
+#include "orbit/location.h"
+#include "support/temporary_folder.h"
+
+namespace glintara::desktop {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr double kNight = 2458138.5;  // 20 January 2018, 0 h UTC
+constexpr double kDegree = std::numbers::pi / 180;
+
+class WindowTest : public ::testing::Test {
+  protected:
+    const fs::path before_ = fs::current_path();
+    testing::TemporaryFolder folder_;
+    DesktopProgram program_{QString::fromStdString((folder_.Path() / "places.ini").string())};
+    Application& app_ = program_.State();
+    MainControls& main_ = app_.Main;
+    ViewState& view_ = app_.Data.View;
+    MainScope& window_ = program_.Window();
+
+    void SetUp() override {
+        for (const char* file : {"DB001.VDB", "DB002.VDB", "DB003.VDB", "DB004.VDB", "DB005.VDB"}) {
+            fs::create_symlink(fs::path(GLINTARA_SOURCE_DIR) / "data" / file, folder_.Path() / file);
+        }
+        program_.Start(folder_.Path());
+    }
+
+    void TearDown() override { fs::current_path(before_); }
+
+    template <class Condition>
+    static bool WaitFor(Condition condition, int milliseconds = 20000) {
+        return QTest::qWaitFor(condition, milliseconds);
+    }
+
+    /// The opening is over, and the globe stands still.
+    void Settle() {
+        // The opening runs inside its timer and serves events; the key comes while it does.
+        QTimer key;
+        QObject::connect(&key, &QTimer::timeout, [&] {
+            if (app_.Run.Opening) {
+                key.stop();
+                QTest::keyClick(&window_, Qt::Key_Shift);
+                EXPECT_TRUE(app_.Run.OpeningCut);
+            }
+        });
+        key.start(1);
+        ASSERT_TRUE(WaitFor([&] { return main_.Timer5.Enabled && !app_.Run.Opening; }));
+        EXPECT_EQ(view_.ZoomFactor, 29);
+        main_.TimerHRot.Stop();
+        main_.CRealTime.Value = false;
+        WaitForPicture();
+    }
+
+    /// A picture that has been asked for before this call is there.
+    void WaitForPicture() {
+        QTest::qWait(1);
+        ASSERT_TRUE(WaitFor([&] { return !main_.Timer2.Enabled && !app_.Run.FrameBusy; }));
+    }
+
+    QPushButton* ButtonNamed(const QString& text) const {
+        for (QPushButton* button : window_.findChildren<QPushButton*>()) {
+            if (button->text() == text) return button;
+        }
+        return nullptr;
+    }
+
+    void Press(const QString& button) {
+        QPushButton* const widget = ButtonNamed(button);
+        ASSERT_NE(widget, nullptr) << button.toStdString();
+        ASSERT_TRUE(widget->isVisible());
+        QTest::mouseClick(widget, Qt::LeftButton);
+    }
+
+    QAction* EntryNamed(const QString& text) const {
+        for (QAction* action : window_.findChildren<QAction*>()) {
+            if (action->text() == text) return action;
+        }
+        return nullptr;
+    }
+
+    void LoadIridium() {
+        ASSERT_TRUE(LoadTLEFile(app_, GLINTARA_SOURCE_DIR "/data/examples/iridium.tle"));
+        Press("Add TLE");
+        ASSERT_EQ(app_.Data.SatCount, 86);
+    }
+
+    /// Places of colour in the picture.
+    int CountPixels(const std::function<bool(const QColor&)>& wanted) {
+        const QImage& image = window_.Picture().Image();
+        int count = 0;
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x) count += wanted(image.pixelColor(x, y)) ? 1 : 0;
+        }
+        return count;
+    }
+};
+
+bool IsLand(const QColor& c) { return c.green() > c.red() + 10 && c.green() > c.blue() + 10; }
+bool IsSea(const QColor& c) { return c.blue() > c.red() + 20 && c.blue() > c.green() + 20; }
+
+TEST_F(WindowTest, OpensOnTheTurningGlobe) {
+    ASSERT_TRUE(WaitFor([&] { return main_.Timer5.Enabled.Get(); }));
+    EXPECT_EQ(view_.ZoomFactor, 29);
+    EXPECT_EQ(view_.ViewLat, 0);
+    EXPECT_TRUE(main_.TimerHRot.Enabled);
+    const double lon = view_.ViewLon;
+    EXPECT_TRUE(WaitFor([&] { return view_.ViewLon != lon; }));
+    EXPECT_EQ(window_.windowTitle(), "Glintara - v.1.5.2");
+}
+
+TEST_F(WindowTest, PictureShowsTheEarth) {
+    Settle();
+    main_.CSunLight.Value = false;
+    WaitForPicture();
+    // Zoom 29 makes the radius 29/128 of the short side; some two thirds of the disc are sea.
+    const QSize size = window_.Picture().size();
+    const double radius = std::min(size.width(), size.height()) * 29.0 / 128;
+    const double disc = std::numbers::pi * radius * radius;
+    const int land = CountPixels(IsLand);
+    const int sea = CountPixels(IsSea);
+    EXPECT_GT(land, 0.1 * disc);
+    EXPECT_GT(sea, 0.3 * disc);
+    EXPECT_LT(land + sea, 1.1 * disc);
+}
+
+/// Whether a widget of words shows all of them, inside of its window.
+bool IsWhole(const QWidget& widget) {
+    const auto* label = qobject_cast<const QLabel*>(&widget);
+    const bool wraps = label != nullptr && label->wordWrap();
+    const QSize needed = wraps ? QSize(0, label->heightForWidth(widget.width())) : widget.sizeHint();
+    const QRect inWindow(widget.mapTo(widget.window(), QPoint(0, 0)), widget.size());
+    return widget.width() >= needed.width() && widget.height() >= needed.height() &&
+           widget.window()->rect().contains(inWindow);
+}
+
+TEST_F(WindowTest, NothingIsClippedAtTheLeastSize) {
+    Settle();
+    LoadIridium();
+    window_.resize(1100, 720);
+    for (int group = 0; group < 2; ++group) {
+        int looked = 0;
+        QStringList clipped;
+        const auto isWhole = [&] {
+            looked = 0;
+            clipped.clear();
+            for (const QWidget* widget : window_.findChildren<QWidget*>()) {
+                const bool holdsWords = qobject_cast<const QAbstractButton*>(widget) != nullptr ||
+                                        qobject_cast<const QLabel*>(widget) != nullptr;
+                if (!holdsWords || !widget->isVisible()) continue;
+                ++looked;
+                if (!IsWhole(*widget)) clipped << widget->property("text").toString();
+            }
+            return clipped.isEmpty();
+        };
+        // The layout follows its widgets with a later event.
+        QTest::qWait(20);
+        WaitFor(isWhole, 3000);
+        EXPECT_TRUE(clipped.isEmpty()) << clipped.join(" | ").toStdString();
+        EXPECT_GT(looked, 20);
+        main_.FrameInfo.Click();
+    }
+}
+
+TEST_F(WindowTest, EveryControlTellsWhatItIsFor) {
+    Settle();
+    for (const QAbstractButton* button : window_.findChildren<QAbstractButton*>()) {
+        if (button->text().isEmpty()) continue;  // Qt's own
+        EXPECT_FALSE(button->toolTip().isEmpty()) << button->text().toStdString();
+        EXPECT_GT(button->accessibleName().size(), 2) << button->text().toStdString();
+    }
+}
+
+TEST_F(WindowTest, ElementSetsComeInByTheButton) {
+    Settle();
+    LoadIridium();
+    WaitForPicture();
+    EXPECT_TRUE(main_.CPlotOrbit.Enabled);
+    EXPECT_TRUE(main_.MnuFindFlare.Enabled);
+    // The marks of the near side are gold in sunlight.
+    EXPECT_GT(CountPixels([](const QColor& c) { return c.red() > 200 && c.green() > 170 && c.blue() < 80; }), 40);
+}
+
+TEST_F(WindowTest, LeftDragTurnsTheGlobe) {
+    Settle();
+    PictureBox& picture = window_.Picture();
+    const double lon = view_.ViewLon;
+    const double lat = view_.ViewLat;
+    const double width = picture.width();
+    const double height = picture.height();
+    QTest::mousePress(&picture, Qt::LeftButton, {}, {200, 200});
+    QTest::mouseMove(&picture, {220, 205});
+    QMouseEvent move(QEvent::MouseMove, QPointF(260, 210), picture.mapToGlobal(QPointF(260, 210)), Qt::NoButton,
+                     Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&picture, &move);
+    const double s = 50.0 / 29;
+    EXPECT_NEAR(std::remainder(view_.ViewLon - (lon - 60 / width * 4 * s), 2 * std::numbers::pi), 0, 1e-9);
+    EXPECT_NEAR(view_.ViewLat, lat + 10 / height * 4 * s, 1e-9);
+    QTest::qWait(80);  // held still: it does not turn on by itself
+    QTest::mouseRelease(&picture, Qt::LeftButton, {}, {260, 210});
+    EXPECT_FALSE(main_.TimerHRot.Enabled);
+}
+
+TEST_F(WindowTest, KeysSteer) {
+    Settle();
+    window_.Picture().setFocus();
+    EXPECT_TRUE(main_.CSunLight.Value);
+    QTest::keyClick(&window_.Picture(), Qt::Key_G);
+    EXPECT_FALSE(main_.CSunLight.Value);
+    const int hours = app_.Data.TimeOffset.HourOffset;
+    QTest::keyClick(&window_.Picture(), Qt::Key_H);
+    EXPECT_EQ(app_.Data.TimeOffset.HourOffset, hours + 1);
+    QTest::keyClick(&window_.Picture(), Qt::Key_H, Qt::ShiftModifier);
+    EXPECT_EQ(app_.Data.TimeOffset.HourOffset, hours);
+    QTest::keyClick(&window_.Picture(), Qt::Key_F5);
+    EXPECT_EQ(view_.ViewLon, 0);
+}
+
+TEST_F(WindowTest, TextFieldsKeepTheirKeys) {
+    Settle();
+    auto* const box = window_.findChild<QPlainTextEdit*>();
+    ASSERT_NE(box, nullptr);
+    window_.activateWindow();
+    box->setFocus();
+    QTest::keyClicks(box, "gh");
+    EXPECT_TRUE(main_.CSunLight.Value);
+    EXPECT_EQ(main_.TTLE.Text.Get(), "gh");
+}
+
+TEST_F(WindowTest, SpaceFillsTheScreenAndEscapeLeavesIt) {
+    Settle();
+    QTest::keyClick(&window_.Picture(), Qt::Key_Space);
+    EXPECT_TRUE(app_.Run.FullScreen);
+    EXPECT_TRUE(window_.isFullScreen());
+    EXPECT_TRUE(WaitFor([&] { return window_.Picture().height() == window_.height(); }));
+    QTest::keyClick(&window_.Picture(), Qt::Key_Escape);
+    EXPECT_FALSE(app_.Run.FullScreen);
+    EXPECT_FALSE(window_.isFullScreen());
+    EXPECT_TRUE(WaitFor([&] { return window_.Picture().height() < window_.height() - 100; }));
+}
+
+TEST_F(WindowTest, ClickOnInfoSwitchesThePanels) {
+    Settle();
+    const auto frames = window_.findChildren<QGroupBox*>();
+    const auto shown = [&](const QString& title) {
+        for (const QGroupBox* frame : frames) {
+            if (frame->title() == title) return frame->isVisible();
+        }
+        ADD_FAILURE() << title.toStdString();
+        return false;
+    };
+    EXPECT_TRUE(shown("Time"));
+    EXPECT_FALSE(shown("Draw"));
+    for (QGroupBox* frame : frames) {
+        if (frame->title() == "Info") QTest::mouseClick(frame, Qt::LeftButton, {}, {20, 20});
+    }
+    EXPECT_FALSE(shown("Time"));
+    EXPECT_TRUE(shown("Draw"));
+}
+
+TEST_F(WindowTest, DoubleClickHidesThePanels) {
+    Settle();
+    const int before = window_.Picture().height();
+    QTest::mouseDClick(&window_.Picture(), Qt::LeftButton, {}, {10, 10});
+    EXPECT_TRUE(app_.Run.PanelsHidden);
+    EXPECT_TRUE(WaitFor([&] { return window_.Picture().height() > before; }));
+    QTest::mouseDClick(&window_.Picture(), Qt::LeftButton, {}, {10, 10});
+    EXPECT_FALSE(app_.Run.PanelsHidden);
+    EXPECT_TRUE(WaitFor([&] { return window_.Picture().height() == before; }));
+}
+
+TEST_F(WindowTest, PictureFollowsTheWindow) {
+    Settle();
+    window_.resize(1400, 900);
+    EXPECT_TRUE(WaitFor([&] { return window_.Picture().Image().size() == window_.Picture().size(); }));
+}
+
+TEST_F(WindowTest, MenuEntriesMirrorTheBoxes) {
+    Settle();
+    QAction* const entry = EntryNamed("2D Rendering");
+    ASSERT_NE(entry, nullptr);
+    EXPECT_FALSE(entry->isChecked());
+    entry->trigger();
+    EXPECT_TRUE(main_.CPlaniSphere.Value);
+    EXPECT_TRUE(entry->isChecked());
+    main_.CPlaniSphere.Value = false;
+    EXPECT_FALSE(entry->isChecked());
+}
+
+TEST_F(WindowTest, SearchFindsTheFlareAndTheClockJumpsThere) {
+    Settle();
+    SetLocation(app_.Data, {45.07 * kDegree, 7.69 * kDegree, 240});
+    LoadIridium();
+    program_.Core().Time.SetJDToTimeOffset(kNight);
+    for (int s = 1; s <= app_.Data.SatCount; ++s) app_.Data.Satellite(s).Selected = true;
+    QAction* const entry = EntryNamed("Search Flares/Transits...");
+    ASSERT_NE(entry, nullptr);
+    entry->trigger();
+    app_.FindFlare.CFindFirst.Click();
+    EXPECT_EQ(app_.FindFlare.LStatus.Caption.Get(), "Flare Found! (IRIDIUM 32 [+])");
+    // Comes within 30 km at 5:03:21 and a half; the nearest moment is two seconds later.
+    EXPECT_NEAR((app_.Data.SimTime - kNight) * 86400, 5 * 3600 + 3 * 60 + 20, 10);
+    EXPECT_EQ(main_.LDateTime.Caption.Get().substr(0, 20), "DATE 20/01/2018 05:0");
+    // Its mark stands beside the observer's.
+    view_.ViewLat = app_.Data.Site.SiteGeoLat;
+    view_.ViewLon = app_.Data.Site.SiteLon;
+    view_.ZoomFactor = 300;
+    UpdateGraphicsLevel2(main_);
+    WaitForPicture();
+    EXPECT_GT(CountPixels([](const QColor& c) { return c.green() > 150 && c.red() < 120 && c.blue() < 150; }), 20);
+}
+
+TEST_F(WindowTest, WheelComesNearerOverThePicture) {
+    Settle();
+    PictureBox& picture = window_.Picture();
+    const QPointF at(300, 200);
+    QWheelEvent nearer(at, picture.mapToGlobal(at), {}, {0, 120}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase,
+                       false);
+    QCoreApplication::sendEvent(&picture, &nearer);
+    EXPECT_NEAR(view_.ZoomFactor, 29 * 1.1, 1e-9);
+}
+
+TEST_F(WindowTest, EverythingStaysReadableAtTwoPixelsAPoint) {
+    Settle();
+    main_.FrameInfo.Click();
+    QTest::qWait(20);
+    QImage fine(window_.size() * 2, QImage::Format_RGB32);
+    fine.setDevicePixelRatio(2);
+    window_.render(&fine);
+    QImage plain(window_.size(), QImage::Format_RGB32);
+    window_.render(&plain);
+    // The same window, only finer: brought down to one size they agree.
+    const QImage down = fine.scaled(plain.size(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    double sum = 0;
+    for (int y = 0; y < plain.height(); ++y) {
+        for (int x = 0; x < plain.width(); ++x) sum += std::abs(qGreen(plain.pixel(x, y)) - qGreen(down.pixel(x, y)));
+    }
+    EXPECT_LT(sum / (plain.width() * plain.height()), 3);
+}
+
+TEST_F(WindowTest, WindowOpensWhereItStood) {
+    Settle();
+    window_.resize(1100, 760);  // the screen of the tests is no wider
+    QTest::qWait(20);
+    ASSERT_TRUE(window_.close());
+    DesktopProgram next(QString::fromStdString((folder_.Path() / "places.ini").string()));
+    EXPECT_EQ(next.Window().size(), QSize(1100, 760));
+}
+
+TEST_F(WindowTest, ClosingEndsTheClock) {
+    Settle();
+    EXPECT_TRUE(window_.close());
+    EXPECT_TRUE(app_.Run.Closing);
+    EXPECT_FALSE(main_.Timer5.Enabled && window_.isVisible());
+}
+
+}  // namespace
+}  // namespace glintara::desktop
