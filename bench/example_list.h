@@ -31,9 +31,8 @@ class ExampleList {
   public:
     explicit ExampleList(int count) {
         SetLocationDegrees(app.Data, 45.07, 7.69);
-        if (!LoadTLEFile(app, std::string(GLINTARA_SOURCE_DIR) + "/data/examples/all.tle")) {
+        if (!LoadTLEFile(app, std::string(GLINTARA_SOURCE_DIR) + "/data/examples/all.tle"))
             throw std::runtime_error("all.tle");
-        }
         CApplyTLEOrbitFnct(app, TLEMode::Add, false, false);
         CommonData& data = app.Data;
         const int loaded = data.SatCount;

@@ -48,9 +48,8 @@ struct Day {
     /// With `everySatellite` all of them get the three antennas of an Iridium.
     Day(const std::string& file, bool everySatellite) {
         SetLocation(app.Data, kTurin);
-        if (!LoadTLEFile(app, std::string(GLINTARA_SOURCE_DIR) + "/data/examples/" + file)) {
+        if (!LoadTLEFile(app, std::string(GLINTARA_SOURCE_DIR) + "/data/examples/" + file))
             throw std::runtime_error(file);
-        }
         CApplyTLEOrbitFnct(app, TLEMode::Add, false, false);
         for (int s = 1; s <= app.Data.SatCount; ++s) {
             SatRecord& satellite = app.Data.Satellite(s);
@@ -138,9 +137,7 @@ void SweepOfAnHour(benchmark::State& state) {
     Clock::duration sweep = Clock::duration::max();
     for (auto _ : state) {
         const auto begin = Clock::now();
-        for (std::size_t i = 0; i < kSurfaces; ++i) {
-            benchmark::DoNotOptimize(SweepHour(day, day.surfaces[i], kStart));
-        }
+        for (std::size_t i = 0; i < kSurfaces; ++i) benchmark::DoNotOptimize(SweepHour(day, day.surfaces[i], kStart));
         sweep = std::min(sweep, Clock::now() - begin);
     }
     const double part = static_cast<double>(kSurfaces) / static_cast<double>(day.surfaces.size()) / kHours;

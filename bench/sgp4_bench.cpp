@@ -34,9 +34,8 @@ double NextTime(double minutes) { return minutes + kStepMinutes > kSpanMinutes ?
 
 glintara::MeanElements ElementsOf(const Set& set) {
     glintara::MeanElements elements;
-    if (glintara::ReadElementLines(set.line1, set.line2, elements) != glintara::ElementLinesError::None) {
+    if (glintara::ReadElementLines(set.line1, set.line2, elements) != glintara::ElementLinesError::None)
         throw std::invalid_argument(set.line1);
-    }
     return elements;
 }
 

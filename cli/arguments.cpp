@@ -25,9 +25,7 @@ std::vector<std::string_view> Split(std::string_view text, char mark) {
     for (;;) {
         const std::size_t at = text.find(mark);
         parts.push_back(text.substr(0, at));
-        if (at == std::string_view::npos) {
-            return parts;
-        }
+        if (at == std::string_view::npos) return parts;
         text.remove_prefix(at + 1);
     }
 }
@@ -38,9 +36,8 @@ std::vector<std::string_view> Split(std::string_view text, char mark) {
 
 double NumberIn(std::string_view site, std::string_view part, const std::string& what, double low, double high) {
     const std::optional<double> value = StrictNumber(part);
-    if (!value || *value < low || *value > high) {
+    if (!value || *value < low || *value > high)
         FailSite(site, "the " + what + " is a number from " + PlainNumberText(low) + " to " + PlainNumberText(high));
-    }
     return *value;
 }
 
@@ -58,25 +55,19 @@ class Reader {
     bool Done() const { return rest_.empty(); }
 
     bool Take(char c) {
-        if (rest_.empty() || rest_.front() != c) {
-            return false;
-        }
+        if (rest_.empty() || rest_.front() != c) return false;
         rest_.remove_prefix(1);
         return true;
     }
 
     void Expect(char c) {
-        if (!Take(c)) {
-            FailInstant(whole_);
-        }
+        if (!Take(c)) FailInstant(whole_);
     }
 
     int Digits(int count) {
         int value = 0;
         for (int i = 0; i < count; ++i) {
-            if (rest_.empty() || rest_.front() < '0' || rest_.front() > '9') {
-                FailInstant(whole_);
-            }
+            if (rest_.empty() || rest_.front() < '0' || rest_.front() > '9') FailInstant(whole_);
             value = 10 * value + (rest_.front() - '0');
             rest_.remove_prefix(1);
         }
@@ -104,16 +95,13 @@ class Reader {
 
 Geodetic ParseSite(std::string_view text) {
     const std::vector<std::string_view> parts = Split(text, ',');
-    if (parts.size() != 2 && parts.size() != 3) {
+    if (parts.size() != 2 && parts.size() != 3)
         FailSite(text, "write LATITUDE,LONGITUDE or LATITUDE,LONGITUDE,HEIGHT, for example 45.07,7.69,240");
-    }
     Geodetic site;
     site.lat = NumberIn(text, parts[0], "latitude in degrees", -90, 90) * kDegToRad;
     site.lon = NumberIn(text, parts[1], "longitude in degrees", -180, 360) * kDegToRad;
     site.height = kDefaultSiteHeight;
-    if (parts.size() == 3) {
-        site.height = NumberIn(text, parts[2], "height in metres", kLowestHeight, kHighestHeight);
-    }
+    if (parts.size() == 3) site.height = NumberIn(text, parts[2], "height in metres", kLowestHeight, kHighestHeight);
     return site;
 }
 
@@ -131,9 +119,7 @@ double ParseInstant(std::string_view text) {
         fields.minute = reader.Digits(2);
         if (reader.Take(':')) {
             fields.second = reader.Digits(2);
-            if (reader.Take('.')) {
-                fields.second += reader.Fraction();
-            }
+            if (reader.Take('.')) fields.second += reader.Fraction();
         }
         reader.Take('Z');
     }
@@ -143,9 +129,8 @@ double ParseInstant(std::string_view text) {
                          fields.second < 60;
     // A day that the month does not have comes back as one of the next month.
     constexpr double kHalfSecond = 0.5 / kSecondsPerDay;
-    if (!reader.Done() || !inRange || JDToDate(std::floor(jd - 0.5) + 0.5 + kHalfSecond).day != fields.day) {
+    if (!reader.Done() || !inRange || JDToDate(std::floor(jd - 0.5) + 0.5 + kHalfSecond).day != fields.day)
         FailInstant(text);
-    }
     return jd;
 }
 

@@ -26,12 +26,10 @@ std::string SurfaceOf(const SatRecord& satellite, const FlarePass& pass, bool tr
 }
 
 void Check(const FlareOptions& options) {
-    if (!(options.hours > 0 && options.hours <= kMostHours)) {
+    if (!(options.hours > 0 && options.hours <= kMostHours))
         throw Failure(kBadUsage, "--hours is a number above 0, at most " + FullText(kMostHours));
-    }
-    if (!(options.within > 0 && options.within <= kMostWithin)) {
+    if (!(options.within > 0 && options.within <= kMostWithin))
         throw Failure(kBadUsage, "--within is a number of kilometres above 0, at most " + FullText(kMostWithin));
-    }
 }
 
 void PrintText(const CommonData& data, const std::vector<FlarePass>& passes, bool transit, std::ostream& out) {
@@ -40,9 +38,7 @@ void PrintText(const CommonData& data, const std::vector<FlarePass>& passes, boo
     table.AddColumn({"UTC", ""}, Left);
     table.AddColumn({"Number", ""}, Left);
     table.AddColumn({"Satellite", ""}, Left);
-    if (!transit) {
-        table.AddColumn({"Surface", ""}, Left);
-    }
+    if (!transit) table.AddColumn({"Surface", ""}, Left);
     table.AddColumn({"Distance", "km"}, Right);
     table.AddColumn({"Within", "s"}, Right);
     table.AddColumn({"Centre", "lat"}, Right);
@@ -50,15 +46,11 @@ void PrintText(const CommonData& data, const std::vector<FlarePass>& passes, boo
     table.AddColumn({"Sun", "el"}, Right);
     table.AddColumn({"Azimuth", "deg"}, Right);
     table.AddColumn({"Elevation", "deg"}, Right);
-    if (!transit) {
-        table.AddColumn({"Sun-mirror", "deg"}, Right);
-    }
+    if (!transit) table.AddColumn({"Sun-mirror", "deg"}, Right);
     for (const FlarePass& pass : passes) {
         const SatRecord& satellite = data.Satellite(pass.satellite);
         std::vector<std::string> row{ShortInstant(pass.closest), NumberOf(satellite), satellite.Name};
-        if (!transit) {
-            row.push_back(SurfaceOf(satellite, pass, transit));
-        }
+        if (!transit) row.push_back(SurfaceOf(satellite, pass, transit));
         row.push_back(FixedText(pass.distance / 1000, 2));
         row.push_back(FixedText((pass.end - pass.begin) * kSecondsPerDay, 1));
         row.push_back(FixedText(Degrees(pass.centre.lat), 3));
@@ -66,9 +58,7 @@ void PrintText(const CommonData& data, const std::vector<FlarePass>& passes, boo
         row.push_back(FixedText(Degrees(pass.sunElevation), 1));
         row.push_back(FixedText(Degrees(pass.sky.azimuth), 1));
         row.push_back(FixedText(Degrees(pass.sky.altitude), 1));
-        if (!transit) {
-            row.push_back(FixedText(Degrees(pass.sunMirrorAngle), 1));
-        }
+        if (!transit) row.push_back(FixedText(Degrees(pass.sunMirrorAngle), 1));
         table.AddRow(std::move(row));
     }
     table.Print(out);
@@ -96,18 +86,14 @@ nlohmann::ordered_json PassJson(const CommonData& data, const FlarePass& pass, b
         {"end_utc", IsoInstant(pass.end)}, {"jd", pass.closest},
         {"number", NumberOf(satellite)},   {"name", satellite.Name},
     };
-    if (!transit) {
-        json["surface"] = SurfaceOf(satellite, pass, transit);
-    }
+    if (!transit) json["surface"] = SurfaceOf(satellite, pass, transit);
     json["distance_km"] = pass.distance / 1000;
     json["centre"] = {{"latitude_deg", Degrees(pass.centre.lat)}, {"longitude_deg", Degrees(pass.centre.lon)}};
     json["sun_elevation_deg"] = Degrees(pass.sunElevation);
     json["satellite"] = {{"azimuth_deg", Degrees(pass.sky.azimuth)},
                          {"elevation_deg", Degrees(pass.sky.altitude)},
                          {"range_km", pass.range / 1000}};
-    if (!transit) {
-        json["sun_mirror_angle_deg"] = Degrees(pass.sunMirrorAngle);
-    }
+    if (!transit) json["sun_mirror_angle_deg"] = Degrees(pass.sunMirrorAngle);
     return json;
 }
 
@@ -123,9 +109,7 @@ void PrintJson(const CommonData& data, const PassQuest& quest, const std::vector
     json["source"] = quest.moon ? "moon" : "sun";
     json["kind"] = quest.transit ? "transit" : "flare";
     json["flares"] = nlohmann::ordered_json::array();
-    for (const FlarePass& pass : passes) {
-        json["flares"].push_back(PassJson(data, pass, quest.transit));
-    }
+    for (const FlarePass& pass : passes) json["flares"].push_back(PassJson(data, pass, quest.transit));
     // Names may hold any bytes; what is no UTF-8 is replaced.
     out << json.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) << '\n';
 }
@@ -153,9 +137,7 @@ void RunFlares(const FlareOptions& options, std::ostream& out) {
     Progress progress("Searching...");
     const std::vector<FlarePass> passes = ListPasses(data, quest, std::ref(progress));
     progress.Clear();
-    if (Progress::Interrupted()) {
-        throw Failure(kInterrupted, "interrupted");
-    }
+    if (Progress::Interrupted()) throw Failure(kInterrupted, "interrupted");
     switch (options.format) {
         case Format::Text:
             if (passes.empty()) {

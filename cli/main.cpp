@@ -69,15 +69,12 @@ int main(int argc, char** argv) {
     }
 
     try {
-        if (flares->parsed()) {
+        if (flares->parsed())
             RunFlares(flareOptions, std::cout);
-        } else {
+        else
             RunWhere(whereOptions, std::cout);
-        }
         std::cout.flush();
-        if (!std::cout) {
-            throw Failure(kBadData, "the output could not be written");
-        }
+        if (!std::cout) throw Failure(kBadData, "the output could not be written");
     } catch (const Failure& failure) {
         std::cerr << "glint: " << failure.what() << '\n';
         return failure.Code();

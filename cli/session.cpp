@@ -55,23 +55,16 @@ void Warn(const std::string& text) { std::cerr << "glint: warning: " << text << 
 
 void Session::Prepare(const CommonOptions& options, double jd) {
     SetLocation(app_.Data, ParseSite(options.site));
-    for (const std::string& file : options.tleFiles) {
-        LoadFile(file);
-    }
+    for (const std::string& file : options.tleFiles) LoadFile(file);
     KeepNames(options.name);
 
     double oldest = 0;
-    for (int i = 1; i <= app_.Data.SatCount; ++i) {
-        if (!app_.Data.Satellite(i).IsDisabled()) {
+    for (int i = 1; i <= app_.Data.SatCount; ++i)
+        if (!app_.Data.Satellite(i).IsDisabled())
             oldest = std::max(oldest, std::abs(jd - EpochToJD(app_.Data.Satellite(i))));
-        }
-    }
-    if (oldest > kFreshDays) {
+    if (oldest > kFreshDays)
         Warn("element sets are up to " + FixedText(oldest, 0) + " days away from that date; predictions will be off");
-    }
-    if (jd < kJ2000) {
-        Warn("before noon of 1 January 2000 places on the ground are not the true ones");
-    }
+    if (jd < kJ2000) Warn("before noon of 1 January 2000 places on the ground are not the true ones");
 }
 
 void Session::LoadFile(const std::string& file) {
@@ -86,21 +79,16 @@ void Session::LoadFile(const std::string& file) {
     const int before = app_.Data.SatCount;
     CApplyTLEOrbit_click(app_);
     const std::string& answer = app_.Main.LCommandOutput.Caption.Get();
-    if (answer.rfind("ERROR:", 0) != 0) {
-        return;
-    }
+    if (answer.rfind("ERROR:", 0) != 0) return;
     std::string text = shown + ": " + (messages_.Last().empty() ? answer : messages_.Last());
     const std::string& rest = app_.Main.TTLE.Text.Get();
-    if (!rest.empty()) {
+    if (!rest.empty())
         text += " after " + std::to_string(app_.Data.SatCount - before) + " good sets, at \"" + FirstLine(rest) + "\"";
-    }
     throw Failure(kBadData, text);
 }
 
 void Session::KeepNames(const std::string& part) {
-    if (part.empty()) {
-        return;
-    }
+    if (part.empty()) return;
     const std::string wanted = LowerCase(part);
     int kept = 0;
     for (int i = 1; i <= app_.Data.SatCount; ++i) {
@@ -109,14 +97,13 @@ void Session::KeepNames(const std::string& part) {
         satellite.OptionFlags[kDisabledPlace] = fits ? '0' : '1';
         kept += fits ? 1 : 0;
     }
-    if (kept == 0) {
-        throw Failure(kBadData, "no satellite's name contains \"" + part + "\"");
-    }
+    if (kept == 0) throw Failure(kBadData, "no satellite's name contains \"" + part + "\"");
 }
 
 Progress::Progress(std::string what)
     : what_(std::move(what)), terminal_(isatty(STDERR_FILENO) == 1), startTime_(Seconds()) {
-    std::signal(SIGINT, [](int) { interrupted = 1; });
+    std::signal(
+        SIGINT, [](int) { interrupted = 1; });
 }
 
 bool Progress::Interrupted() { return interrupted != 0; }

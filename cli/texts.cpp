@@ -34,9 +34,7 @@ std::string InstantText(double jd, int decimals, char between) {
     const auto done =
         std::to_chars(buffer.data(), buffer.data() + buffer.size(), f.second, std::chars_format::fixed, decimals);
     std::string seconds(buffer.data(), done.ptr);
-    if (f.second < 10) {
-        seconds.insert(0, 1, '0');
-    }
+    if (f.second < 10) seconds.insert(0, 1, '0');
     return Padded(static_cast<int>(f.year), 4) + "-" + Padded(static_cast<int>(f.month), 2) + "-" +
            Padded(static_cast<int>(f.day), 2) + between + Padded(static_cast<int>(f.hour), 2) + ":" +
            Padded(static_cast<int>(f.minute), 2) + ":" + seconds;
@@ -70,15 +68,11 @@ std::string ShortInstant(double jd) { return InstantText(jd, 1, ' '); }
 std::string IsoInstant(double jd) { return InstantText(jd, 3, 'T') + "Z"; }
 
 std::string CsvField(std::string_view text) {
-    if (text.find_first_of(",\"\r\n") == std::string_view::npos) {
-        return std::string(text);
-    }
+    if (text.find_first_of(",\"\r\n") == std::string_view::npos) return std::string(text);
     std::string quoted = "\"";
     for (const char c : text) {
         quoted += c;
-        if (c == '"') {
-            quoted += c;
-        }
+        if (c == '"') quoted += c;
     }
     quoted += '"';
     return quoted;
@@ -87,9 +81,7 @@ std::string CsvField(std::string_view text) {
 std::string CsvLine(const std::vector<std::string>& fields) {
     std::string line;
     for (const std::string& field : fields) {
-        if (!line.empty()) {
-            line += ',';
-        }
+        if (!line.empty()) line += ',';
         line += CsvField(field);
     }
     return line;
@@ -102,24 +94,17 @@ void Table::AddColumn(std::vector<std::string> heading, Align align) {
 void Table::Print(std::ostream& out) const {
     std::vector<std::vector<std::string>> lines;
     std::size_t headingLines = 0;
-    for (const Column& column : columns_) {
-        headingLines = std::max(headingLines, column.heading.size());
-    }
+    for (const Column& column : columns_) headingLines = std::max(headingLines, column.heading.size());
     for (std::size_t i = 0; i < headingLines; ++i) {
         std::vector<std::string> line;
-        for (const Column& column : columns_) {
-            line.push_back(i < column.heading.size() ? column.heading[i] : "");
-        }
+        for (const Column& column : columns_) line.push_back(i < column.heading.size() ? column.heading[i] : "");
         lines.push_back(line);
     }
     lines.insert(lines.end(), rows_.begin(), rows_.end());
 
     std::vector<std::size_t> widths(columns_.size(), 0);
-    for (const auto& line : lines) {
-        for (std::size_t c = 0; c < widths.size(); ++c) {
-            widths[c] = std::max(widths[c], ScreenWidth(line[c]));
-        }
-    }
+    for (const auto& line : lines)
+        for (std::size_t c = 0; c < widths.size(); ++c) widths[c] = std::max(widths[c], ScreenWidth(line[c]));
     for (const auto& line : lines) {
         std::string text;
         for (std::size_t c = 0; c < widths.size(); ++c) {

@@ -29,12 +29,8 @@ struct Whereabouts {
 };
 
 std::string LightOf(const CommonData& data, const WorldMotion& motion, double jd) {
-    if (motion.result == kDecayed) {
-        return "decayed";
-    }
-    if (motion.result != 0) {
-        return "no orbit";
-    }
+    if (motion.result == kDecayed) return "decayed";
+    if (motion.result != 0) return "no orbit";
     return InShadow(motion.position, Normalized(SunPlace(data, jd))) ? "shadow" : "lit";
 }
 
@@ -118,9 +114,7 @@ void PrintJson(const std::vector<Whereabouts>& all, double jd, std::ostream& out
     nlohmann::ordered_json json;
     json["utc"] = IsoInstant(jd);
     json["satellites"] = nlohmann::ordered_json::array();
-    for (const Whereabouts& where : all) {
-        json["satellites"].push_back(WhereJson(where));
-    }
+    for (const Whereabouts& where : all) json["satellites"].push_back(WhereJson(where));
     out << json.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) << '\n';
 }
 
@@ -132,11 +126,8 @@ void RunWhere(const CommonOptions& options, std::ostream& out) {
     session.Prepare(options, jd);
     const CommonData& data = session.App().Data;
     std::vector<Whereabouts> all;
-    for (int i = 1; i <= data.SatCount; ++i) {
-        if (!data.Satellite(i).IsDisabled()) {
-            all.push_back(WhereIs(data, data.Satellite(i), jd));
-        }
-    }
+    for (int i = 1; i <= data.SatCount; ++i)
+        if (!data.Satellite(i).IsDisabled()) all.push_back(WhereIs(data, data.Satellite(i), jd));
     switch (options.format) {
         case Format::Text:
             PrintText(all, jd, out);

@@ -80,9 +80,7 @@ constexpr std::array kViewKeys{
 };
 
 void TurnOver(CheckBox& box) {
-    if (box.Enabled) {
-        box.Value = !box.Value;
-    }
+    if (box.Enabled) box.Value = !box.Value;
 }
 
 bool PressButton(MainControls& main, const KeyPress& key) {
@@ -110,11 +108,10 @@ bool TurnOptionOver(MainControls& main, const KeyPress& key) {
 
 void ZoomBy(Application& app, double step) {
     ViewState& view = app.Data.View;
-    if (step > 0) {
+    if (step > 0)
         view.ZoomFactor = std::max(view.ZoomFactor, std::min(view.ZoomFactor + step, kMostKeyZoom));
-    } else if (view.ZoomFactor > -step) {
+    else if (view.ZoomFactor > -step)
         view.ZoomFactor += step;
-    }
     CameraZoomed(app);
 }
 
@@ -167,9 +164,7 @@ bool Form_KeyDown(Application& app, RunLoop& loop, const KeyPress& key) {
     const bool stopped = loop.GlobeRotation().StopIdle();
     MainControls& main = app.Main;
     if (key.character == 'U') {
-        if (!stopped) {
-            loop.GlobeRotation().Toggle();
-        }
+        if (!stopped) loop.GlobeRotation().Toggle();
         return true;
     }
     if (key.character == 'V') {

@@ -173,13 +173,12 @@ void MouseSteering::Released() {
 void MouseSteering::DoubleClicked(const MouseHold& hold) {
     loop_.GlobeRotation().StopIdle();
     if (hold.control || hold.alt) return;
-    if (app_.Run.FullScreen) {
+    if (app_.Run.FullScreen)
         SetFullScreen(app_, false);
-    } else if (app_.Run.PanelsHidden) {
+    else if (app_.Run.PanelsHidden)
         MenuShow(app_);
-    } else {
+    else
         MenuHide(app_);
-    }
 }
 
 void MouseSteering::Wheel(double units) {

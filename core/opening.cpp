@@ -81,9 +81,7 @@ bool Opening::Show(double zoom) {
     const std::int64_t before = loop_.PicturesMade();
     app_.Windows.UpdateGraphicsLevel2();
     main.Timer4.Restart(kWaitMs);
-    while (!Ended() && (main.Timer4.Enabled || loop_.PicturesMade() == before)) {
-        app_.EventQueue.ServeEvents();
-    }
+    while (!Ended() && (main.Timer4.Enabled || loop_.PicturesMade() == before)) app_.EventQueue.ServeEvents();
     return !Ended();
 }
 
@@ -106,11 +104,10 @@ void Opening::ComeToRest(int fineInterval) {
     const bool loaded = hooks_.loadStartUpWorkspace && hooks_.loadStartUpWorkspace();
     if (hooks_.checkForUpdate) hooks_.checkForUpdate();
     run.AutoTurn = 0;
-    if (loaded) {
+    if (loaded)
         run.AutoTurn = 1;
-    } else {
+    else
         loop_.GlobeRotation().Start(Turning::Lasting);
-    }
     app_.Windows.UpdateGraphicsLevel2();
 }
 

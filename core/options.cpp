@@ -64,7 +64,8 @@ void Connect(Application& app, CheckBox& box, std::function<void()> before) {
 
 void ConnectSkyBoxes(Application& app, const OptionHooks& hooks) {
     MainControls& main = app.Main;
-    Connect(app, main.CDrawSky, [&app] { SetSkyOptions(app, app.Main.CDrawSky.Value); });
+    Connect(
+        app, main.CDrawSky, [&app] { SetSkyOptions(app, app.Main.CDrawSky.Value); });
     Connect(app, main.CPlaniSphere, [&app] { SetSkyOptions(app, app.Main.CDrawSky.Value); });
     Connect(app, main.CMaximizeSky, [&app] {
         if (!app.Main.CMaximizeSky.Value) return;
@@ -117,17 +118,18 @@ void ConnectModel(Application& app, OptionButton& box, OptionButton& other) {
 
 void ConnectClockBoxes(Application& app, const OptionHooks& hooks) {
     for (CheckBox* box : {&app.Main.CRealTime, &app.Main.CLocalTime}) {
-        Connect(app, *box, [hooks] {
-            if (hooks.syncronizeTime) hooks.syncronizeTime();
-        });
+        Connect(
+            app, *box,
+            [hooks] {
+                if (hooks.syncronizeTime) hooks.syncronizeTime();
+            });
     }
 }
 
 void ConnectEntries(Application& app) {
     MainControls& main = app.Main;
-    for (const OptionPair& pair : OptionPairs(main)) {
+    for (const OptionPair& pair : OptionPairs(main))
         pair.entry->SetClickHandler([pair] { pair.box->Value = !pair.entry->Checked; });
-    }
     // A press on the model that is set already leaves it set.
     main.MnuSGP1.SetClickHandler([&main] { main.CSGP1.Value = true; });
     main.MnuSGP4.SetClickHandler([&main] { main.CSGP4.Value = true; });
@@ -202,22 +204,16 @@ void SyncronizeMenuBar(MainControls& main) {
     }
     main.MnuNoUTC.Checked = !main.CLocalTime.Value;
     main.MnuNoUTC.Enabled = main.CLocalTime.Enabled;
-    for (const ButtonEntry& pair : kOrientations) {
-        (main.*pair.entry).Enabled = (main.*pair.button).Enabled;
-    }
+    for (const ButtonEntry& pair : kOrientations) (main.*pair.entry).Enabled = (main.*pair.button).Enabled;
 }
 
 void SetSkyOptions(Application& app, bool enabled) {
     MainControls& main = app.Main;
     for (CheckBox* box : {&main.CStarsOnGlobe, &main.CStarNames, &main.CDrawConstallations, &main.CSkyCircle,
-                          &main.CFlatSky, &main.CMaximizeSky, &main.CReverseSky, &main.CSkyOnly}) {
+                          &main.CFlatSky, &main.CMaximizeSky, &main.CReverseSky, &main.CSkyOnly})
         box->Enabled = enabled;
-    }
-    if (!main.CPlaniSphere.Value) {
-        for (CheckBox* box : {&main.CLocalSky, &main.CDrawFrontStars, &main.CDrawBackStars}) {
-            box->Enabled = enabled;
-        }
-    }
+    if (!main.CPlaniSphere.Value)
+        for (CheckBox* box : {&main.CLocalSky, &main.CDrawFrontStars, &main.CDrawBackStars}) box->Enabled = enabled;
     app.Windows.SyncronizeMenuBar();
 }
 
@@ -226,22 +222,16 @@ void RefreshEnabled(Application& app) {
     const bool satellites = app.Data.SatCount > 0;
     for (CheckBox* box :
          {&main.CPlotOrbit, &main.CProjectOrbit, &main.CProjectOrbitOnSky, &main.CSatOnly, &main.CSatCircle,
-          &main.CDrawArea, &main.CLockSatellite, &main.C2OrbitDetails, &main.CIridiumFlares, &main.CFlareTrack}) {
+          &main.CDrawArea, &main.CLockSatellite, &main.C2OrbitDetails, &main.CIridiumFlares, &main.CFlareTrack})
         box->Enabled = satellites;
-    }
-    for (Button* button : {&main.COrbitOrient, &main.CTOrbInc, &main.CTOrbDec}) {
-        button->Enabled = satellites;
-    }
-    for (MenuEntry* entry : {&main.MnuFindFlare, &main.MnuSatInfo, &main.MnuModelSatSurfaces}) {
+    for (Button* button : {&main.COrbitOrient, &main.CTOrbInc, &main.CTOrbDec}) button->Enabled = satellites;
+    for (MenuEntry* entry : {&main.MnuFindFlare, &main.MnuSatInfo, &main.MnuModelSatSurfaces})
         entry->Enabled = satellites;
-    }
     main.CPlotOrbitOverTime.Enabled = IsOn(main.CPlotOrbit);
     main.CProjectOverTime.Enabled = IsOn(main.CProjectOrbit);
 
     const bool flares = IsOn(main.CIridiumFlares) || IsOn(main.CFlareTrack);
-    for (CheckBox* box : {&main.CAntennaID, &main.CMoonFlares, &main.CNOSSFlare}) {
-        box->Enabled = flares;
-    }
+    for (CheckBox* box : {&main.CAntennaID, &main.CMoonFlares, &main.CNOSSFlare}) box->Enabled = flares;
     main.CDayFlares.Enabled = IsOn(main.CFlareTrack);
 
     const bool tracks = IsOn(main.CFlareTrack) && main.CSGP4.Value;
@@ -252,9 +242,7 @@ void RefreshEnabled(Application& app) {
 void ConnectOptions(Application& app, const OptionHooks& hooks) {
     MainControls& main = app.Main;
     const auto show = [&app] { ShowOption(app); };
-    for (const OptionPair& pair : OptionPairs(main)) {
-        pair.box->Value.SetHandler(show);
-    }
+    for (const OptionPair& pair : OptionPairs(main)) pair.box->Value.SetHandler(show);
     main.CHCircle.Value.SetHandler(show);
     main.CNOSSFlare.Value.SetHandler(show);
 

@@ -13,12 +13,9 @@ void ShowGroup(Application& app) {
     MainControls& main = app.Main;
     const bool shown = !app.Run.PanelsHidden && !app.Run.FullScreen;
     main.FrameInfo.Visible = shown;
-    for (Frame* frame : {&main.FrameTime, &main.FrameStar, &main.FrameOrbit, &main.FrameSat}) {
+    for (Frame* frame : {&main.FrameTime, &main.FrameStar, &main.FrameOrbit, &main.FrameSat})
         frame->Visible = shown && app.Run.PanelGroup == 0;
-    }
-    for (Frame* frame : {&main.FrameDraw, &main.FrameViews}) {
-        frame->Visible = shown && app.Run.PanelGroup == 1;
-    }
+    for (Frame* frame : {&main.FrameDraw, &main.FrameViews}) frame->Visible = shown && app.Run.PanelGroup == 1;
 }
 
 }  // namespace
@@ -44,9 +41,8 @@ void SetMenusVisible(Application& app, bool visible) {
     MainControls& main = app.Main;
     for (MenuEntry* entry :
          {&main.MnuFile, &main.MnuTHelp, &main.MnuView, &main.MnuSatellites, &main.MnuTSky, &main.MnuTDraw,
-          &main.MnuTFlares, &main.MnuModelS, &main.MnuTQuick, &main.MnuTSettings, &main.MnuMapTools}) {
+          &main.MnuTFlares, &main.MnuModelS, &main.MnuTQuick, &main.MnuTSettings, &main.MnuMapTools})
         entry->Visible = visible;
-    }
     app.Run.MenusShown = visible;
 }
 

@@ -24,12 +24,8 @@ void CopyWhole(const fs::path& from, const fs::path& to) {
     std::error_code failed;
     const fs::path beside = to.string() + ".part";
     fs::copy_file(from, beside, fs::copy_options::overwrite_existing, failed);
-    if (!failed) {
-        fs::rename(beside, to, failed);
-    }
-    if (failed) {
-        fs::remove(beside, failed);
-    }
+    if (!failed) fs::rename(beside, to, failed);
+    if (failed) fs::remove(beside, failed);
 }
 
 void FillUp(const fs::path& folder, const fs::path& installed) {
@@ -38,25 +34,20 @@ void FillUp(const fs::path& folder, const fs::path& installed) {
          entry.increment(failed)) {
         const fs::path to = folder / entry->path().lexically_relative(installed);
         std::error_code unknown;
-        if (entry->is_directory(unknown)) {
+        if (entry->is_directory(unknown))
             fs::create_directory(to, unknown);
-        } else if (entry->is_regular_file(unknown) && !fs::exists(to, unknown)) {
+        else if (entry->is_regular_file(unknown) && !fs::exists(to, unknown))
             CopyWhole(entry->path(), to);
-        }
     }
 }
 
 }  // namespace
 
 fs::path ProgramFolder(const DataFolders& folders) {
-    if (HoldsData(folders.executable) && CanBeWrittenTo(folders.executable)) {
-        return folders.executable;
-    }
+    if (HoldsData(folders.executable) && CanBeWrittenTo(folders.executable)) return folders.executable;
     std::error_code failed;
     fs::create_directories(folders.user, failed);
-    if (failed || !CanBeWrittenTo(folders.user)) {
-        return folders.executable;
-    }
+    if (failed || !CanBeWrittenTo(folders.user)) return folders.executable;
     FillUp(folders.user, folders.installed);
     return folders.user;
 }

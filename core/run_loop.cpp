@@ -106,11 +106,10 @@ void RunLoop::CoarsePicture() {
     }
     main.Timer2.Stop();
     main.Timer3.Stop();
-    if (app_.Data.View.ZoomFactor >= kNearZoom) {
+    if (app_.Data.View.ZoomFactor >= kNearZoom)
         main.Timer3.Interval = kNearFineMs;
-    } else if (main.CRealTime.Value) {
+    else if (main.CRealTime.Value)
         main.Timer3.Interval = kFarFineMs;
-    }
     main.Timer3.Enabled = true;
     MakePicture();
     ++app_.Run.FrameCounter;
@@ -156,9 +155,8 @@ bool RunLoop::SkippedMultiple(int second, int step) const {
     const int now = (data.SimHour * kSecondsPerMinute + data.SimMinute) * kSecondsPerMinute + second;
     const int passed = (now - lastSecondOfDay_ + kSecondsInDay) % kSecondsInDay;
     if (passed > kSecondsPerMinute) return false;  // the instant has been moved, which asks for a picture of its own
-    for (int before = 1; before < passed; ++before) {
+    for (int before = 1; before < passed; ++before)
         if ((second - before + kSecondsPerMinute) % kSecondsPerMinute % step == 0) return true;
-    }
     return false;
 }
 

@@ -18,9 +18,8 @@ bool ShutDown::Form_Unload() {
     if (unloaded_) return true;
     unloaded_ = true;
     for (Timer* timer : app_.Main.Timers()) timer->Stop();
-    for (const std::string_view form : kUnloadOrder) {
+    for (const std::string_view form : kUnloadOrder)
         if (hooks_.unloadForm) hooks_.unloadForm(form);
-    }
     return true;
 }
 

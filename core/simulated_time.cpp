@@ -207,9 +207,8 @@ bool SimulatedTime::SpreadOverOffsets(double days) {
 
     TimeOffset offset = app_.Data.TimeOffset;
     if (!AddTo(offset.DayOffset, day) || !AddTo(offset.HourOffset, hour) || !AddTo(offset.MinuteOffset, minute) ||
-        !AddTo(offset.SecondOffset, second) || !AddTo(offset.MilliOffset, milli + missing)) {
+        !AddTo(offset.SecondOffset, second) || !AddTo(offset.MilliOffset, milli + missing))
         return false;
-    }
     app_.Data.TimeOffset = offset;
     return true;
 }

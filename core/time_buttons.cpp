@@ -39,9 +39,8 @@ constexpr StepButton kStepButtons[] = {
 /// Sets `offset` to `sum` rounded; false, and nothing is done, when it has no room.
 bool SetOffset(std::int32_t& offset, double sum) {
     const double whole = std::nearbyint(sum);
-    if (!(whole >= std::numeric_limits<std::int32_t>::min() && whole <= std::numeric_limits<std::int32_t>::max())) {
+    if (!(whole >= std::numeric_limits<std::int32_t>::min() && whole <= std::numeric_limits<std::int32_t>::max()))
         return false;
-    }
     offset = static_cast<std::int32_t>(whole);
     return true;
 }

@@ -30,9 +30,8 @@ void AppendLittleEndian(std::string& bytes, std::uint64_t value, std::size_t wid
 /// Takes `width` bytes off the front of `bytes`.
 std::uint64_t TakeLittleEndian(std::string_view& bytes, std::size_t width) {
     std::uint64_t value = 0;
-    for (std::size_t i = 0; i < width; ++i) {
+    for (std::size_t i = 0; i < width; ++i)
         value |= static_cast<std::uint64_t>(static_cast<unsigned char>(bytes[i])) << (8 * i);
-    }
     bytes.remove_prefix(width);
     return value;
 }
@@ -45,9 +44,8 @@ bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
 std::string Encode(const UsageStats& stats) {
     std::string bytes;
-    for (const std::int32_t counter : {stats.StartCount, stats.MirrorAddCount, stats.TLECount}) {
+    for (const std::int32_t counter : {stats.StartCount, stats.MirrorAddCount, stats.TLECount})
         AppendLittleEndian(bytes, static_cast<std::uint32_t>(counter), kCounterBytes);
-    }
     AppendLittleEndian(bytes, stats.RandomID.size(), kLengthBytes);
     bytes += stats.RandomID;
     AppendLittleEndian(bytes, std::bit_cast<std::uint64_t>(stats.LastCheckJD), kDateBytes);

@@ -22,9 +22,7 @@ constexpr double kLeastSine = 1e-12;
 std::optional<Vector3> LineToTarget(const Application& app, const SatRecord& satellite, const Vector3& r, double jd) {
     const CommonData& data = app.Data;
     const int index = SearchSatID(data, satellite.Surface.TargetSatID);
-    if (!app.Main.CSGP4.Value || index < 1 || index > data.SatCount) {
-        return std::nullopt;
-    }
+    if (!app.Main.CSGP4.Value || index < 1 || index > data.SatCount) return std::nullopt;
     EngineBlock block = data.Satellite(index).EngineBlock;
     const WorldMotion target = PropagateSatellite(data, EarthRotation::Displayed, block, jd);
     const Vector3 line = OnAxesOfInstant(data, target, jd).position - r;
@@ -33,9 +31,7 @@ std::optional<Vector3> LineToTarget(const Application& app, const SatRecord& sat
 
 std::optional<BodyFrame> FrameTowards(const Vector3& r, const Vector3& reference) {
     const double across = Length(CrossProduct(r, reference));
-    if (!(across > kLeastSine * Length(r) * Length(reference))) {
-        return std::nullopt;
-    }
+    if (!(across > kLeastSine * Length(r) * Length(reference))) return std::nullopt;
     return VerticalFrame(r, reference);
 }
 
@@ -65,9 +61,7 @@ std::optional<BodyFrame> BuildBodyFrame(const Application& app, const SatRecord&
 }
 
 int GeometryCodeOf(int orientationType, bool transit) {
-    if (transit) {
-        return GLINTCORE_TRANSIT;
-    }
+    if (transit) return GLINTCORE_TRANSIT;
     const bool followedAsInertial = orientationType == static_cast<int>(OrientationType::Rotating) ||
                                     orientationType == static_cast<int>(OrientationType::AlongTarget);
     return followedAsInertial ? GLINTCORE_INERTIAL : orientationType;

@@ -57,9 +57,8 @@ class SurfacePasses {
         while (from < to) {
             double begin = 0;
             if (Satellite_FindFlare(from, to - from, Source(), kResolution, data_.Site.SiteRadius, &block_, geometry_,
-                                    angle_, tilt_, quest_.maxDistance, 0, &begin) == 0) {
+                                    angle_, tilt_, quest_.maxDistance, 0, &begin) == 0)
                 return to;
-            }
             from = AppendPass(begin, passes);
         }
         return from;
@@ -76,9 +75,7 @@ class SurfacePasses {
         const Vector3& v = motion.velocity;
         const int some = Satellite_CalcFlare(jd, Source(), geometry_, r.x, r.y, r.z, v.x, v.y, v.z, angle_, tilt_,
                                              centre.data(), moment.result.data());
-        if (some == 0) {
-            return std::nullopt;
-        }
+        if (some == 0) return std::nullopt;
         moment.jd = jd;
         moment.centre = {centre[0], centre[1], centre[2]};
         moment.satellite = r;
@@ -95,10 +92,8 @@ class SurfacePasses {
     double AppendPass(double begin, std::vector<FlarePass>& passes) {
         const double spanEnd = quest_.start + quest_.days;
         std::optional<Moment> best = NearAt(begin);
-        if (!best) {
-            return begin + kResolution;  // shorter than a Julian date can tell
-        }
-        double before = begin;  // neighbours of the best moment
+        if (!best) return begin + kResolution;  // shorter than a Julian date can tell
+        double before = begin;                  // neighbours of the best moment
         double after = begin;
         double last = begin;
         double step = kFirstStep;
@@ -120,9 +115,7 @@ class SurfacePasses {
             step = std::max(kFirstStep, kStepGrowth * (jd - begin));
         }
         const double end = PassEnd(last, outside);
-        if (after == best->jd) {
-            after = end;
-        }
+        if (after == best->jd) after = end;
         passes.push_back(Described(begin, Closest(before, after, *best), end));
         return end + kResolution;
     }
@@ -142,16 +135,12 @@ class SurfacePasses {
             const double third = (after - before) / 3;
             const std::optional<Moment> left = NearAt(before + third);
             const std::optional<Moment> right = NearAt(after - third);
-            for (const std::optional<Moment>& moment : {left, right}) {
-                if (moment && moment->distance < best.distance) {
-                    best = *moment;
-                }
-            }
-            if (right && (!left || right->distance < left->distance)) {
+            for (const std::optional<Moment>& moment : {left, right})
+                if (moment && moment->distance < best.distance) best = *moment;
+            if (right && (!left || right->distance < left->distance))
                 before += third;
-            } else {
+            else
                 after -= third;
-            }
         }
         return best;
     }
@@ -191,11 +180,8 @@ bool TakesPart(const SatRecord& satellite, bool transit) {
 }  // namespace
 
 bool HasCandidates(const CommonData& data, bool transit) {
-    for (int s = 1; s <= data.SatCount; ++s) {
-        if (TakesPart(data.Satellite(s), transit)) {
-            return true;
-        }
-    }
+    for (int s = 1; s <= data.SatCount; ++s)
+        if (TakesPart(data.Satellite(s), transit)) return true;
     return false;
 }
 
@@ -205,9 +191,7 @@ std::vector<FlarePass> ListPasses(const CommonData& data, const PassQuest& quest
     const double spanEnd = quest.start + quest.days;
     bool goesOn = true;
     for (int s = 1; s <= data.SatCount && goesOn; ++s) {
-        if (!TakesPart(data.Satellite(s), quest.transit)) {
-            continue;
-        }
+        if (!TakesPart(data.Satellite(s), quest.transit)) continue;
         const int count = quest.transit ? 1 : data.Satellite(s).Surface.MirrorCount;
         for (int i = 1; i <= count && goesOn; ++i) {
             SurfacePasses surface(data, quest, s, i);

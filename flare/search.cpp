@@ -58,9 +58,7 @@ template <class Visit>
 void ForEachCandidate(const CommonData& data, bool transit, const Visit& visit) {
     for (int s = 1; s <= data.SatCount; ++s) {
         const SatRecord& satellite = data.Satellite(s);
-        if (!satellite.Selected || satellite.IsDisabled() || (!transit && !HasFlareModel(satellite))) {
-            continue;
-        }
+        if (!satellite.Selected || satellite.IsDisabled() || (!transit && !HasFlareModel(satellite))) continue;
         const SurfaceModel& surface = satellite.Surface;
         const int count = transit ? 1 : surface.MirrorCount;
         for (int i = 1; i <= count; ++i) {
@@ -93,9 +91,8 @@ std::optional<double> AskAgainOnTheClock(const Candidate& candidate, const Setti
     const bool skip =
         settings.next && candidate.orbitNumber == form.LastFoundSat && candidate.mirror == form.LastFoundMirror;
     const std::optional<double> jd = Ask(candidate, settings, from, length, skip);
-    if (settings.next && !skip && jd && *jd <= settings.start + kResolution) {
+    if (settings.next && !skip && jd && *jd <= settings.start + kResolution)
         return Ask(candidate, settings, from, length, true);
-    }
     return jd;
 }
 
@@ -107,9 +104,7 @@ std::optional<Found> SearchHour(const Application& app, const Settings& settings
     ForEachCandidate(app.Data, settings.transit, [&](const Candidate& candidate) {
         anyTried = true;
         const std::optional<double> jd = AskAgainOnTheClock(candidate, settings, app.FindFlare, from, length);
-        if (!jd || (best && *jd >= best->jd)) {
-            return;
-        }
+        if (!jd || (best && *jd >= best->jd)) return;
         length = *jd - from;
         best = Found{*jd, candidate.orbitNumber, candidate.mirror, candidate.satellite->Name};
     });
@@ -170,9 +165,7 @@ bool SearchFlares(Application& app, SearchClock& clock, double maxDistanceMetres
         form.PB1.Value = hours > 0 ? std::min(100.0, 100.0 * k / hours) : 0.0;
         form.LStatus.Caption = "Searching... (" + std::to_string(k) + " hour)";
         app.EventQueue.ServeEvents();
-        if (form.SearchAbort) {
-            return false;
-        }
+        if (form.SearchAbort) return false;
         settings.siteRadius = app.Data.Site.SiteRadius;  // events may have moved the observer, and the engine knows
         best = SearchHour(app, settings, settings.start + k * kWindow, anyTried);
     }
@@ -184,9 +177,7 @@ bool SearchFlares(Application& app, SearchClock& clock, double maxDistanceMetres
     form.LastFoundMirror = best->mirror;
     clock.SetJDToTimeOffset(best->jd);
     form.LStatus.Caption = "Flare Found! (" + best->name + ")";
-    if (form.CAutoWSet.Value) {
-        ChangeWorkingSatellite(app, best->orbitNumber);
-    }
+    if (form.CAutoWSet.Value) ChangeWorkingSatellite(app, best->orbitNumber);
     return true;
 }
 

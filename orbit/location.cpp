@@ -13,9 +13,7 @@ void SetLocation(CommonData& data, const Geodetic& place) {
     Satellite_SetSiteGeoPosition(observer.x, observer.y, observer.z, radius);
     for (int i = 1; i <= data.SatCount; ++i) {
         SatRecord& satellite = data.Satellite(i);
-        if (satellite.MeanMotion > 0) {
-            satellite.MeanRadiusA = MeanRadiusOf(satellite.MeanMotion, radius);
-        }
+        if (satellite.MeanMotion > 0) satellite.MeanRadiusA = MeanRadiusOf(satellite.MeanMotion, radius);
     }
 }
 

@@ -33,9 +33,8 @@ std::optional<double> Alpha5Value(std::string_view text) {
 
 template <class Predicate>
 int LastIndexOf(const CommonData& data, Predicate matches) {
-    for (int index = data.SatCount; index >= 1; --index) {
+    for (int index = data.SatCount; index >= 1; --index)
         if (matches(data.Satellite(index))) return index;
-    }
     return 0;
 }
 
@@ -53,12 +52,13 @@ double SatelliteNumberValue(std::string_view satNumber) {
 }
 
 int SearchOrbitNumber(const CommonData& data, int number) {
-    return LastIndexOf(data, [number](const SatRecord& satellite) { return satellite.OrbitNumber == number; });
+    return LastIndexOf(
+        data, [number](const SatRecord& satellite) { return satellite.OrbitNumber == number; });
 }
 
 int SearchSatID(const CommonData& data, double id) {
-    return LastIndexOf(data,
-                       [id](const SatRecord& satellite) { return SatelliteNumberValue(satellite.SatNumber) == id; });
+    return LastIndexOf(
+        data, [id](const SatRecord& satellite) { return SatelliteNumberValue(satellite.SatNumber) == id; });
 }
 
 std::string SatelliteListLine(const SatRecord& satellite) {

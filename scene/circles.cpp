@@ -79,9 +79,8 @@ void DrawHorizonCircles(const SceneContext& scene) {
     const MainControls& main = scene.App.Main;
     if (!main.CHCircle.Value) return;
     const ObserverSite& site = scene.App.Data.Site;
-    if (!main.CSkyOnly.Value) {
+    if (!main.CSkyOnly.Value)
         PlotSphereCircle(scene, {site.SiteGeoLat, site.SiteLon}, kPi / 2, kGroundRadius, kSiteCircleColor);
-    }
     if (!main.CDrawSky.Value) return;
     PushSkyPan(scene);
     // The stars rise where their direction meets the plane below the geodetic zenith.

@@ -39,8 +39,8 @@ std::span<const Vector3> CircleRound(const Vector3& centre, int corners, Corners
 }
 
 bool AllSeen(const ViewState& view, std::span<const Vector3> circle) {
-    return std::ranges::none_of(circle,
-                                [&](const Vector3& corner) { return IsHidden(view, RotateWorldToView(view, corner)); });
+    return std::ranges::none_of(
+        circle, [&](const Vector3& corner) { return IsHidden(view, RotateWorldToView(view, corner)); });
 }
 
 void DrawAsOneLine(const SceneContext& scene, std::span<const Vector3> circle) {

@@ -107,9 +107,8 @@ void PlotStraightLine(const SceneContext& scene, const Vector3& from, const Vect
         return;
     }
     const auto at = [&](double part) { return from + part * (to - from); };
-    for (std::size_t i = 1; i < stops.size(); ++i) {
+    for (std::size_t i = 1; i < stops.size(); ++i)
         if (stops[i] > stops[i - 1]) PlotUpToLimb(scene, at(stops[i - 1]), at(stops[i]));
-    }
 }
 
 void DrawFlareRays(const SceneContext& scene, const SatRecord& satellite, const WorldMotion& motion,

@@ -166,11 +166,10 @@ void DrawEarth(const SceneContext& scene, FrameMemory& memory) {
     surface.FillColor = scene.App.Data.SeaColor;
     surface.DrawMode = MixMode::Copy;
     surface.DrawStyle = PenPattern::Solid;
-    if (scene.IsFlatMap()) {
+    if (scene.IsFlatMap())
         DrawMapGround(scene);
-    } else {
+    else
         DrawDisc(scene);
-    }
     if (!main.CHideCountries.Value && !main.MnuLib3D.Checked) PlotCountryPolygons(scene, memory);
     if (main.CGlobeGrid.Value && !scene.IsFlatMap()) DrawGlobeGrid(scene, memory);
     if (main.CSunLight.Value) DrawNightSide(scene);

@@ -63,9 +63,8 @@ class ByteReader {
     std::uint64_t Unsigned(std::size_t width) {
         std::uint64_t value = 0;
         const std::string_view taken = Take(width);
-        for (std::size_t i = 0; i < taken.size(); ++i) {
+        for (std::size_t i = 0; i < taken.size(); ++i)
             value |= static_cast<std::uint64_t>(static_cast<unsigned char>(taken[i])) << (8 * i);
-        }
         return value;
     }
 
@@ -171,9 +170,8 @@ CityRecord ReadCity(ByteReader& reader) {
 }
 
 std::string_view PlotName(const StarRecord& star) {
-    for (const std::string* name : {&star.ProperName, &star.Designation}) {
+    for (const std::string* name : {&star.ProperName, &star.Designation})
         if (name->size() > 1) return std::string_view(*name).substr(0, kNameCharacters);
-    }
     return {};
 }
 
@@ -301,9 +299,8 @@ std::vector<std::string> LoadMapFiles(const std::filesystem::path& folder, MapTa
     };
     note(Load(folder / kFineBorderFile, DecodeBorders, map.Border), kFineBorderFile);
     note(Load(folder / kReducedBorderFile, DecodeBorders, map.Zip), kReducedBorderFile);
-    if (note(Load(folder / kStarFile, DecodeStars, stars.StarCatalogue), kStarFile)) {
+    if (note(Load(folder / kStarFile, DecodeStars, stars.StarCatalogue), kStarFile))
         stars.StarPlotTable = MakeStarPlotTable(stars.StarCatalogue);
-    }
     note(Load(folder / kConstellationFile, DecodeConstellations, stars.Constellations), kConstellationFile);
     note(Load(folder / kCityFile, DecodeCities, cities.Cities), kCityFile);
     return failed;

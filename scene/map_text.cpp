@@ -174,9 +174,8 @@ std::optional<std::vector<SeaSpot>> ReadSeaSpots(std::string_view text) {
 
 std::string SeaSpotText(const std::vector<SeaSpot>& spots) {
     std::string text = std::to_string(spots.size() - 1) + '\n';
-    for (std::size_t i = 1; i < spots.size(); ++i) {
+    for (std::size_t i = 1; i < spots.size(); ++i)
         text += PlainNumberText(spots[i].lat) + '\n' + PlainNumberText(spots[i].lon) + '\n';
-    }
     return text;
 }
 

@@ -106,9 +106,8 @@ void DrawAriesLine(const SceneContext& scene) {
     }
     const double length = main.CDrawSky.Value ? data.View.SkyScale : kAriesLength;
     const double near = std::min(length, kAriesLength);
-    for (int i = 0; i < kAriesPieces; ++i) {
+    for (int i = 0; i < kAriesPieces; ++i)
         PlotSegment(scene, near * i / kAriesPieces * aries, near * (i + 1) / kAriesPieces * aries);
-    }
     if (length > near) PlotSegment(scene, near * aries, length * aries);
 }
 

@@ -169,13 +169,12 @@ void PlotSkyChain(const SceneContext& scene, std::span<const Vector3> points) {
 }
 
 void PlotMappedSkySegment(const SceneContext& scene, const Vector3& from, const Vector3& to) {
-    if (scene.IsFlatMap()) {
+    if (scene.IsFlatMap())
         OutputOnMap(scene, OnScreen(from), OnScreen(to), SceneLine);
-    } else if (scene.App.Main.CSkyOnly.Value) {
+    else if (scene.App.Main.CSkyOnly.Value)
         SceneLine(scene, OnScreen(from), OnScreen(to));
-    } else {
+    else
         OutputOnGlobe(scene, from, to, SceneLine);
-    }
 }
 
 void PlotPolygonSegment(const SceneContext& scene, const LatLon& from, const LatLon& to) {

@@ -100,11 +100,10 @@ void DrawEarthMarks(const Pass& pass, const SatRecord& satellite, const Vector3&
     if (space) DrawMark(pass, *space, mark, working);
 
     // One name, at the mark that tells more.
-    if (space) {
+    if (space)
         AskForName(pass, satellite, position, *space, mark, working);
-    } else if (ground) {
+    else if (ground)
         AskForName(pass, satellite, position, *ground, small, working);
-    }
 }
 
 void DrawSkyMark(const Pass& pass, const SatRecord& satellite, const Vector3& position, bool working) {

@@ -38,9 +38,8 @@ void Picture(benchmark::State& state, Contents contents) {
     Application& app = list.app;
     CommonData& data = app.Data;
     MainControls& main = app.Main;
-    if (!LoadMapFiles(std::string(GLINTARA_SOURCE_DIR) + "/data", data.Map, data.Stars, data.Cities).empty()) {
+    if (!LoadMapFiles(std::string(GLINTARA_SOURCE_DIR) + "/data", data.Map, data.Stars, data.Cities).empty())
         throw std::runtime_error("map files");
-    }
     main.CSGP4.Value = true;
     main.CSolidGlobe.Value = true;
     main.CHideCountries.Value = !contents.earth;

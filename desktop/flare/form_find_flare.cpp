@@ -66,9 +66,7 @@ void AnswerBadText(QLineEdit& field) {
     QObject::connect(&field, &QLineEdit::textChanged, &field, mark);
     QObject::connect(&field, &QLineEdit::editingFinished, &field, [&field] {
         const std::string text = FromQt(field.text());
-        if (!IsUsable(text)) {
-            field.setText(ToQt(PlainNumberText(std::max(0.0, LeadingNumber(text)))));
-        }
+        if (!IsUsable(text)) field.setText(ToQt(PlainNumberText(std::max(0.0, LeadingNumber(text)))));
     });
 }
 
@@ -155,28 +153,22 @@ QLayout* FormFindFlare::BuildButtons() {
     buttons->addWidget(abort_, 0, 2);
     buttons->addWidget(MakeButton(form.CSatList, "CSatList"), 1, 0, 1, 2);
     buttons->addWidget(MakeButton(form.CExit, "CExit"), 1, 2);
-    for (int column = 0; column < buttons->columnCount(); ++column) {
-        buttons->setColumnStretch(column, 1);
-    }
-    for (QPushButton* button : {first, next, abort_}) {
-        button->installEventFilter(this);
-    }
+    for (int column = 0; column < buttons->columnCount(); ++column) buttons->setColumnStretch(column, 1);
+    for (QPushButton* button : {first, next, abort_}) button->installEventFilter(this);
     return buttons;
 }
 
 void FormFindFlare::showEvent(QShowEvent* event) {
-    if (!event->spontaneous() && !Searching()) {
+    if (!event->spontaneous() && !Searching())
         app_.FindFlare.LStatus.Caption = "Warning: search will involve only selected satellites";
-    }
     QDialog::showEvent(event);
 }
 
 void FormFindFlare::reject() {
-    if (Searching()) {
+    if (Searching())
         app_.FindFlare.CAbort.Click();
-    } else {
+    else
         close();
-    }
 }
 
 void FormFindFlare::closeEvent(QCloseEvent* event) {
@@ -191,9 +183,7 @@ void FormFindFlare::closeEvent(QCloseEvent* event) {
 
 bool FormFindFlare::focusNextPrevChild(bool next) {
     // Called also when the widget with the focus has just been disabled.
-    if (focusWidget() == abort_ && !abort_->isEnabled()) {
-        returnFocus_ = true;
-    }
+    if (focusWidget() == abort_ && !abort_->isEnabled()) returnFocus_ = true;
     return QDialog::focusNextPrevChild(next);
 }
 

@@ -55,9 +55,7 @@ void Bind(QLabel& widget, Label& control, const std::function<QString(QString)>&
         widget.setText(wording ? wording(text) : text);
         widget.setToolTip(ToQt(control.ToolTip));
         // A label that has no parent yet would become a window of its own.
-        if (widget.parentWidget() != nullptr || !control.Visible) {
-            widget.setVisible(control.Visible);
-        }
+        if (widget.parentWidget() != nullptr || !control.Visible) widget.setVisible(control.Visible);
     };
     widget.setTextFormat(Qt::PlainText);
     control.Watch(show);
@@ -136,18 +134,15 @@ void Bind(QAction& action, Button& control) {
 void Bind(QTimer& timer, Timer& control) {
     timer.setTimerType(Qt::PreciseTimer);
     const auto obey = [&timer, &control] {
-        if (control.Armed()) {
+        if (control.Armed())
             timer.start(control.Interval);
-        } else {
+        else
             timer.stop();
-        }
     };
     control.Watch(obey);
     obey();
     QObject::connect(&timer, &QTimer::timeout, &timer, [&control, firing = false]() mutable {
-        if (firing) {
-            return;
-        }
+        if (firing) return;
         firing = true;
         control.Fire();
         firing = false;

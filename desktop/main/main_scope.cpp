@@ -39,13 +39,11 @@ QMenu& AddMenu(QMenuBar& bar, MenuEntry& top) {
 /// A menu of the bar with its entries; a null entry is a separator.
 void AddMenu(QMenuBar& bar, MenuEntry& top, const std::vector<MenuEntry*>& entries) {
     QMenu& menu = AddMenu(bar, top);
-    for (MenuEntry* entry : entries) {
-        if (entry == nullptr) {
+    for (MenuEntry* entry : entries)
+        if (entry == nullptr)
             menu.addSeparator();
-        } else {
+        else
             Bind(*menu.addAction(""), *entry);
-        }
-    }
 }
 
 }  // namespace
@@ -62,9 +60,7 @@ MainScope::MainScope(Application& app, bool mapTools) : app_(app) {
     column->addWidget(BuildPanels());
     setCentralWidget(central);
     BuildMenus();
-    if (mapTools) {
-        BuildMapTools();
-    }
+    if (mapTools) BuildMapTools();
     setMinimumSize(kLeastSize);
     resize(kFirstSize);
     picture_->setFocus();
@@ -117,9 +113,7 @@ void MainScope::BuildMenus() {
     std::vector<MenuEntry*> view{&m.MnuFinePlot, nullptr,        &m.MnuZenithOrient,  &m.MnuUpOrientation,
                                  &m.MnuNoon,     &m.MnuMidnight, &m.MnuZeroOrient,    &m.MnuOrbitOrient,
                                  nullptr,        &m.MnuLockSky,  &m.MnuLockSatellite, nullptr};
-    for (std::size_t n = 1; n < m.MnuViewX.size(); ++n) {
-        view.push_back(&m.MnuViewX[n]);
-    }
+    for (std::size_t n = 1; n < m.MnuViewX.size(); ++n) view.push_back(&m.MnuViewX[n]);
     view.push_back(nullptr);
     view.push_back(&m.MnuFullScreen);
     AddMenu(bar, m.MnuView, view);
@@ -155,9 +149,8 @@ void MainScope::BuildMapTools() {
 void MainScope::keyPressEvent(QKeyEvent* event) {
     // With other keys than Shift it is a shortcut of the desktop's, not one of ours.
     const bool plain = !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier));
-    if (plain && listener_.keyPressed) {
+    if (plain && listener_.keyPressed)
         listener_.keyPressed(event->key(), event->modifiers().testFlag(Qt::ShiftModifier));
-    }
 }
 
 void MainScope::closeEvent(QCloseEvent* event) { event->setAccepted(!listener_.mayClose || listener_.mayClose()); }

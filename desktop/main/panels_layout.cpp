@@ -44,9 +44,7 @@ class PanelFrame : public QGroupBox {
             setTitle(ToQt(frame_.Caption));
             setToolTip(ToQt(frame_.ToolTip));
             setVisible(frame_.Visible);
-            if (place == Place::First) {
-                row->setVisible(frame_.Visible);
-            }
+            if (place == Place::First) row->setVisible(frame_.Visible);
         };
         frame_.Watch(show);
         show();
@@ -72,9 +70,7 @@ QLabel* MakeLabel(Label& control, const QFont& font, const char* role) {
     auto* label = new QLabel;
     Bind(*label, control);
     label->setFont(font);
-    if (role != nullptr) {
-        label->setProperty(role, true);
-    }
+    if (role != nullptr) label->setProperty(role, true);
     return label;
 }
 
@@ -95,18 +91,14 @@ Widget* MakeBox(CheckBox& control) {
 
 /// Lets rows share what the frame has of height: all frames are as high as the one that needs the most.
 void SpreadRows(QGridLayout& grid, int rows) {
-    for (int row = 0; row < rows; ++row) {
-        grid.setRowStretch(row, 1);
-    }
+    for (int row = 0; row < rows; ++row) grid.setRowStretch(row, 1);
 }
 
 /// Check boxes in columns, filled from the top.
 void AddBoxes(QGridLayout& grid, const std::vector<std::vector<CheckBox*>>& columns) {
-    for (std::size_t c = 0; c < columns.size(); ++c) {
-        for (std::size_t r = 0; r < columns[c].size(); ++r) {
+    for (std::size_t c = 0; c < columns.size(); ++c)
+        for (std::size_t r = 0; r < columns[c].size(); ++r)
             grid.addWidget(MakeBox<QCheckBox>(*columns[c][r]), static_cast<int>(r), static_cast<int>(c));
-        }
-    }
 }
 
 QWidget* BuildInfo(MainControls& main, QWidget* parent) {
@@ -252,15 +244,12 @@ QWidget* BuildDraw(MainControls& main, QWidget* parent) {
     column->addWidget(MakeBox<QRadioButton>(main.CSGP1));
     column->addWidget(MakeBox<QRadioButton>(main.CSGP4));
     // The program clears the one when the other is set.
-    for (auto* button : models->findChildren<QRadioButton*>()) {
-        button->setAutoExclusive(false);
-    }
+    for (auto* button : models->findChildren<QRadioButton*>()) button->setAutoExclusive(false);
     column->addWidget(MakeLabel(main.LOrbit, NumberFont(kNumberPixels), "quiet"));
     auto* turns = new QHBoxLayout;
     turns->setSpacing(kControlGap);
-    for (Button* button : {&main.COrbitTurnDec, &main.CTurnOne, &main.COrbitTurnInc}) {
+    for (Button* button : {&main.COrbitTurnDec, &main.CTurnOne, &main.COrbitTurnInc})
         turns->addWidget(MakeButton(*button, true));
-    }
     column->addLayout(turns);
     column->addStretch();
     grid->addWidget(models, 0, 3, 6, 1);
@@ -274,9 +263,8 @@ QWidget* BuildViews(MainControls& main, QWidget* parent) {
     auto* grid = GridIn(frame);
     const std::vector<Button*> buttons{&main.CZenith,           &main.CUpOrientation,   &main.CNoon,
                                        &main.CNightOrientation, &main.CZeroOrientation, &main.COrbitOrient};
-    for (std::size_t i = 0; i < buttons.size(); ++i) {
+    for (std::size_t i = 0; i < buttons.size(); ++i)
         grid->addWidget(MakeButton(*buttons[i]), static_cast<int>(i / 2), static_cast<int>(i % 2));
-    }
     grid->addWidget(MakeBox<QCheckBox>(main.CLockSky), 3, 0);
     grid->addWidget(MakeBox<QCheckBox>(main.CLockSatellite), 3, 1);
     grid->addWidget(MakeButton(main.CRefreshDraw), 4, 0, 1, 2);
@@ -298,9 +286,7 @@ QWidget* BuildPanelRow(Application& app, QWidget* parent) {
                                  BuildViews(main, row)};
     // All of one height, so that nothing moves when the groups change.
     int height = 0;
-    for (QWidget* frame : frames) {
-        height = std::max(height, frame->sizeHint().height());
-    }
+    for (QWidget* frame : frames) height = std::max(height, frame->sizeHint().height());
     for (QWidget* frame : frames) {
         frame->setFixedHeight(height);
         layout->addWidget(frame, frame->sizePolicy().horizontalPolicy() == QSizePolicy::Expanding ? 1 : 0);

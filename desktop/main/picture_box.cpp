@@ -11,9 +11,7 @@ constexpr QRgb kSpace = 0xFF000000;
 
 template <class Function, class Event>
 void Tell(const Function& function, const Event& event) {
-    if (function) {
-        function(event);
-    }
+    if (function) function(event);
 }
 
 }  // namespace
@@ -30,9 +28,7 @@ PictureBox::PictureBox(QWidget* parent) : QWidget(parent) {
 void PictureBox::TakeSize() {
     const qreal ratio = devicePixelRatioF();
     const QSize pixels = (QSizeF(size()) * ratio).toSize().expandedTo(QSize(1, 1));
-    if (image_.size() == pixels && image_.devicePixelRatio() == ratio) {
-        return;
-    }
+    if (image_.size() == pixels && image_.devicePixelRatio() == ratio) return;
     image_ = QImage(pixels, QImage::Format_RGB32);
     image_.setDevicePixelRatio(ratio);
     image_.fill(kSpace);
@@ -54,9 +50,7 @@ void PictureBox::paintEvent(QPaintEvent* /*event*/) {
 }
 
 void PictureBox::resizeEvent(QResizeEvent* /*event*/) {
-    if (listener_.resized) {
-        listener_.resized();
-    }
+    if (listener_.resized) listener_.resized();
 }
 
 void PictureBox::mouseMoveEvent(QMouseEvent* event) { Tell(listener_.moved, *event); }

@@ -37,9 +37,8 @@ QPalette DarkPalette() {
     palette.setColor(QPalette::Highlight, QColor(kAccent));
     palette.setColor(QPalette::HighlightedText, QColor(kBackground));
     palette.setColor(QPalette::Link, QColor(kAccent));
-    for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
+    for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
         palette.setColor(QPalette::Disabled, role, QColor(kFaint));
-    }
     return palette;
 }
 
@@ -105,9 +104,7 @@ void ApplyStyle(QApplication& application) {
     QApplication::setStyle(QStyleFactory::create("Fusion"));
     QApplication::setPalette(DarkPalette());
     QFont font = QApplication::font();
-    if (QFontDatabase::families().contains("Liberation Sans")) {
-        font.setFamily("Liberation Sans");
-    }
+    if (QFontDatabase::families().contains("Liberation Sans")) font.setFamily("Liberation Sans");
     font.setPixelSize(kTextPixels);
     QApplication::setFont(font);
     application.setStyleSheet(StyleSheet());

@@ -31,9 +31,7 @@ const QScreen* ScreenOf(const QRect& place) {
     const QRect title(place.topLeft(), QSize(place.width(), kTitleHeight));
     for (const QScreen* screen : QGuiApplication::screens()) {
         const QRect seen = screen->availableGeometry() & title;
-        if (seen.height() == kTitleHeight && seen.width() >= std::min(kLeastGrip, place.width())) {
-            return screen;
-        }
+        if (seen.height() == kTitleHeight && seen.width() >= std::min(kLeastGrip, place.width())) return screen;
     }
     return nullptr;
 }
@@ -43,9 +41,7 @@ class PlaceKeeper : public QObject {
     PlaceKeeper(QWidget& window, QSettings& store) : QObject(&window), window_(window), store_(store) {
         Restore();
         // After that, so that the window knows the place to come back to.
-        if (store_.value(Key(kMaximized)).toBool()) {
-            window_.setWindowState(window_.windowState() | Qt::WindowMaximized);
-        }
+        if (store_.value(Key(kMaximized)).toBool()) window_.setWindowState(window_.windowState() | Qt::WindowMaximized);
         window_.installEventFilter(this);
     }
 
@@ -68,9 +64,7 @@ class PlaceKeeper : public QObject {
 
     void Save() {
         store_.setValue(Key(kMaximized), window_.windowState().testFlag(Qt::WindowMaximized));
-        if (Fills() || window_.isMinimized()) {
-            return;  // the place to come back to is the one stored before
-        }
+        if (Fills() || window_.isMinimized()) return;  // the place to come back to is the one stored before
         store_.setValue(Key("x"), window_.x());
         store_.setValue(Key("y"), window_.y());
         store_.setValue(Key("width"), window_.width());
@@ -82,16 +76,12 @@ class PlaceKeeper : public QObject {
         const std::optional<int> y = NumberIn(store_, Key("y"));
         const std::optional<int> width = NumberIn(store_, Key("width"));
         const std::optional<int> height = NumberIn(store_, Key("height"));
-        if (!x || !y || !width || !height || *width <= 0 || *height <= 0) {
-            return;
-        }
+        if (!x || !y || !width || !height || *width <= 0 || *height <= 0) return;
         const QRect place(*x, *y, *width, *height);
         const QScreen* const screen = ScreenOf(place);
         const QScreen* const room = screen != nullptr ? screen : window_.screen();
         window_.resize(room != nullptr ? place.size().boundedTo(room->availableSize()) : place.size());
-        if (screen != nullptr) {
-            window_.move(place.topLeft());
-        }
+        if (screen != nullptr) window_.move(place.topLeft());
     }
 
     QWidget& window_;
@@ -105,9 +95,7 @@ QString WindowPlacesFile() {
 }
 
 void RememberPlace(QWidget& window, QSettings& store) {
-    if (!window.objectName().isEmpty()) {
-        new PlaceKeeper(window, store);  // goes with the window
-    }
+    if (!window.objectName().isEmpty()) new PlaceKeeper(window, store);  // goes with the window
 }
 
 }  // namespace glintara::desktop

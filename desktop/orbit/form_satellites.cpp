@@ -54,7 +54,8 @@ FormSatellites::FormSatellites(Application& app, QWidget* parent) : QDialog(pare
     column->addWidget(count_);
     column->addLayout(BuildButtons());
 
-    connect(list_->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] { TakeSelection(); });
+    connect(
+        list_->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] { TakeSelection(); });
     connect(list_, &QListView::doubleClicked, this, [this](const QModelIndex& row) { MakeWorking(row); });
     resize(kFirstSize);
     UpDateAll();
@@ -76,8 +77,10 @@ QLayout* FormSatellites::BuildButtons() {
         row->addWidget(button);
         return button;
     };
-    add("CSelectAll", "Select All", "Select every satellite", [this] { list_->selectAll(); });
-    add("CDeselectAll", "Deselect All", "Select none", [this] { list_->clearSelection(); });
+    add(
+        "CSelectAll", "Select All", "Select every satellite", [this] { list_->selectAll(); });
+    add(
+        "CDeselectAll", "Deselect All", "Select none", [this] { list_->clearSelection(); });
     add("CInvertSel", "Invert Selection", "Select those that are not selected, and no others",
         [this] { InvertSelection(); });
     row->addStretch();
@@ -115,9 +118,7 @@ void FormSatellites::ShowSelection(const QItemSelection& selection) {
 }
 
 void FormSatellites::TakeSelection() {
-    if (busy_) {
-        return;
-    }
+    if (busy_) return;
     model_.TakeSelection(list_->selectionModel()->selection());
     CountSelection();
 }
@@ -129,9 +130,7 @@ void FormSatellites::InvertSelection() {
 
 void FormSatellites::CountSelection() {
     int selected = 0;
-    for (const QItemSelectionRange& range : list_->selectionModel()->selection()) {
-        selected += range.height();
-    }
+    for (const QItemSelectionRange& range : list_->selectionModel()->selection()) selected += range.height();
     count_->setText(QString("%1 of %2 selected").arg(selected).arg(model_.rowCount()));
 }
 

@@ -20,9 +20,7 @@ constexpr int kRowHeight = 18;
 std::vector<SatelliteListModel::Row> SatelliteListModel::RowsOfTable() const {
     std::vector<Row> rows;
     rows.reserve(static_cast<std::size_t>(data_.SatCount));
-    for (int index = 1; index <= data_.SatCount; ++index) {
-        rows.push_back({data_.Satellite(index).OrbitNumber, index});
-    }
+    for (int index = 1; index <= data_.SatCount; ++index) rows.push_back({data_.Satellite(index).OrbitNumber, index});
     std::stable_sort(rows.begin(), rows.end(),
                      [](const Row& a, const Row& b) { return a.orbitNumber < b.orbitNumber; });
     return rows;
@@ -44,13 +42,9 @@ bool SatelliteListModel::Renew() {
 
 void SatelliteListModel::Reorder() {
     std::vector<Row> rows = RowsOfTable();
-    if (rows.size() != rows_.size()) {
-        return;  // `Renew` is on its way
-    }
+    if (rows.size() != rows_.size()) return;  // `Renew` is on its way
     rows_ = std::move(rows);
-    if (!rows_.empty()) {
-        Q_EMIT dataChanged(index(0), index(rowCount() - 1));
-    }
+    if (!rows_.empty()) Q_EMIT dataChanged(index(0), index(rowCount() - 1));
 }
 
 int SatelliteListModel::RowOf(int orbitNumber) const {
@@ -63,9 +57,8 @@ const SatRecord* SatelliteListModel::SatelliteOf(int row) const {
     const Row& known = rows_[static_cast<std::size_t>(row)];
     int index = known.index;
     // The order may have changed since: then the number tells.
-    if (index > data_.SatCount || data_.Satellite(index).OrbitNumber != known.orbitNumber) {
+    if (index > data_.SatCount || data_.Satellite(index).OrbitNumber != known.orbitNumber)
         index = SearchOrbitNumber(data_, known.orbitNumber);
-    }
     return index == 0 ? nullptr : &data_.Satellite(index);
 }
 
@@ -77,13 +70,9 @@ QItemSelection SatelliteListModel::RowsThatAre(bool selected) const {
     };
     const int count = rowCount();
     for (int row = 0; row < count; ++row) {
-        if (!is(row)) {
-            continue;
-        }
+        if (!is(row)) continue;
         const int first = row;
-        while (row + 1 < count && is(row + 1)) {
-            ++row;
-        }
+        while (row + 1 < count && is(row + 1)) ++row;
         ranges.append(QItemSelectionRange(index(first), index(row)));
     }
     return ranges;
@@ -91,15 +80,11 @@ QItemSelection SatelliteListModel::RowsThatAre(bool selected) const {
 
 void SatelliteListModel::TakeSelection(const QItemSelection& selection) {
     Reorder();
-    for (int index = 1; index <= data_.SatCount; ++index) {
-        data_.Satellite(index).Selected = false;
-    }
+    for (int index = 1; index <= data_.SatCount; ++index) data_.Satellite(index).Selected = false;
     for (const QItemSelectionRange& range : selection) {
         for (int row = range.top(); row <= range.bottom(); ++row) {
             const Row& known = rows_[static_cast<std::size_t>(row)];
-            if (known.index <= data_.SatCount) {
-                data_.Satellite(known.index).Selected = true;
-            }
+            if (known.index <= data_.SatCount) data_.Satellite(known.index).Selected = true;
         }
     }
 }
@@ -109,19 +94,11 @@ int SatelliteListModel::rowCount(const QModelIndex& parent) const {
 }
 
 QVariant SatelliteListModel::data(const QModelIndex& index, int role) const {
-    if (!index.isValid() || index.row() >= rowCount()) {
-        return {};
-    }
-    if (role == Qt::SizeHintRole) {
-        return QSize(0, kRowHeight);  // as wide as the list
-    }
+    if (!index.isValid() || index.row() >= rowCount()) return {};
+    if (role == Qt::SizeHintRole) return QSize(0, kRowHeight);  // as wide as the list
     const SatRecord* const satellite = SatelliteOf(index.row());
-    if (satellite == nullptr) {
-        return {};
-    }
-    if (role == Qt::DisplayRole) {
-        return ToQt(SatelliteListLine(*satellite));
-    }
+    if (satellite == nullptr) return {};
+    if (role == Qt::DisplayRole) return ToQt(SatelliteListLine(*satellite));
     if (role == Qt::FontRole && satellite == &data_.Satellite(data_.SatCount)) {
         QFont font = NumberFont(kListPixels);
         font.setBold(true);
@@ -132,9 +109,8 @@ QVariant SatelliteListModel::data(const QModelIndex& index, int role) const {
 
 QModelIndexList SatelliteListModel::match(const QModelIndex& start, int role, const QVariant& value, int hits,
                                           Qt::MatchFlags flags) const {
-    if (role != Qt::DisplayRole || !flags.testFlag(Qt::MatchStartsWith)) {
+    if (role != Qt::DisplayRole || !flags.testFlag(Qt::MatchStartsWith))
         return QAbstractListModel::match(start, role, value, hits, flags);
-    }
     const QString typed = value.toString();
     const int count = rowCount();
     const int rowsToLookAt = flags.testFlag(Qt::MatchWrap) ? count : count - start.row();
@@ -142,14 +118,11 @@ QModelIndexList SatelliteListModel::match(const QModelIndex& start, int role, co
     for (int k = 0; k < rowsToLookAt && (hits < 0 || found.size() < hits); ++k) {
         const int row = (start.row() + k) % count;
         const SatRecord* const satellite = SatelliteOf(row);
-        if (satellite == nullptr) {
-            continue;
-        }
+        if (satellite == nullptr) continue;
         const std::string number(TrimmedText(satellite->SatNumber));
         if (ToQt(satellite->Name).startsWith(typed, Qt::CaseInsensitive) ||
-            ToQt(number).startsWith(typed, Qt::CaseInsensitive)) {
+            ToQt(number).startsWith(typed, Qt::CaseInsensitive))
             found.append(index(row));
-        }
     }
     return found;
 }

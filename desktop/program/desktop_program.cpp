@@ -33,9 +33,8 @@ MouseHold HoldOf(const QMouseEvent& event) {
 }
 
 SpecialKey SpecialOf(int key) {
-    if (key >= Qt::Key_F1 && key <= Qt::Key_F9) {
+    if (key >= Qt::Key_F1 && key <= Qt::Key_F9)
         return static_cast<SpecialKey>(static_cast<int>(SpecialKey::F1) + key - Qt::Key_F1);
-    }
     switch (key) {
         case Qt::Key_Up:
             return SpecialKey::Up;
@@ -121,9 +120,7 @@ void DesktopProgram::ConnectMenus() {
     main.MnuManageSatellites.SetClickHandler([this] { ShowSatellites(); });
     app_.FindFlare.CSatList.SetClickHandler([this] { ShowSatellites(); });
     main.MnuExit.SetClickHandler([this] { window_->close(); });
-    if (mapTools_) {
-        ConnectMapTools(app_);
-    }
+    if (mapTools_) ConnectMapTools(app_);
 }
 
 void DesktopProgram::ConnectMouse() {
@@ -149,9 +146,7 @@ void DesktopProgram::PressKey(int qtKey, bool shift) {
     KeyPress key;
     key.special = SpecialOf(qtKey);
     key.shift = shift;
-    if (qtKey >= Qt::Key_Space && qtKey < Qt::Key_AsciiTilde) {
-        key.character = static_cast<char>(qtKey);
-    }
+    if (qtKey >= Qt::Key_Space && qtKey < Qt::Key_AsciiTilde) key.character = static_cast<char>(qtKey);
     Form_KeyDown(app_, program_->Loop, key);
 }
 

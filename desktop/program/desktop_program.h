@@ -38,9 +38,7 @@ class DesktopSignals : public ProgramSignals {
 
   private:
     static void Tell(const std::function<void()>& window) {
-        if (window) {
-            window();
-        }
+        if (window) window();
     }
 };
 

@@ -38,12 +38,8 @@ bool DiscStamps::Takes(const DiscLook& look) {
 DiscStamps::Sheet& DiscStamps::SheetOf(const DiscLook& look) {
     const auto known =
         std::find_if(sheets_.begin(), sheets_.end(), [&](const Sheet& sheet) { return sheet.look == look; });
-    if (known != sheets_.end()) {
-        return *known;
-    }
-    if (sheets_.size() < kMostLooks) {
-        return sheets_.emplace_back(Sheet{look, {}});
-    }
+    if (known != sheets_.end()) return *known;
+    if (sheets_.size() < kMostLooks) return sheets_.emplace_back(Sheet{look, {}});
     Sheet& replaced = sheets_[oldest_];
     oldest_ = (oldest_ + 1) % kMostLooks;
     replaced = Sheet{look, {}};
@@ -59,9 +55,7 @@ void DiscStamps::Draw(QPainter& painter, const DiscLook& look, const QPointF& ce
     const QPointF phase(x - pixelX * kSteps, y - pixelY * kSteps);
     const auto index = static_cast<std::size_t>(phase.y()) * kPhases + static_cast<std::size_t>(phase.x());
     QImage& picture = SheetOf(look).pictures[index];
-    if (picture.isNull()) {
-        picture = Paint(look, phase / kSteps);
-    }
+    if (picture.isNull()) picture = Paint(look, phase / kSteps);
     const int margin = MarginOf(look);
     painter.drawImage(QPointF(pixelX - margin, pixelY - margin) / look.ratio, picture);
 }

@@ -21,12 +21,8 @@ bool IsGrey(Color color) { return RedOf(color) == GreenOf(color) && GreenOf(colo
 
 /// The face that stands in for one of another system.
 QString FamilyOf(const std::string& name) {
-    if (name == "Palatino Linotype") {
-        return "TeX Gyre Pagella";
-    }
-    if (name.empty() || name == "Courier New") {
-        return "Liberation Mono";
-    }
+    if (name == "Palatino Linotype") return "TeX Gyre Pagella";
+    if (name.empty() || name == "Courier New") return "Liberation Mono";
     return QString::fromStdString(name);
 }
 
@@ -50,9 +46,7 @@ void PainterSurface::Begin(QImage& image) {
 }
 
 void PainterSurface::End() {
-    if (painter_.isActive()) {
-        painter_.end();
-    }
+    if (painter_.isActive()) painter_.end();
     image_ = nullptr;
 }
 
@@ -98,9 +92,7 @@ void PainterSurface::SetBrush() {
 }
 
 void PainterSurface::Cls() {
-    if (image_ != nullptr) {
-        image_->fill(QtColor(BackColor));
-    }
+    if (image_ != nullptr) image_->fill(QtColor(BackColor));
     CurrentX = 0;
     CurrentY = 0;
 }
@@ -112,18 +104,14 @@ void PainterSurface::Line(double x1, double y1, double x2, double y2) {
 
 /// Lays a small disc on as a ready-made picture. False when it is none that is kept.
 bool PainterSurface::StampDisc(const QPointF& centre, double radius) {
-    if (DrawMode != MixMode::Copy || DrawStyle == PenPattern::Dotted) {
-        return false;
-    }
+    if (DrawMode != MixMode::Copy || DrawStyle == PenPattern::Dotted) return false;
     const bool outlined = DrawStyle == PenPattern::Solid;
     const DiscLook look{.radius = radius,
                         .fill = FillStyle == FillPattern::Solid ? QtColor(FillColor).rgb() : 0,
                         .outline = outlined ? QtColor(ForeColor).rgb() : 0,
                         .penWidth = outlined ? DrawWidth : 0,
                         .ratio = ratio_};
-    if (!DiscStamps::Takes(look)) {
-        return false;
-    }
+    if (!DiscStamps::Takes(look)) return false;
     SetMode();
     stamps_.Draw(painter_, look, centre);
     return true;
@@ -131,9 +119,7 @@ bool PainterSurface::StampDisc(const QPointF& centre, double radius) {
 
 void PainterSurface::Circle(double x, double y, double radius) {
     const QPointF centre(x / kTwips, y / kTwips);
-    if (StampDisc(centre, radius / kTwips)) {
-        return;
-    }
+    if (StampDisc(centre, radius / kTwips)) return;
     SetPen();
     SetBrush();
     painter_.drawEllipse(centre, radius / kTwips, radius / kTwips);
@@ -150,12 +136,8 @@ PainterSurface::Face& PainterSurface::CurrentFace() const {
     const auto known = std::find_if(faces_.begin(), faces_.end(), [this](const std::unique_ptr<Face>& face) {
         return face->name == FontName && face->size == FontSize && face->bold == FontBold && face->italic == FontItalic;
     });
-    if (known != faces_.end()) {
-        return **known;
-    }
-    if (faces_.size() == kMostFaces) {
-        faces_.clear();
-    }
+    if (known != faces_.end()) return **known;
+    if (faces_.size() == kMostFaces) faces_.clear();
     QFont font(FamilyOf(FontName));
     font.setPixelSize(std::max(1, static_cast<int>(std::lround(FontSize * kPixelsPerPoint))));
     font.setBold(FontBold);
@@ -168,12 +150,8 @@ PainterSurface::Face& PainterSurface::CurrentFace() const {
 const PainterSurface::Words& PainterSurface::WordsOf(std::string_view text) const {
     Face& face = CurrentFace();
     const auto known = face.words.find(text);
-    if (known != face.words.end()) {
-        return known->second;
-    }
-    if (face.words.size() == kMostWords) {
-        face.words.clear();
-    }
+    if (known != face.words.end()) return known->second;
+    if (face.words.size() == kMostWords) face.words.clear();
     const QString string = TextOf(text);
     Words words{QStaticText(string), face.metrics.horizontalAdvance(string)};
     words.layout.setTextFormat(Qt::PlainText);
@@ -182,9 +160,7 @@ const PainterSurface::Words& PainterSurface::WordsOf(std::string_view text) cons
 }
 
 void PainterSurface::Print(std::string_view text) {
-    if (text.empty()) {
-        return;
-    }
+    if (text.empty()) return;
     const Words& words = WordsOf(text);
     SetMode();
     painter_.setFont(CurrentFace().font);
@@ -201,18 +177,14 @@ double PainterSurface::TextHeight(std::string_view /*text*/) const { return Curr
 
 void PainterSurface::Polygon(std::span<const PixelVertex> vertices) {
     points_.clear();
-    for (const PixelVertex& vertex : vertices) {
-        points_.push_back(FromPixels(vertex.x, vertex.y));
-    }
+    for (const PixelVertex& vertex : vertices) points_.push_back(FromPixels(vertex.x, vertex.y));
     SetPen();
     SetBrush();
     painter_.drawPolygon(points_.data(), static_cast<int>(points_.size()), Qt::OddEvenFill);
 }
 
 void PainterSurface::PolyPolygon(std::span<const double> xy, std::span<const std::int32_t> contourEnds) {
-    if (FillStyle != FillPattern::Solid) {
-        return;
-    }
+    if (FillStyle != FillPattern::Solid) return;
     SetMode();
     if (contourEnds.size() == 1) {
         // One contour alone needs no path, which would look at each vertex twice more.
@@ -229,11 +201,10 @@ void PainterSurface::PolyPolygon(std::span<const double> xy, std::span<const std
         const std::size_t first = vertex;
         for (; vertex < static_cast<std::size_t>(end) && 2 * vertex + 1 < xy.size(); ++vertex) {
             const QPointF point = FromPixels(xy[2 * vertex], xy[2 * vertex + 1]);
-            if (vertex == first) {
+            if (vertex == first)
                 path_.moveTo(point);
-            } else {
+            else
                 path_.lineTo(point);
-            }
         }
         path_.closeSubpath();
     }
@@ -243,9 +214,7 @@ void PainterSurface::PolyPolygon(std::span<const double> xy, std::span<const std
 /// Puts pairs of device pixels into `points_`.
 void PainterSurface::TakePoints(std::span<const double> xy) {
     points_.clear();
-    for (std::size_t i = 0; i + 1 < xy.size(); i += 2) {
-        points_.push_back(FromPixels(xy[i], xy[i + 1]));
-    }
+    for (std::size_t i = 0; i + 1 < xy.size(); i += 2) points_.push_back(FromPixels(xy[i], xy[i + 1]));
 }
 
 void PainterSurface::Polyline(std::span<const double> xy) {
@@ -255,43 +224,29 @@ void PainterSurface::Polyline(std::span<const double> xy) {
 }
 
 void PainterSurface::ExtFloodFill(std::int32_t x, std::int32_t y, Color color, FloodFillMode /*mode*/) {
-    if (image_ == nullptr || !image_->rect().contains(x, y)) {
-        return;
-    }
+    if (image_ == nullptr || !image_->rect().contains(x, y)) return;
     const QRgb from = QtColor(color).rgb();
     const QRgb to = QtColor(FillColor).rgb();
     const int width = image_->width();
     const auto row = [&](int line) { return reinterpret_cast<QRgb*>(image_->scanLine(line)); };
-    if (from == to || row(y)[x] != from) {
-        return;
-    }
+    if (from == to || row(y)[x] != from) return;
     floodStack_.clear();
     floodStack_.emplace_back(x, y);
     while (!floodStack_.empty()) {
         const auto [seedX, line] = floodStack_.back();
         floodStack_.pop_back();
         QRgb* const pixels = row(line);
-        if (pixels[seedX] != from) {
-            continue;
-        }
+        if (pixels[seedX] != from) continue;
         int left = seedX;
-        while (left > 0 && pixels[left - 1] == from) {
-            --left;
-        }
+        while (left > 0 && pixels[left - 1] == from) --left;
         int right = left;
-        for (; right < width && pixels[right] == from; ++right) {
-            pixels[right] = to;
-        }
+        for (; right < width && pixels[right] == from; ++right) pixels[right] = to;
         for (const int next : {line - 1, line + 1}) {
-            if (next < 0 || next >= image_->height()) {
-                continue;
-            }
+            if (next < 0 || next >= image_->height()) continue;
             const QRgb* const neighbours = row(next);
             for (int column = left; column < right; ++column) {
                 const bool begins = neighbours[column] == from && (column == left || neighbours[column - 1] != from);
-                if (begins) {
-                    floodStack_.emplace_back(column, next);
-                }
+                if (begins) floodStack_.emplace_back(column, next);
             }
         }
     }
@@ -300,9 +255,7 @@ void PainterSurface::ExtFloodFill(std::int32_t x, std::int32_t y, Color color, F
 void PainterSurface::AlphaBlend(const PixelRectangle& target, const DrawSurface& source, const PixelRectangle& part,
                                 std::uint8_t weight) {
     const auto* const other = dynamic_cast<const PainterSurface*>(&source);
-    if (other == nullptr || other->image_ == nullptr) {
-        return;
-    }
+    if (other == nullptr || other->image_ == nullptr) return;
     SetMode();
     painter_.setOpacity(weight / 255.0);
     const QRectF on(FromPixels(target.left, target.top), QSizeF(target.width, target.height) / ratio_);

@@ -12,9 +12,7 @@ namespace {
 
 std::string PaddedTo(std::size_t width, double whole) {
     std::string text = PlainNumberText(whole);
-    if (text.size() < width) {
-        text.insert(0, width - text.size(), '0');
-    }
+    if (text.size() < width) text.insert(0, width - text.size(), '0');
     return text;
 }
 

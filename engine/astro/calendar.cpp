@@ -29,12 +29,8 @@ bool IsFinite(const CalendarFields& f) {
 /// magnitude; one so little below 0 that it rounds to `size` becomes 0.
 void Carry(double& low, double& high, double size) {
     double rest = std::fmod(low, size);
-    if (rest < 0) {
-        rest += size;
-    }
-    if (rest >= size) {
-        rest = 0;
-    }
+    if (rest < 0) rest += size;
+    if (rest >= size) rest = 0;
     high += std::round((low - rest) / size);
     low = rest;
 }
@@ -81,9 +77,7 @@ void CarryDays(CalendarFields& f) {
     CarryWholeDays(f);
     const double whole = f.day;
     f.day += fraction;
-    if (std::floor(f.day) > whole) {
-        CarryWholeDays(f);  // the sum has rounded up to the next midnight
-    }
+    if (std::floor(f.day) > whole) CarryWholeDays(f);  // the sum has rounded up to the next midnight
 }
 
 /// The last `count` characters of `text` with `count` zeros in front.
@@ -94,9 +88,7 @@ std::string LastCharacters(const std::string& text, std::size_t count) {
 
 std::string Padded(double value, std::size_t width) {
     std::string text = PlainNumberText(value);
-    if (text.size() < width) {
-        text.insert(0, width - text.size(), '0');
-    }
+    if (text.size() < width) text.insert(0, width - text.size(), '0');
     return text;
 }
 
@@ -109,19 +101,13 @@ std::string TwoDigits(double value) {
 }  // namespace
 
 int DaysInMonth(double year, double month) {
-    if (month == 4 || month == 6 || month == 9 || month == 11) {
-        return 30;
-    }
-    if (month == 2) {
-        return std::fmod(year, kCycleYears) == 0 ? 29 : 28;
-    }
+    if (month == 4 || month == 6 || month == 9 || month == 11) return 30;
+    if (month == 2) return std::fmod(year, kCycleYears) == 0 ? 29 : 28;
     return 31;
 }
 
 CalendarFields NormalizeDateTime(CalendarFields fields) {
-    if (!IsFinite(fields)) {
-        return fields;
-    }
+    if (!IsFinite(fields)) return fields;
     Carry(fields.second, fields.minute, 60);
     Carry(fields.minute, fields.hour, 60);
     Carry(fields.hour, fields.day, 24);
@@ -174,9 +160,7 @@ double EpochTextToJD(std::string_view epochText) {
     constexpr double kLastYear = 2050;
     const std::size_t yearDigits = std::min<std::size_t>(2, epochText.size());
     double year = LeadingNumber(epochText.substr(0, yearDigits)) + 2000;
-    if (year > kLastYear) {
-        year -= 100;
-    }
+    if (year > kLastYear) year -= 100;
     const double dayOfYear = LeadingNumber(epochText.substr(yearDigits));
     return DateToJD({year, 1, 1, 0, 0, 0}) + dayOfYear - 1;
 }

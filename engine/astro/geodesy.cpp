@@ -24,14 +24,10 @@ Vector3 LLRToSameXYZ(double lat, double lon, double radius) {
 LatLonRadius XYZToLatLon(const Vector3& point) {
     LatLonRadius place;
     place.radius = Length(point);
-    if (place.radius == 0) {
-        place.radius = kLeastRadius;
-    }
+    if (place.radius == 0) place.radius = kLeastRadius;
     place.lat = ArcSin(point.z / place.radius);
     place.lon = ArcSin((point.y / place.radius) / std::cos(place.lat));
-    if (point.x < 0) {
-        place.lon = kPi - place.lon;
-    }
+    if (point.x < 0) place.lon = kPi - place.lon;
     return place;
 }
 
@@ -76,9 +72,7 @@ Geodetic EcefToGeodetic(const Vector3& metres) {
     const double height = u * (1 - b * b / (a * v));
     // At the Earth's centre, and where the powers overflow, the closed form has no value; from afar the Earth is a
     // point.
-    if (!std::isfinite(lat) || !std::isfinite(height)) {
-        return {std::atan2(z, r), lon, std::hypot(r, z) - a};
-    }
+    if (!std::isfinite(lat) || !std::isfinite(height)) return {std::atan2(z, r), lon, std::hypot(r, z) - a};
     return {lat, lon, height};
 }
 

@@ -41,9 +41,7 @@ HorizonAngles WorldToHorizon(const ObserverSite& site, const Vector3& point) {
     HorizonAngles angles;
     angles.altitude = ArcSin(Dot(axes.up, direction));
     angles.azimuth = Atan2Full(Dot(axes.east, direction), Dot(axes.north, direction));
-    if (angles.azimuth < 0) {
-        angles.azimuth += kTwoPi;
-    }
+    if (angles.azimuth < 0) angles.azimuth += kTwoPi;
     return angles;
 }
 
@@ -60,12 +58,8 @@ Equatorial TopocentricShift(const Equatorial& geocentric, double distance, doubl
     Equatorial apparent;
     apparent.dec = ArcSin(d.x / range);
     apparent.ra = ArcSin((d.y / range) / std::cos(apparent.dec));
-    if (d.z < 0) {
-        apparent.ra = kPi - apparent.ra;
-    }
-    if (apparent.ra < 0) {
-        apparent.ra += kTwoPi;
-    }
+    if (d.z < 0) apparent.ra = kPi - apparent.ra;
+    if (apparent.ra < 0) apparent.ra += kTwoPi;
     return apparent;
 }
 

@@ -14,15 +14,9 @@ constexpr int kMostRounds = 1000;
 constexpr double kManyTurns = 1e4;
 
 double WithinOneTurn(double m) {
-    if (std::abs(m) > kManyTurns) {
-        m = std::fmod(m, kTwoPi);
-    }
-    while (m >= kTwoPi) {
-        m -= kTwoPi;
-    }
-    while (m <= -kTwoPi) {
-        m += kTwoPi;
-    }
+    if (std::abs(m) > kManyTurns) m = std::fmod(m, kTwoPi);
+    while (m >= kTwoPi) m -= kTwoPi;
+    while (m <= -kTwoPi) m += kTwoPi;
     return m;
 }
 
@@ -53,9 +47,7 @@ double TrueFromMean(double m, double e, double tolerance) {
 double MeanFromTrue(double trueAnomaly, double e) {
     const double cosine = std::cos(trueAnomaly);
     double anomaly = ArcCos((cosine + e) / (e * cosine + 1));
-    if (std::sin(trueAnomaly) < 0) {
-        anomaly = kTwoPi - anomaly;
-    }
+    if (std::sin(trueAnomaly) < 0) anomaly = kTwoPi - anomaly;
     return MeanFromEccentric(anomaly, e);
 }
 

@@ -31,13 +31,11 @@ Decimal ToDecimal(double value) {
                                     kSignificantDigits - 1);
     Decimal decimal;
     const char* c = buffer.data();
-    for (; c != done.ptr && *c != 'e'; ++c) {
-        if (*c == '-') {
+    for (; c != done.ptr && *c != 'e'; ++c)
+        if (*c == '-')
             decimal.negative = true;
-        } else if (*c != '.') {
+        else if (*c != '.')
             decimal.digits += *c;
-        }
-    }
     decimal.digits.erase(decimal.digits.find_last_not_of('0') + 1);
     const char* const exponent = c + (c[1] == '+' ? 2 : 1);  // from_chars takes no "+"
     std::from_chars(exponent, done.ptr, decimal.exponent);
@@ -45,9 +43,7 @@ Decimal ToDecimal(double value) {
 }
 
 bool IsPlain(const Decimal& decimal) {
-    if (decimal.exponent == kLargestPlainExponent) {
-        return decimal.digits == "1";
-    }
+    if (decimal.exponent == kLargestPlainExponent) return decimal.digits == "1";
     return decimal.exponent >= kSmallestPlainExponent && decimal.exponent < kLargestPlainExponent;
 }
 
@@ -84,47 +80,29 @@ Parsed ParseNumber(std::string_view text) {
     const bool negative = !plus && !body.empty() && body.front() == '-';
     const std::size_t first = negative ? 1 : 0;
     // Only digits and the mark begin a number: "inf" and "nan" are words here.
-    if (first >= body.size() || !((body[first] >= '0' && body[first] <= '9') || body[first] == '.')) {
-        return {};
-    }
+    if (first >= body.size() || !((body[first] >= '0' && body[first] <= '9') || body[first] == '.')) return {};
     Parsed parsed;
     const auto [end, error] = std::from_chars(body.data(), body.data() + body.size(), parsed.value);
-    if (error == std::errc::invalid_argument) {
-        return {};
-    }
+    if (error == std::errc::invalid_argument) return {};
     parsed.length = static_cast<std::size_t>(end - body.data()) + (plus ? 1 : 0);
-    if (error == std::errc::result_out_of_range) {
-        parsed.value = std::nan("");
-    }
+    if (error == std::errc::result_out_of_range) parsed.value = std::nan("");
     return parsed;
 }
 
 std::string_view Trimmed(std::string_view text) {
-    while (!text.empty() && IsBlank(text.front())) {
-        text.remove_prefix(1);
-    }
-    while (!text.empty() && IsBlank(text.back())) {
-        text.remove_suffix(1);
-    }
+    while (!text.empty() && IsBlank(text.front())) text.remove_prefix(1);
+    while (!text.empty() && IsBlank(text.back())) text.remove_suffix(1);
     return text;
 }
 
 }  // namespace
 
 std::string PlainNumberText(double value) {
-    if (std::isnan(value)) {
-        return "nan";
-    }
-    if (std::isinf(value)) {
-        return value > 0 ? "inf" : "-inf";
-    }
-    if (value == 0) {
-        return "0";
-    }
+    if (std::isnan(value)) return "nan";
+    if (std::isinf(value)) return value > 0 ? "inf" : "-inf";
+    if (value == 0) return "0";
     const Decimal decimal = ToDecimal(value);
-    if (IsPlain(decimal)) {
-        return PlainDigits(decimal);
-    }
+    if (IsPlain(decimal)) return PlainDigits(decimal);
     Buffer buffer{};
     const auto done = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::general,
                                     kSignificantDigits);
@@ -135,16 +113,12 @@ std::string CutNumberText(double value, int decimals) {
     const double power = std::pow(10, decimals);
     const double scaled = value * power;
     // So large a number, or so many places, that there is nothing to cut.
-    if (!std::isfinite(scaled) || power == 0) {
-        return PlainNumberText(value);
-    }
+    if (!std::isfinite(scaled) || power == 0) return PlainNumberText(value);
     return PlainNumberText(std::floor(scaled) / power);
 }
 
 double LeadingNumber(std::string_view text) {
-    while (!text.empty() && IsBlank(text.front())) {
-        text.remove_prefix(1);
-    }
+    while (!text.empty() && IsBlank(text.front())) text.remove_prefix(1);
     const double value = ParseNumber(text).value;
     return std::isfinite(value) ? value : 0;
 }
@@ -152,9 +126,7 @@ double LeadingNumber(std::string_view text) {
 std::optional<double> StrictNumber(std::string_view text) {
     const std::string_view body = Trimmed(text);
     const Parsed parsed = ParseNumber(body);
-    if (body.empty() || parsed.length != body.size() || !std::isfinite(parsed.value)) {
-        return std::nullopt;
-    }
+    if (body.empty() || parsed.length != body.size() || !std::isfinite(parsed.value)) return std::nullopt;
     return parsed.value;
 }
 

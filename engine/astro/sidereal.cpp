@@ -18,15 +18,9 @@ double Reduced(double jd, double halfTurn) {
     const double seconds = t * t * 0.093104 + t * t * t * -6.2e-6 + t * 3164400184.812866 + 24110.54841;
     double angle = seconds / 180 * kPi / 240 + halfTurn;
     angle -= kPi * (2 * std::floor(angle / 2 / kPi));
-    if (std::abs(angle) > kFarOff) {
-        angle = std::fmod(angle, kTwoPi);
-    }
-    if (d < 0) {
-        angle = -angle;
-    }
-    if (angle > kTwoPi) {
-        angle -= kTwoPi;
-    }
+    if (std::abs(angle) > kFarOff) angle = std::fmod(angle, kTwoPi);
+    if (d < 0) angle = -angle;
+    if (angle > kTwoPi) angle -= kTwoPi;
     return angle;
 }
 
@@ -39,12 +33,8 @@ double SiderealBaseFromDate(const CalendarFields& fields) { return Reduced(DateT
 double SiderealFromDate(const CalendarFields& fields) {
     double angle = 0 + SiderealBaseFromDate(fields);
     angle += kPi;
-    while (angle > kPi) {
-        angle -= kTwoPi;
-    }
-    while (angle < -kPi) {
-        angle += kTwoPi;
-    }
+    while (angle > kPi) angle -= kTwoPi;
+    while (angle < -kPi) angle += kTwoPi;
     return angle;
 }
 

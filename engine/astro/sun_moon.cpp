@@ -76,9 +76,7 @@ Equatorial SunPosition(double jd) {
     Equatorial sun;
     sun.dec = ArcSin(std::sin(e) * std::sin(l));
     sun.ra = Atan2Full(std::cos(e) * std::sin(l), std::cos(l));
-    if (sun.ra < 0) {
-        sun.ra += kTwoPi;
-    }
+    if (sun.ra < 0) sun.ra += kTwoPi;
     return sun;
 }
 

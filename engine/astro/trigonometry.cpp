@@ -15,9 +15,7 @@ constexpr double kArcSinGuard = 1e-14;
 
 /// 1, -1, or `x` itself where it has no sign to give (zero, NaN).
 double SignOf(double x) {
-    if (x > 0) {
-        return 1;
-    }
+    if (x > 0) return 1;
     return x < 0 ? -1 : x;
 }
 
@@ -25,37 +23,25 @@ double SignOf(double x) {
 
 double ArcSin(double x) {
     const double size = std::abs(x);
-    if (size > 1 || std::abs(size - 1) < kArcSinGuard) {
-        return SignOf(x) * kRightAngle;
-    }
+    if (size > 1 || std::abs(size - 1) < kArcSinGuard) return SignOf(x) * kRightAngle;
     return std::atan(x / std::sqrt(1 - x * x));
 }
 
 double ArcCos(double x) {
-    if (std::abs(x) >= 1) {
-        return x == -1.0 ? kPi : 0;
-    }
+    if (std::abs(x) >= 1) return x == -1.0 ? kPi : 0;
     return kPi / 2 - std::atan(x / std::sqrt(1 - x * x));
 }
 
 double Atan2Full(double y, double x) {
-    if (x == 0) {
-        return SignOf(y) * kPi / 2;
-    }
+    if (x == 0) return SignOf(y) * kPi / 2;
     return x < 0 ? std::atan(y / x) + kPi : std::atan(y / x);
 }
 
 double Atan2Positive(double y, double x) {
-    if (x == 0) {
-        return SignOf(y) * std::atan(std::numeric_limits<double>::infinity());
-    }
+    if (x == 0) return SignOf(y) * std::atan(std::numeric_limits<double>::infinity());
     double angle = std::atan(y / x);
-    if (x < 0) {
-        angle += kPi;
-    }
-    if (y < 0 && x > 0) {
-        angle += kTwoPi;
-    }
+    if (x < 0) angle += kPi;
+    if (y < 0 && x > 0) angle += kTwoPi;
     return angle;
 }
 

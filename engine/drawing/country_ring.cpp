@@ -15,9 +15,7 @@ bool IsPlace(double lat, double lon) {
 }  // namespace
 
 std::optional<RingExtent> ExtentOf(const CountryRing& ring) {
-    if (ring.Size() < kFewestVertices) {
-        return std::nullopt;
-    }
+    if (ring.Size() < kFewestVertices) return std::nullopt;
     RingExtent extent{ring.lat[0], ring.lat[0], ring.lon[0], ring.lon[0]};
     double lat = ring.lat[0];
     double lon = ring.lon[0];
@@ -33,9 +31,7 @@ std::optional<RingExtent> ExtentOf(const CountryRing& ring) {
         extent.east = std::max(extent.east, lon + turns);
     };
     for (std::size_t i = 0; i < ring.Size(); ++i) {
-        if (!IsPlace(ring.lat[i], ring.lon[i])) {
-            return std::nullopt;
-        }
+        if (!IsPlace(ring.lat[i], ring.lon[i])) return std::nullopt;
         go(ring.lat[i], ring.lon[i]);
         extent.south = std::min(extent.south, lat);
         extent.north = std::max(extent.north, lat);
@@ -44,9 +40,7 @@ std::optional<RingExtent> ExtentOf(const CountryRing& ring) {
     go(ring.lat[0], ring.lon[0]);
     extent.turn = turns;
     const bool goesRound = std::remainder(extent.turn, 2 * kFullTurn) != 0;
-    if (goesRound) {
-        extent.pole = latitudeSum * extent.turn >= 0 ? kPoleLatitude : -kPoleLatitude;
-    }
+    if (goesRound) extent.pole = latitudeSum * extent.turn >= 0 ? kPoleLatitude : -kPoleLatitude;
     return extent;
 }
 

@@ -40,9 +40,7 @@ void ForEachRing(std::span<const double> lat, std::span<const double> lon, std::
                  Visit&& visit) {
     for (std::size_t start = 0; start < id.size();) {
         std::size_t end = start + 1;
-        while (end < id.size() && id[end] == id[start]) {
-            ++end;
-        }
+        while (end < id.size() && id[end] == id[start]) ++end;
         visit(CountryRing{lat.subspan(start, end - start), lon.subspan(start, end - start)});
         start = end;
     }
@@ -96,9 +94,7 @@ void WalkRing(const CountryRing& ring, double merge, Visit&& visit) {
         const double nextLon = ring.lon[i];
         const double whole = WholeTurns(lon, nextLon);
         const double step = std::abs(nextLon - lon - whole) + std::abs(nextLat - lat);
-        if (step < merge && i != last && !IsOnSeam(nextLat, nextLon)) {
-            continue;
-        }
+        if (step < merge && i != last && !IsOnSeam(nextLat, nextLon)) continue;
         const bool isBorder = !IsSeamLine(lat, lon, nextLat, nextLon);
         lat = nextLat;
         lon = nextLon;
@@ -122,9 +118,7 @@ class RingContains {
     void AddLine(const MapVertex& from, const MapVertex& to) {
         const double before = TurnsPast(from.lon);
         const double after = TurnsPast(to.lon);
-        if (before == after) {
-            return;
-        }
+        if (before == after) return;
         const double meridian = place_.lon + kFullTurn * std::fmax(before, after);
         const double lat = from.lat + (to.lat - from.lat) * (meridian - from.lon) / (to.lon - from.lon);
         crossed_ = crossed_ != (lat > place_.lat);

@@ -64,17 +64,14 @@ class Painter {
 
     void Fill(const ContourStore& contours) {
         used_ = std::max(used_, contours.Points().size());
-        if (contours.ContourCount() > 0) {
+        if (contours.ContourCount() > 0)
             target_.fill(target_.self, contours.Points().data(), contours.Ends(), contours.ContourCount());
-        }
     }
 
     /// Outlines a ring whose one contour is its border as well. False when there is no room to close it.
     bool OutlineContour(const ContourStore& contours) {
         const std::size_t size = contours.Points().size();
-        if (contours.ContourCount() != 1 || size + 2 > room_.size()) {
-            return false;
-        }
+        if (contours.ContourCount() != 1 || size + 2 > room_.size()) return false;
         room_[size] = room_[0];
         room_[size + 1] = room_[1];
         used_ = std::max(used_, size + 2);
@@ -122,16 +119,10 @@ class GlobePainter : public Painter {
 
     void Draw(const CountryRing& ring) {
         const auto extent = ExtentOf(ring);
-        if (!extent || IsTooSmall(*extent)) {
-            return;
-        }
+        if (!extent || IsTooSmall(*extent)) return;
         const Sight sight = SightOf(*extent);
-        if (sight == Sight::None) {
-            return;
-        }
-        if (!(Fills() && FillRing(ring, *extent, sight)) && Outlines()) {
-            OutlineRing(ring);
-        }
+        if (sight == Sight::None) return;
+        if (!(Fills() && FillRing(ring, *extent, sight)) && Outlines()) OutlineRing(ring);
     }
 
   private:
@@ -163,20 +154,14 @@ class GlobePainter : public Painter {
 
     Sight SightOf(const RingExtent& extent) const {
         const Cap cap = CapAround(extent);
-        if (cap.radius >= kPi / 2) {
-            return Sight::AcrossLimb;
-        }
+        if (cap.radius >= kPi / 2) return Sight::AcrossLimb;
         const Vector3 centre = axes_.FromWorld(cap.centre);
         const double sine = std::sin(cap.radius);
-        if (centre.x < -sine) {
-            return Sight::None;
-        }
+        if (centre.x < -sine) return Sight::None;
         const PlanePoint pixel = ToPixel(centre.y, centre.z);
         const double reach = cap.radius * scale_;
         const PlaneRectangle around{pixel.x - reach, pixel.y - reach, pixel.x + reach, pixel.y + reach};
-        if (!Overlap(picture_, around)) {
-            return Sight::None;
-        }
+        if (!Overlap(picture_, around)) return Sight::None;
         return centre.x > sine ? Sight::WhollyNear : Sight::AcrossLimb;
     }
 
@@ -187,9 +172,7 @@ class GlobePainter : public Painter {
         for (const Level& level : levels_) {
             const Outcome outcome =
                 sight == Sight::WhollyNear ? FillNear(ring, extent, level) : FillAcrossLimb(ring, extent, level);
-            if (outcome != Outcome::NoRoom) {
-                return outcome == Outcome::FilledAndOutlined;
-            }
+            if (outcome != Outcome::NoRoom) return outcome == Outcome::FilledAndOutlined;
         }
         return false;
     }
@@ -216,9 +199,7 @@ class GlobePainter : public Painter {
                             markInRing.AddLine(from, to);
                             limb.Add(line, vertex);
                         });
-            if (limb.PassedNearMark() && attempt < 2 * kMarks) {
-                continue;
-            }
+            if (limb.PassedNearMark() && attempt < 2 * kMarks) continue;
             limb.Close(vertex);
             contours.EndContour();
             if (limb.NeedsWholeLimb(markInRing.Result(extent))) {
@@ -232,9 +213,7 @@ class GlobePainter : public Painter {
 
     Outcome Finish(const CountryRing& ring, const RingExtent& extent, ContourStore& contours, bool crossesLimb) {
         contours.EndContour();
-        if (contours.Overflowed()) {
-            return Outcome::NoRoom;
-        }
+        if (contours.Overflowed()) return Outcome::NoRoom;
         Fill(contours);
         const bool isBorder = !crossesLimb && !contours.WasCut() && !extent.touchesSeam && ring.IsClosed();
         return isBorder && Outlines() && OutlineContour(contours) ? Outcome::FilledAndOutlined : Outcome::Filled;
@@ -246,9 +225,7 @@ class GlobePainter : public Painter {
                     [&](const MapVertex&, const MapVertex&, const GlobeLine& piece) {
                         const bool fromNear = IsNear(piece.from);
                         const bool toNear = IsNear(piece.to);
-                        if (!piece.isBorder || (!fromNear && !toNear)) {
-                            return;
-                        }
+                        if (!piece.isBorder || (!fromNear && !toNear)) return;
                         const Vector3 from = fromNear ? piece.from : LimbCrossing(piece.from, piece.to);
                         const Vector3 to = toNear ? piece.to : LimbCrossing(piece.from, piece.to);
                         line.Segment(PixelOf(from), PixelOf(to));
@@ -274,9 +251,7 @@ class FlatMapPainter : public Painter {
 
     void Draw(const CountryRing& ring) {
         const auto extent = ExtentOf(ring);
-        if (window_.IsEmpty() || !extent || IsTooSmall(*extent)) {
-            return;
-        }
+        if (window_.IsEmpty() || !extent || IsTooSmall(*extent)) return;
         // The ring's first vertex comes to lie within half a turn of the map's middle.
         const double first = ring.lon.front();
         const double shift = std::remainder(first - viewLon_, kFullTurn) - first;
@@ -286,9 +261,8 @@ class FlatMapPainter : public Painter {
         }
         const int leftmost = static_cast<int>(std::ceil((-kSeamLongitude - shift - extent->east) / kFullTurn));
         const int rightmost = static_cast<int>(std::floor((kSeamLongitude - shift - extent->west) / kFullTurn));
-        for (int copy = std::max(leftmost, -kMostCopies); copy <= std::min(rightmost, kMostCopies); ++copy) {
+        for (int copy = std::max(leftmost, -kMostCopies); copy <= std::min(rightmost, kMostCopies); ++copy)
             DrawCopy(ring, *extent, shift + copy * kFullTurn);
-        }
     }
 
   private:
@@ -301,12 +275,8 @@ class FlatMapPainter : public Painter {
     void DrawCopy(const CountryRing& ring, const RingExtent& extent, double shift) {
         const PlanePoint leftTop = MapPixel(extent.west + shift, extent.north);
         const PlanePoint rightBottom = MapPixel(extent.east + shift, extent.south);
-        if (!Overlap(window_, {leftTop.x, leftTop.y, rightBottom.x, rightBottom.y})) {
-            return;
-        }
-        if (!(Fills() && FillCopy(ring, extent, shift)) && Outlines()) {
-            OutlineCopy(ring, shift);
-        }
+        if (!Overlap(window_, {leftTop.x, leftTop.y, rightBottom.x, rightBottom.y})) return;
+        if (!(Fills() && FillCopy(ring, extent, shift)) && Outlines()) OutlineCopy(ring, shift);
     }
 
     /// True when the ring is outlined, too.
@@ -314,9 +284,7 @@ class FlatMapPainter : public Painter {
         ContourStore contours(window_, kMergeOnPicture, room_);
         WalkRing(ring, merge_, [&](const MapVertex& v, bool) { contours.Add(MapPixel(v.lon + shift, v.lat)); });
         contours.EndContour();
-        if (contours.Overflowed()) {
-            return false;
-        }
+        if (contours.Overflowed()) return false;
         Fill(contours);
         const bool isBorder = !contours.WasCut() && !extent.touchesSeam && ring.IsClosed();
         return isBorder && Outlines() && OutlineContour(contours);
@@ -327,9 +295,7 @@ class FlatMapPainter : public Painter {
         PlanePoint at;
         WalkRing(ring, merge_, [&](const MapVertex& v, bool isBorder) {
             const PlanePoint pixel = MapPixel(v.lon + shift, v.lat);
-            if (isBorder) {
-                line.Segment(at, pixel);
-            }
+            if (isBorder) line.Segment(at, pixel);
             at = pixel;
         });
     }
@@ -345,12 +311,8 @@ class FlatMapPainter : public Painter {
         const int rounds = last - first + 1;
         // In the order in which the ring runs, so that each round goes on where the one before has ended.
         const double start = shift + (extent.turn > 0 ? first : last) * period;
-        if (Fills()) {
-            FillRoundPole(ring, extent, start, rounds);
-        }
-        for (int round = 0; Outlines() && round < rounds; ++round) {
-            OutlineCopy(ring, start + round * extent.turn);
-        }
+        if (Fills()) FillRoundPole(ring, extent, start, rounds);
+        for (int round = 0; Outlines() && round < rounds; ++round) OutlineCopy(ring, start + round * extent.turn);
     }
 
     void FillRoundPole(const CountryRing& ring, const RingExtent& extent, double start, int rounds) {
@@ -363,9 +325,7 @@ class FlatMapPainter : public Painter {
         contours.Add(MapPixel(firstLon + rounds * extent.turn, extent.pole));
         contours.Add(MapPixel(firstLon, extent.pole));
         contours.EndContour();
-        if (!contours.Overflowed()) {
-            Fill(contours);
-        }
+        if (!contours.Overflowed()) Fill(contours);
     }
 
     double viewLat_;  // degrees

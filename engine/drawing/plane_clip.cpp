@@ -14,15 +14,12 @@ double SquaredDistance(const PlanePoint& a, const PlanePoint& b) {
 /// Narrows the part [`enter`, `leave`] of a segment to where it is inside one edge: `inwards` is its start's distance
 /// from the edge, positive inside, and `gain` what it gains up to its end. False when nothing remains.
 bool Narrow(double inwards, double gain, double& enter, double& leave) {
-    if (gain == 0) {
-        return inwards >= 0;
-    }
+    if (gain == 0) return inwards >= 0;
     const double crossing = -inwards / gain;
-    if (gain > 0) {
+    if (gain > 0)
         enter = std::max(enter, crossing);
-    } else {
+    else
         leave = std::min(leave, crossing);
-    }
     return enter <= leave;
 }
 
@@ -37,24 +34,17 @@ bool Overlap(const PlaneRectangle& a, const PlaneRectangle& b) {
 }
 
 bool ClipSegment(const PlaneRectangle& window, PlanePoint& a, PlanePoint& b) {
-    if (window.Contains(a) && window.Contains(b)) {
-        return true;
-    }
+    if (window.Contains(a) && window.Contains(b)) return true;
     const double dx = b.x - a.x;
     const double dy = b.y - a.y;
     double enter = 0;
     double leave = 1;
     if (!Narrow(a.x - window.left, dx, enter, leave) || !Narrow(window.right - a.x, -dx, enter, leave) ||
-        !Narrow(a.y - window.top, dy, enter, leave) || !Narrow(window.bottom - a.y, -dy, enter, leave)) {
+        !Narrow(a.y - window.top, dy, enter, leave) || !Narrow(window.bottom - a.y, -dy, enter, leave))
         return false;
-    }
     const PlanePoint start = a;
-    if (enter > 0) {
-        a = {start.x + enter * dx, start.y + enter * dy};
-    }
-    if (leave < 1) {
-        b = {start.x + leave * dx, start.y + leave * dy};
-    }
+    if (enter > 0) a = {start.x + enter * dx, start.y + enter * dy};
+    if (leave < 1) b = {start.x + leave * dx, start.y + leave * dy};
     return true;
 }
 
@@ -87,9 +77,7 @@ void ContourStore::Pass(std::size_t side, const PlanePoint& p) {
     }
     stage.previous = p;
     stage.previousInside = inside;
-    if (inside) {
-        Pass(side + 1, p);
-    }
+    if (inside) Pass(side + 1, p);
 }
 
 void ContourStore::PassCrossing(std::size_t side, const PlanePoint& a, const PlanePoint& b) {
@@ -115,9 +103,7 @@ void ContourStore::PassCrossing(std::size_t side, const PlanePoint& a, const Pla
 }
 
 void ContourStore::Lay(const PlanePoint& p) {
-    if (used_ > contourStart_ && SquaredDistance(At(used_ - 2), p) < merge_ * merge_) {
-        return;
-    }
+    if (used_ > contourStart_ && SquaredDistance(At(used_ - 2), p) < merge_ * merge_) return;
     if (used_ + 2 > room_.size()) {
         overflowed_ = true;
         return;
@@ -130,14 +116,10 @@ void ContourStore::EndContour() {
     // Each edge's own closing may still send a vertex on to the edges behind it.
     for (std::size_t side = 0; side < kSides; ++side) {
         const Stage stage = stages_[side];
-        if (stage.begun && stage.firstInside != stage.previousInside) {
-            PassCrossing(side, stage.previous, stage.first);
-        }
+        if (stage.begun && stage.firstInside != stage.previousInside) PassCrossing(side, stage.previous, stage.first);
         stages_[side] = {};
     }
-    while (used_ > contourStart_ + 2 && SquaredDistance(At(contourStart_), At(used_ - 2)) < merge_ * merge_) {
-        used_ -= 2;
-    }
+    while (used_ > contourStart_ + 2 && SquaredDistance(At(contourStart_), At(used_ - 2)) < merge_ * merge_) used_ -= 2;
     if (used_ < contourStart_ + 6 || contours_ == kMostContours) {
         used_ = contourStart_;
         return;
@@ -171,18 +153,14 @@ void LineWriter::Begin(const PlanePoint& p) {
 }
 
 void LineWriter::Segment(PlanePoint a, PlanePoint b) {
-    if (!ClipSegment(window_, a, b)) {
-        return;
-    }
+    if (!ClipSegment(window_, a, b)) return;
     if (used_ == 0 || !(a == end_)) {
         Flush();
         Begin(a);
     }
     end_ = b;
     endIsLaid_ = SquaredDistance({xy_[used_ - 2], xy_[used_ - 1]}, b) >= merge_ * merge_;
-    if (!endIsLaid_) {
-        return;
-    }
+    if (!endIsLaid_) return;
     xy_[used_++] = b.x;
     xy_[used_++] = b.y;
     if (used_ == xy_.size()) {
@@ -196,9 +174,7 @@ void LineWriter::Flush() {
         xy_[used_++] = end_.x;
         xy_[used_++] = end_.y;
     }
-    if (used_ >= 4) {
-        target_.line(target_.self, xy_.data(), static_cast<std::int32_t>(used_ / 2));
-    }
+    if (used_ >= 4) target_.line(target_.self, xy_.data(), static_cast<std::int32_t>(used_ / 2));
     used_ = 0;
 }
 

@@ -55,9 +55,7 @@ class ContourStore {
 
     /// The next vertex of the contour being laid down.
     void Add(const PlanePoint& vertex) {
-        if (!window_.Contains(vertex)) {
-            cut_ = true;
-        }
+        if (!window_.Contains(vertex)) cut_ = true;
         Pass(0, vertex);
     }
 

@@ -32,9 +32,7 @@ void LimbContour::LookForMark(const GlobeLine& line, double doubt) {
     const double length = Length(along);
     const double reach = length + doubt;
     const Vector3 toMark = markPoint_ - line.from;
-    if (Dot(toMark, toMark) > reach * reach) {
-        return;
-    }
+    if (Dot(toMark, toMark) > reach * reach) return;
     const double distance = length > 0 ? Length(CrossProduct(along, toMark)) / length : Length(toMark);
     passedNearMark_ = passedNearMark_ || distance <= doubt;
 }

@@ -119,16 +119,13 @@ class LimbContour {
         const bool toNear = IsNear(line.to);
         sawFarSide_ = sawFarSide_ || !fromNear || !toNear;
         const double doubt = DoubtOf(line);
-        if (std::min(line.from.x, line.to.x) <= doubt && std::max(line.from.x, line.to.x) >= -doubt) {
+        if (std::min(line.from.x, line.to.x) <= doubt && std::max(line.from.x, line.to.x) >= -doubt)
             LookForMark(line, doubt);
-        }
         last_ = line.to;
         if (!begun_) {
             begun_ = true;
             first_ = line.from;
-            if (fromNear) {
-                vertex(line.from);
-            }
+            if (fromNear) vertex(line.from);
         }
         if (fromNear != toNear) {
             const Vector3 crossing = LimbCrossing(line.from, line.to);
@@ -140,9 +137,7 @@ class LimbContour {
             }
             vertex(crossing);
         }
-        if (toNear) {
-            vertex(line.to);
-        }
+        if (toNear) vertex(line.to);
     }
 
     /// Ends the ring: closes the stretch on the far side in which the ring began.
@@ -150,21 +145,15 @@ class LimbContour {
     void Close(Vertex&& vertex) {
         // First and last vertex are one place, but given as 180 and -180 degrees they may be rounded to different
         // sides.
-        if (begun_ && IsNear(first_) != IsNear(last_)) {
-            Add(GlobeLine{last_, first_}, vertex);
-        }
-        if (hasEntered_ && hasLeft_) {
-            Arc(leftAt_, enteredAt_, vertex);
-        }
+        if (begun_ && IsNear(first_) != IsNear(last_)) Add(GlobeLine{last_, first_}, vertex);
+        if (hasEntered_ && hasLeft_) Arc(leftAt_, enteredAt_, vertex);
     }
 
     /// Calls `vertex(v)` for the whole limb, towards the top from the right, or the other way round.
     template <class Vertex>
     void WholeLimb(bool reversed, Vertex&& vertex) const {
         const double corners = std::round(kTwoPi / arcStep_);
-        for (double i = 0; i < corners; ++i) {
-            vertex(OnLimb(mark_ + (reversed ? -i : i) * arcStep_));
-        }
+        for (double i = 0; i < corners; ++i) vertex(OnLimb(mark_ + (reversed ? -i : i) * arcStep_));
     }
 
     /// Whether the limb is to be added, given whether the mark lies within the ring. After `Close`.
@@ -209,15 +198,12 @@ class LimbContour {
             arcsOverMark_ = !arcsOverMark_;
             goal += end < start ? kTwoPi : -kTwoPi;
         }
-        if (goal > start) {
-            for (double i = std::floor(start / arcStep_) + 1; i * arcStep_ < goal; ++i) {
+        if (goal > start)
+            for (double i = std::floor(start / arcStep_) + 1; i * arcStep_ < goal; ++i)
                 vertex(OnLimb(mark_ + i * arcStep_));
-            }
-        } else {
-            for (double i = std::ceil(start / arcStep_) - 1; i * arcStep_ > goal; --i) {
+        else
+            for (double i = std::ceil(start / arcStep_) - 1; i * arcStep_ > goal; --i)
                 vertex(OnLimb(mark_ + i * arcStep_));
-            }
-        }
     }
 
     /// Rounding of places on the unit sphere, with a wide margin.

@@ -70,22 +70,14 @@ using namespace glintara;
 extern "C" {
 
 int32_t SatelliteInit(const char* line1, const char* line2, char /*mode*/, void* block) {
-    if (block == nullptr) {
-        return kNullPointer;
-    }
+    if (block == nullptr) return kNullPointer;
     ClearBlock(block);
-    if (line1 == nullptr || line2 == nullptr) {
-        return kNullPointer;
-    }
+    if (line1 == nullptr || line2 == nullptr) return kNullPointer;
     MeanElements elements;
     const ElementLinesError error = ReadElementLines(LineAt(line1), LineAt(line2), elements);
-    if (error != ElementLinesError::None) {
-        return static_cast<int32_t>(error);
-    }
+    if (error != ElementLinesError::None) return static_cast<int32_t>(error);
     Sgp4Record record;
-    if (!Sgp4Prepare(elements, record)) {
-        return kNotFiniteElements;
-    }
+    if (!Sgp4Prepare(elements, record)) return kNotFiniteElements;
     StoreRecord(block, record);
     return 0;
 }
@@ -94,9 +86,7 @@ int32_t Satellite_SGP4(void* block, double jd, double* position, double* velocit
     Put(position, {});
     Put(velocity, {});
     Sgp4Record record;
-    if (block == nullptr || !std::isfinite(jd) || !LoadRecord(block, record)) {
-        return kNoSatellite;
-    }
+    if (block == nullptr || !std::isfinite(jd) || !LoadRecord(block, record)) return kNoSatellite;
     const Sgp4State state = Sgp4AtMinutes(record, MinutesSinceEpoch(record, jd));
     StoreIntegrator(block, record);
     Put(position, state.position);
@@ -107,17 +97,13 @@ int32_t Satellite_SGP4(void* block, double jd, double* position, double* velocit
 void Satellite_SetSiteGeoPosition(double x, double y, double z, double radius) {
     const Vector3 place{x, y, z};
     const double length = Length(place);
-    if (!(length > 0) || !std::isfinite(length) || !(radius > 0) || !std::isfinite(radius)) {
-        return;
-    }
+    if (!(length > 0) || !std::isfinite(length) || !(radius > 0) || !std::isfinite(radius)) return;
     observer.unit = place / length;
     observer.radius = radius;
 }
 
 void Satellite_SetPrecession(double toEpoch, double fromEpoch) {
-    if (std::isfinite(toEpoch) && std::isfinite(fromEpoch)) {
-        precession = PrecessionMatrix(toEpoch, fromEpoch);
-    }
+    if (std::isfinite(toEpoch) && std::isfinite(fromEpoch)) precession = PrecessionMatrix(toEpoch, fromEpoch);
 }
 
 void Satellite_PrecessRADEC(double* out, const double* in, int32_t* /*flag*/) {
@@ -129,17 +115,13 @@ void Satellite_PrecessRADEC(double* out, const double* in, int32_t* /*flag*/) {
 int32_t Satellite_CalcFlare(double jd, int32_t source, int32_t geometry, double x, double y, double z, double vx,
                             double vy, double vz, double angle, double tilt, double* centre, double* result) {
     const auto code = FlareGeometryOf(geometry);
-    if (!code || !std::isfinite(jd)) {
-        return 0;
-    }
+    if (!code || !std::isfinite(jd)) return 0;
     const LightSource light = SourceOfCode(source);
     const double greenwich = SiderealFromJD(jd);
     const Lights lights = LightsAt(jd, light, greenwich, observer.radius);
     const auto flare =
         EvaluateFlare(MakeMirrorSetting(*code, angle, tilt), light, lights, {x, y, z}, {vx, vy, vz}, greenwich);
-    if (!flare) {
-        return 0;
-    }
+    if (!flare) return 0;
     Put(centre, flare->centre);
     std::fill_n(result, 5, 0.0);
     result[1] = Dot(Normalized(flare->centre), Normalized(lights.sun));
@@ -152,9 +134,7 @@ int32_t Satellite_FindFlare(double start, double length, int32_t source, double 
                             double* found) {
     const auto code = FlareGeometryOf(geometry);
     Sgp4Record record;
-    if (!code || block == nullptr || !LoadRecord(block, record)) {
-        return 0;
-    }
+    if (!code || block == nullptr || !LoadRecord(block, record)) return 0;
     FlareQuest quest;
     quest.mirror = MakeMirrorSetting(*code, angle, tilt);
     quest.source = SourceOfCode(source);
@@ -164,9 +144,7 @@ int32_t Satellite_FindFlare(double start, double length, int32_t source, double 
     const double asked = resolution * kSecondsPerDay;
     quest.finestStep = asked > 0 ? std::clamp(asked, kJulianDateGrain, kFinestFlareStep) : kFinestFlareStep;
     const auto instant = FindFlare(record, quest, start, length, skip != 0);
-    if (!instant) {
-        return 0;
-    }
+    if (!instant) return 0;
     *found = *instant;
     return 1;
 }
@@ -174,23 +152,16 @@ int32_t Satellite_FindFlare(double start, double length, int32_t source, double 
 void Satellite_DrawEarth(const GlintDrawTarget* target, const GlintViewConfig* config, int32_t n, const double* lat,
                          const double* lon, const int32_t* polygon, int32_t* bufferCount, void* buffer) {
     int32_t capacity = 0;
-    if (bufferCount != nullptr) {
-        std::swap(capacity, *bufferCount);
-    }
-    if (target == nullptr || config == nullptr || n <= 0 || lat == nullptr || lon == nullptr || polygon == nullptr) {
+    if (bufferCount != nullptr) std::swap(capacity, *bufferCount);
+    if (target == nullptr || config == nullptr || n <= 0 || lat == nullptr || lon == nullptr || polygon == nullptr)
         return;
-    }
     const auto view = EarthViewOf(*config);
-    if (!view) {
-        return;
-    }
+    if (!view) return;
     const auto count = static_cast<std::size_t>(n);
     const bool hasRoom = buffer != nullptr && capacity > 0;
     const std::span<double> room(static_cast<double*>(buffer), hasRoom ? static_cast<std::size_t>(capacity) : 0);
     const std::size_t used = DrawEarth(*target, *view, {{lat, count}, {lon, count}, {polygon, count}}, room);
-    if (bufferCount != nullptr) {
-        *bufferCount = static_cast<int32_t>(used);
-    }
+    if (bufferCount != nullptr) *bufferCount = static_cast<int32_t>(used);
 }
 
 }  // extern "C"

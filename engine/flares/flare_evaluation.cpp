@@ -50,12 +50,8 @@ Vector3 NormalOf(const MirrorSetting& mirror, const Vector3& r, const Vector3& v
 std::optional<FlareCentre> EvaluateFlare(const MirrorSetting& mirror, LightSource source, const Lights& lights,
                                          const Vector3& r, const Vector3& v, double greenwichAngle) {
     const Vector3& light = SourceOf(lights, source);
-    if (mirror.geometry == FlareGeometry::Transit) {
-        return TransitPoint(r, light);
-    }
-    if (InShadow(r, Normalized(light))) {
-        return std::nullopt;
-    }
+    if (mirror.geometry == FlareGeometry::Transit) return TransitPoint(r, light);
+    if (InShadow(r, Normalized(light))) return std::nullopt;
     return MirrorFlare(r, light, NormalOf(mirror, r, v, lights.sun, greenwichAngle));
 }
 

@@ -48,9 +48,7 @@ double ClampedArcSin(double x) { return std::asin(std::clamp(x, -1.0, 1.0)); }
 double AimLasts(double angle, double range, double ball, double speed, double turn) {
     const double longest = (range - ball) / speed;
     const double now = ClampedArcSin(ball / range);
-    if (!(longest > 0) || angle <= now) {
-        return 0;
-    }
+    if (!(longest > 0) || angle <= now) return 0;
     // The reach of beam and target, asin((ball + speed t) / range) + turn t, is convex in t: its tangent gives an
     // instant that is not too early, and the chord up to there one that is not too late.
     const double sine = ball / range;
@@ -156,18 +154,12 @@ FlareSearch::Answer FlareSearch::At(double seconds) {
     scene.site = TurnedAboutPole(quest_.site, SiderealFromJD(start_ + seconds / kSecondsPerDay));
     const double apart = ClampedArcCos(Dot(scene.r, scene.site) / scene.radius);
     const double below = (apart - rates_.horizonAngle) / (rates_.orbit + kEarthRate);
-    if (below > kFarBelow && !failed) {
-        return {false, below};
-    }
+    if (below > kFarBelow && !failed) return {false, below};
     scene.source = SourceAt(seconds);
     scene.sun = quest_.source == LightSource::Moon ? SunAt(seconds) : scene.source;
     Answer answer = BeamAnswer(scene);
-    if (!answer.flare) {
-        answer.lasts = std::max(answer.lasts, below);
-    }
-    if (failed || !std::isfinite(answer.lasts)) {
-        answer.lasts = kErrorStep;
-    }
+    if (!answer.flare) answer.lasts = std::max(answer.lasts, below);
+    if (failed || !std::isfinite(answer.lasts)) answer.lasts = kErrorStep;
     return answer;
 }
 
@@ -185,9 +177,7 @@ FlareSearch::Answer FlareSearch::BeamAnswer(const Scene& scene) const {
     double shadeLasts = forever;
     if (quest_.mirror.geometry != FlareGeometry::Transit) {
         const Vector3 normal = NormalOf(quest_.mirror, r, scene.v, scene.sun, 0);
-        if (!IsFinite(normal)) {
-            return {false, kNoFrameStep};
-        }
+        if (!IsFinite(normal)) return {false, kNoFrameStep};
         onNormal = Dot(ray, normal);
         beam = ray - 2 * onNormal * normal;
         if (quest_.mirror.geometry == FlareGeometry::AlongTrack) {
@@ -242,31 +232,24 @@ FlareSearch::Answer FlareSearch::BeamAnswer(const Scene& scene) const {
         return {true, std::min({stays, litLasts, shadeLasts, trusted})};
     }
     double lasts = footLasts;
-    if (!foot) {
+    if (!foot)
         lasts = std::max(nearness - 1, away) / drift;
-    } else if (inside) {
+    else if (inside)
         lasts = 0;
-    }
-    if (!lit) {
-        lasts = std::max(lasts, litLasts);
-    }
+    if (!lit) lasts = std::max(lasts, litLasts);
     const Vector3 sight = scene.site - r;
     const double range = Length(sight);
     lasts = std::max(lasts, AimLasts(ClampedArcCos(Dot(beam, sight) / range), range, quest_.maxDistance,
                                      rates_.speed + kEarthRate, beamRate));
     lasts = std::min(lasts, trusted);
-    if (dark) {
-        lasts = std::max(lasts, shadeLasts);
-    }
+    if (dark) lasts = std::max(lasts, shadeLasts);
     return {false, lasts};
 }
 
 std::optional<double> FlareSearch::FirstFlare(double from, double to) {
     for (double t = from; t < to;) {
         const Answer answer = At(t);
-        if (answer.flare) {
-            return t;
-        }
+        if (answer.flare) return t;
         t += std::max(answer.lasts, quest_.finestStep);
     }
     return std::nullopt;
@@ -275,9 +258,7 @@ std::optional<double> FlareSearch::FirstFlare(double from, double to) {
 double FlareSearch::PassEnd(double from, double to) {
     for (double t = from; t < to;) {
         const Answer answer = At(t);
-        if (!answer.flare) {
-            return t;
-        }
+        if (!answer.flare) return t;
         t += std::max(answer.lasts, quest_.finestStep);
     }
     return to;
@@ -291,22 +272,17 @@ std::optional<double> FindInWindow(const Sgp4Record& record, const FlareQuest& q
     FlareSearch search(record, quest, start);
     double from = 0;
     std::optional<double> found = search.FirstFlare(from, seconds);
-    if (!found && seconds <= 0 && search.FlareAt(0)) {
-        found = 0;
-    }
+    if (!found && seconds <= 0 && search.FlareAt(0)) found = 0;
     while (skip && found && *found <= kSkipGuard) {
         from = search.PassEnd(*found, seconds);
         found = search.FirstFlare(from, seconds);
     }
-    if (!found) {
-        return std::nullopt;
-    }
+    if (!found) return std::nullopt;
     // A Julian date in a double is good to 40 microseconds; the one handed out shall itself lie in the flare.
     double jd = start + *found / kSecondsPerDay;
     constexpr int kRoundingSteps = 4;
-    for (int i = 0; i < kRoundingSteps && !search.FlareAt((jd - start) * kSecondsPerDay); ++i) {
+    for (int i = 0; i < kRoundingSteps && !search.FlareAt((jd - start) * kSecondsPerDay); ++i)
         jd = std::nextafter(jd, std::numeric_limits<double>::infinity());
-    }
     return jd;
 }
 
@@ -316,17 +292,13 @@ std::optional<double> FindFlare(const Sgp4Record& record, const FlareQuest& ques
                                 bool skip) {
     const bool sane = std::isfinite(start) && length >= 0 && quest.maxDistance > 0 && quest.siteRadius > 0 &&
                       std::isfinite(quest.siteRadius) && IsFinite(quest.site) && IsFinite(quest.mirror.components);
-    if (!sane) {
-        return std::nullopt;
-    }
+    if (!sane) return std::nullopt;
     const double window = std::min(length, kLongestWindow);
     // The Greenwich angle changes its sign at noon of 1 January 2000: no rate bounds the observer's motion across that
     // instant.
     if (start < kJ2000 && start + window > kJ2000) {
         const double before = (kJ2000 - start) * kSecondsPerDay;
-        if (const auto found = FindInWindow(record, quest, start, before, skip)) {
-            return found;
-        }
+        if (const auto found = FindInWindow(record, quest, start, before, skip)) return found;
         const bool guarded = skip && before <= kSkipGuard;
         return FindInWindow(record, quest, kJ2000, (window - (kJ2000 - start)) * kSecondsPerDay, guarded);
     }

@@ -23,9 +23,7 @@ BodyFrame InertialFrame(double greenwichAngle) {
 BodyComponents MirrorComponents(bool inertial, double angle, double tilt) {
     const double ahead = std::cos(tilt) * std::cos(angle);
     const double across = std::cos(tilt) * std::sin(angle);
-    if (inertial) {
-        return {ahead, across, std::sin(tilt)};
-    }
+    if (inertial) return {ahead, across, std::sin(tilt)};
     return {ahead, -std::sin(tilt), -across};
 }
 

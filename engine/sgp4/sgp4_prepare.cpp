@@ -173,9 +173,8 @@ Sgp4Model ChooseModel(const Sgp4Record& record) {
 bool AllFinite(const Sgp4Record& record) {
     constexpr std::size_t kHead = offsetof(Sgp4Record, epochDay) / sizeof(double);
     const auto numbers = std::bit_cast<std::array<double, sizeof(Sgp4Record) / sizeof(double)>>(record);
-    for (std::size_t i = kHead; i < numbers.size(); ++i) {
+    for (std::size_t i = kHead; i < numbers.size(); ++i)
         if (!std::isfinite(numbers[i])) return false;
-    }
     return true;
 }
 

@@ -55,9 +55,8 @@ double GreenwichAngleAtEpoch(const Sgp4Record& record) {
 Sgp4Resonance ChooseResonance(const Sgp4Record& record) {
     const double n = record.meanMotion;
     if (n > kDayLeast && n < kDayMost) return Sgp4Resonance::Day;
-    if (n >= kHalfDayLeast && n <= kHalfDayMost && record.eccentricity >= kHalfDayLeastEccentricity) {
+    if (n >= kHalfDayLeast && n <= kHalfDayMost && record.eccentricity >= kHalfDayLeastEccentricity)
         return Sgp4Resonance::HalfDay;
-    }
     return Sgp4Resonance::None;
 }
 
@@ -235,11 +234,10 @@ void PutOnEpoch(Sgp4Record& record) { PutOnNode(record, 0, record.resonanceTerms
 // Goes back, from a node that lies beyond `minutes` or on the other side of the epoch, to one that does not.
 void Return(Sgp4Record& record, double minutes) {
     const ResonanceIntegrator& node = record.integrator;
-    if (node.anchorTime * minutes > 0 && std::abs(node.anchorTime) <= std::abs(minutes)) {
+    if (node.anchorTime * minutes > 0 && std::abs(node.anchorTime) <= std::abs(minutes))
         PutOnNode(record, node.anchorTime, node.anchorLongitude, node.anchorMeanMotion);
-    } else {
+    else
         PutOnEpoch(record);
-    }
 }
 
 void StepForward(Sgp4Record& record, double step) {

@@ -47,11 +47,10 @@ void AppendPen(std::string& text, const DrawState& state) {
 
 void AppendFill(std::string& text, const DrawState& state) {
     text += " fill";
-    if (state.FillStyle == FillPattern::Transparent) {
+    if (state.FillStyle == FillPattern::Transparent)
         text += " none";
-    } else {
+    else
         AppendColor(text, state.FillColor);
-    }
 }
 
 void AppendFont(std::string& text, const DrawState& state) {
@@ -188,9 +187,8 @@ void RecordingSurface::ExtFloodFill(std::int32_t x, std::int32_t y, Color color,
 void RecordingSurface::AlphaBlend(const PixelRectangle& target, const DrawSurface&, const PixelRectangle& part,
                                   std::uint8_t weight) {
     std::vector<double> numbers;
-    for (const PixelRectangle& r : {target, part}) {
+    for (const PixelRectangle& r : {target, part})
         for (const std::int32_t number : {r.left, r.top, r.width, r.height}) numbers.push_back(number);
-    }
     numbers.push_back(weight);
     Record(DrawOperation::AlphaBlend, std::move(numbers));
 }

@@ -56,9 +56,7 @@ class Glint : public testing::Test {
 std::vector<std::string> Lines(const std::string& text) {
     std::vector<std::string> lines;
     std::istringstream in(text);
-    for (std::string line; std::getline(in, line);) {
-        lines.push_back(line);
-    }
+    for (std::string line; std::getline(in, line);) lines.push_back(line);
     return lines;
 }
 
@@ -74,9 +72,7 @@ TEST_F(Glint, ListsTheFlaresOfADayInOrderOfTime) {
     for (std::size_t i = 2; i < lines.size(); ++i) {
         EXPECT_EQ(lines[i].substr(0, 10), "2018-01-20");
         EXPECT_NE(lines[i].find("IRIDIUM"), std::string::npos);
-        if (i > 2) {
-            EXPECT_LT(lines[i - 1].substr(0, 21), lines[i].substr(0, 21));
-        }
+        if (i > 2) EXPECT_LT(lines[i - 1].substr(0, 21), lines[i].substr(0, 21));
     }
 }
 

@@ -332,9 +332,8 @@ TEST_F(OptionsTest, FullScreenHidesMenusAndPanelsAndBringsThemBack) {
     EXPECT_FALSE(main.FrameInfo.Visible);
     for (const MenuEntry* entry :
          {&main.MnuFile, &main.MnuTHelp, &main.MnuView, &main.MnuSatellites, &main.MnuTSky, &main.MnuTDraw,
-          &main.MnuTFlares, &main.MnuModelS, &main.MnuTQuick, &main.MnuTSettings}) {
+          &main.MnuTFlares, &main.MnuModelS, &main.MnuTQuick, &main.MnuTSettings})
         EXPECT_FALSE(entry->Visible) << entry->Caption.Get();
-    }
     EXPECT_FALSE(app.Run.MenusShown);
     main.MnuFullScreen.Click();
     EXPECT_TRUE(main.FrameInfo.Visible);

@@ -20,7 +20,8 @@ struct UsageRecordTest : ::testing::Test {
     void Write(const std::string& bytes) const { std::ofstream(path, std::ios::binary) << bytes; }
 
     static bool AreTenDigits(const std::string& text) {
-        return text.size() == 10 && std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
+        return text.size() == 10 && std::all_of(
+                                        text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
     }
 
     TemporaryFolder folder;

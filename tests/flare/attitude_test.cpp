@@ -81,9 +81,8 @@ TEST_F(AttitudeTest, AVelocityAlongTheVerticalGivesNoFrame) {
     const Vector3 r{0.3, -0.7, 0.9};
     EXPECT_FALSE(BuildBodyFrame(o.app, satellite, r, r, kNight));
     // Multiples that a double cannot hold leave rounding behind, which is no direction either.
-    for (const double k : {-1.0, 0.1, 1 / 3.0, -7.7, 1e-9, 1e9}) {
+    for (const double k : {-1.0, 0.1, 1 / 3.0, -7.7, 1e-9, 1e9})
         EXPECT_FALSE(BuildBodyFrame(o.app, satellite, r, k * r, kNight)) << k;
-    }
     EXPECT_FALSE(BuildBodyFrame(o.app, satellite, r, {0, 0, 0}, kNight));
     EXPECT_FALSE(BuildBodyFrame(o.app, satellite, {0, 0, 0}, {1, 2, 3}, kNight));
     EXPECT_TRUE(BuildBodyFrame(o.app, satellite, r, {0.3, -0.7, 0.9 + 1e-9}, kNight));

@@ -33,16 +33,14 @@ std::optional<Vector3> EngineCentre(const CommonData& data, const WorldMotion& m
     const Vector3& r = motion.position;
     const Vector3& v = motion.velocity;
     if (Satellite_CalcFlare(data.SimTime, source, geometry, r.x, r.y, r.z, v.x, v.y, v.z, mirror.Angle * kDegree,
-                            mirror.Tilt * kDegree, centre.data(), result.data()) == 0) {
+                            mirror.Tilt * kDegree, centre.data(), result.data()) == 0)
         return std::nullopt;
-    }
     return Vector3{centre[0], centre[1], centre[2]};
 }
 
 const LiveFlare* Of(std::span<const LiveFlare> flares, int surface, bool moon) {
-    for (const LiveFlare& flare : flares) {
+    for (const LiveFlare& flare : flares)
         if (flare.surface == surface && flare.moon == moon) return &flare;
-    }
     return nullptr;
 }
 

@@ -87,9 +87,7 @@ struct Observatory {
     }
 
     void SelectAll(bool selected) {
-        for (int s = 1; s <= app.Data.SatCount; ++s) {
-            app.Data.Satellite(s).Selected = selected;
-        }
+        for (int s = 1; s <= app.Data.SatCount; ++s) app.Data.Satellite(s).Selected = selected;
     }
 
     testing::RecordingBoxes boxes;
@@ -171,9 +169,8 @@ inline Glimpse GlimpseAt(Surface& surface, const ObserverSite& site, double jd) 
     std::array<double, 5> result{};
     if (glimpse.overHorizon > surface.lowest &&
         Satellite_CalcFlare(jd, surface.source, surface.geometry, r[0], r[1], r[2], w[0], w[1], w[2], surface.angle,
-                            surface.tilt, centre.data(), result.data()) != 0) {
+                            surface.tilt, centre.data(), result.data()) != 0)
         glimpse.distance = std::hypot(centre[0] - o[0], centre[1] - o[1], centre[2] - o[2]) * site.SiteRadius;
-    }
     return glimpse;
 }
 
@@ -215,9 +212,7 @@ inline std::vector<SweptPass> Sweep(Surface surface, const ObserverSite& site, d
             continue;
         }
         if (glimpse.distance < limit) {
-            if (!inPass) {
-                passes.push_back({jd, jd, jd, glimpse.distance, {}});
-            }
+            if (!inPass) passes.push_back({jd, jd, jd, glimpse.distance, {}});
             SweptPass& pass = passes.back();
             pass.end = jd;
             if (glimpse.distance < pass.distance) {
@@ -226,11 +221,10 @@ inline std::vector<SweptPass> Sweep(Surface surface, const ObserverSite& site, d
             }
         }
         inPass = glimpse.distance < limit;
-        if (k < fineUntil || glimpse.distance < limit + kFarAway) {
+        if (k < fineUntil || glimpse.distance < limit + kFarAway)
             step = 1;
-        } else {
+        else
             step = glimpse.overHorizon < kWellBelow ? steps.belowHorizon : steps.farAway;
-        }
     }
     return passes;
 }

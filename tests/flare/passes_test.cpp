@@ -62,9 +62,8 @@ struct PassesTest : ::testing::Test {
 };
 
 TEST_F(PassesTest, ADayOfAHandfulOfSatellitesIsWhatAFineSweepSees) {
-    for (const char* name : {"IRIDIUM 32 [+]", "IRIDIUM 64 [+]", "IRIDIUM 28 [-]", "IRIDIUM 914 [-]"}) {
+    for (const char* name : {"IRIDIUM 32 [+]", "IRIDIUM 64 [+]", "IRIDIUM 28 [-]", "IRIDIUM 914 [-]"})
         o.LoadOne("iridium.tle", name);
-    }
     const std::vector<FlarePass> passes = List();
     EXPECT_GE(passes.size(), 4u);
     ExpectAsSwept(passes);

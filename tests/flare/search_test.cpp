@@ -151,9 +151,8 @@ TEST_F(FlareSearchTest, TheEarliestFlareWinsInWhateverOrderTheListIs) {
     std::vector<SatRecord> records;
     o.Load("iridium.tle");
     for (const std::string& name : names) {
-        for (int s = 1; s <= o.app.Data.SatCount; ++s) {
+        for (int s = 1; s <= o.app.Data.SatCount; ++s)
             if (o.app.Data.Satellite(s).Name == name) records.push_back(o.app.Data.Satellite(s));
-        }
     }
     ASSERT_EQ(records.size(), names.size());
 
@@ -284,9 +283,7 @@ TEST_F(FlareSearchTest, SatellitesThatFlareTogetherAreNotFoundInTurnsForEver) {
     FindFirst();
     for (int i = 0; i < 6; ++i) FindNext();
     ASSERT_EQ(clock.instants.size(), 7u);
-    for (std::size_t i = 1; i < clock.instants.size(); ++i) {
-        EXPECT_GT(clock.instants[i], clock.instants[i - 1] + kStep);
-    }
+    for (std::size_t i = 1; i < clock.instants.size(); ++i) EXPECT_GT(clock.instants[i], clock.instants[i - 1] + kStep);
 }
 
 TEST_F(FlareSearchTest, FindFirstForgetsTheLastFlareAndFindsItAgain) {
@@ -436,9 +433,8 @@ TEST_F(FlareSearchTest, SatellitesWithoutSurfacesAreToldAsAWarning) {
 TEST_F(FlareSearchTest, OnlySelectedSatellitesAreSearched) {
     o.Load("iridium.tle");
     Ask("24", "30");
-    for (int s = 1; s <= o.app.Data.SatCount; ++s) {
+    for (int s = 1; s <= o.app.Data.SatCount; ++s)
         o.app.Data.Satellite(s).Selected = o.app.Data.Satellite(s).Name != kIridium32;
-    }
     FindFirst();
     EXPECT_EQ(Status(), "Flare Found! (IRIDIUM 18 [+])");
 }

@@ -68,7 +68,8 @@ void Require(bool holds, const char* fact) {
 }
 
 bool AllFinite(std::span<const double> values) {
-    return std::ranges::all_of(values, [](double value) { return std::isfinite(value); });
+    return std::ranges::all_of(
+        values, [](double value) { return std::isfinite(value); });
 }
 
 std::vector<std::string> SplitLines(std::string_view text) {
@@ -170,9 +171,8 @@ void TryElementSet(const Input& input, const std::string& line1, const std::stri
     for (const double jd : Instants(input)) {
         const std::int32_t error = Satellite_SGP4(&block, jd, position.data(), velocity.data());
         Require(AllFinite(position) && AllFinite(velocity), "a propagated position is finite");
-        if (refused != 0) {
+        if (refused != 0)
             Require(error != 0 && std::ranges::count(position, 0.0) == 3, "a refused set gives an error and zeros");
-        }
     }
     Satellite_SGP4(&block, kSeedJD, position.data(), velocity.data());
     Require(position == first, "a position does not depend on what was asked before");
@@ -180,11 +180,9 @@ void TryElementSet(const Input& input, const std::string& line1, const std::stri
     std::array<double, 3> onUnitSphere = position;
     for (double& component : onUnitSphere) component *= 1000 / kSiteRadius;
     const double jd = input.Number(0, kSeedJD);
-    for (const std::int32_t geometry : kGeometries) {
-        for (const std::int32_t source : {GLINTCORE_SUN, GLINTCORE_MOON}) {
+    for (const std::int32_t geometry : kGeometries)
+        for (const std::int32_t source : {GLINTCORE_SUN, GLINTCORE_MOON})
             TryFlare(jd, source, geometry, onUnitSphere, velocity, input.Number(1, 0), input.Number(2, 0));
-        }
-    }
     for (const std::int32_t geometry : kGeometries) {
         TrySearch(input, block, kSeedJD, kWindow, GLINTCORE_SUN, geometry);
         TrySearch(input, block, jd, std::min(input.Number(5, kWindow), kWindow), GLINTCORE_MOON, geometry);
@@ -272,9 +270,8 @@ void TryInput(const Input& input) {
     Satellite_SetSiteGeoPosition(kSiteRadius * 0.6, 0, kSiteRadius * 0.8, kSiteRadius);
     TryEmptyBlock(input);
     TryRawFlare(input);
-    for (std::size_t i = 0; i + 1 < input.lines.size() && i < kMaxPairs; ++i) {
+    for (std::size_t i = 0; i + 1 < input.lines.size() && i < kMaxPairs; ++i)
         TryElementSet(input, input.lines[i], input.lines[i + 1]);
-    }
 }
 
 }  // namespace

@@ -169,9 +169,8 @@ TEST(LineCheck, TheChecksumIsWorkedOutAndRefusesNothing) {
     EXPECT_FALSE(CheckTLELine(damaged).checksumMatches);
     EXPECT_FALSE(CheckTLELine(kIss1.substr(0, 68)).checksumMatches);
     EXPECT_FALSE(CheckTLELine("").checksumMatches);
-    for (const std::string& line : {kIss1, damaged, kIss1.substr(0, 68), std::string()}) {
+    for (const std::string& line : {kIss1, damaged, kIss1.substr(0, 68), std::string()})
         EXPECT_TRUE(CheckTLELine(line).ok);
-    }
 }
 
 TEST_F(ElementSets, AWrongChecksumIsAdmitted) {

@@ -83,26 +83,23 @@ struct GlobeTest : testing::SceneFixture {
 
     std::vector<RecordedOperation> GridLines() const {
         std::vector<RecordedOperation> found;
-        for (const RecordedOperation& line : surface.OperationsOf(DrawOperation::Polyline)) {
+        for (const RecordedOperation& line : surface.OperationsOf(DrawOperation::Polyline))
             if (line.state.ForeColor == 0x202020) found.push_back(line);
-        }
         return found;
     }
 
     std::vector<RecordedOperation> BorderLines() const {
         std::vector<RecordedOperation> found;
-        for (const RecordedOperation& line : surface.OperationsOf(DrawOperation::Polyline)) {
+        for (const RecordedOperation& line : surface.OperationsOf(DrawOperation::Polyline))
             if (line.state.ForeColor == 0xAAAAAA) found.push_back(line);
-        }
         return found;
     }
 
     /// How far a shape in pixels reaches from the centre of the picture, to either side.
     static double HalfWidth(const RecordedOperation& shape) {
         double farthest = 0;
-        for (std::size_t i = 0; i < shape.numbers.size(); i += 2) {
+        for (std::size_t i = 0; i < shape.numbers.size(); i += 2)
             farthest = std::max(farthest, std::fabs(shape.numbers[i] - 400));
-        }
         return farthest;
     }
 
@@ -263,15 +260,14 @@ TEST_F(GlobeTest, LayersOfTheEarthInTheirOrder) {
     std::string order;
     for (const RecordedOperation& operation : surface.Operations()) {
         char layer = 0;
-        if (operation.operation == DrawOperation::Print) {
+        if (operation.operation == DrawOperation::Print)
             layer = 't';
-        } else if (operation.state.DrawMode == MixMode::Mask) {
+        else if (operation.state.DrawMode == MixMode::Mask)
             layer = 'n';
-        } else if (operation.operation == DrawOperation::Polyline) {
+        else if (operation.operation == DrawOperation::Polyline)
             layer = operation.state.ForeColor == 0x202020 ? 'g' : 'b';
-        } else if (operation.operation != DrawOperation::Cls) {
+        else if (operation.operation != DrawOperation::Cls)
             layer = operation.state.FillColor == kSea ? 's' : operation.state.FillColor == kLand ? 'l' : 0;
-        }
         if (layer != 0 && (order.empty() || order.back() != layer)) order += layer;
     }
     EXPECT_EQ(order, "slbgnt");
@@ -329,9 +325,8 @@ TEST_F(GlobeTest, NothingOnTheFlatMapMovesWithAWholeTurnOfTheCamera) {
         view.ViewLat = lat;
         Frame();
         ASSERT_EQ(surface.Operations().size(), before.size());
-        for (std::size_t i = 0; i < before.size(); ++i) {
+        for (std::size_t i = 0; i < before.size(); ++i)
             testing::ExpectNumbers(surface.Operations()[i], before[i].numbers, 1e-6);
-        }
     }
 }
 

@@ -82,18 +82,16 @@ struct Table {
     /// Numbers (from 0) of the polygons that a place lies in, in the order of the file.
     std::vector<std::size_t> RingsAt(const Place& place) const {
         std::vector<std::size_t> found;
-        for (std::size_t i = 0; i < rings.size(); ++i) {
+        for (std::size_t i = 0; i < rings.size(); ++i)
             if (Contains(rings[i], place)) found.push_back(i);
-        }
         return found;
     }
 };
 
 Table ReadTable(const char* file) {
     Table read;
-    if (const auto bytes = ReadWholeFile(DataFolder() / file, 10000000)) {
+    if (const auto bytes = ReadWholeFile(DataFolder() / file, 10000000))
         read.table = DecodeBorders(*bytes).value_or(BorderTable{});
-    }
     for (std::size_t i = 1; i < read.table.Id.size(); ++i) {
         if (i == 1 || read.table.Id[i] != read.table.Id[i - 1]) read.rings.emplace_back();
         read.rings.back().push_back({read.table.Lat[i], read.table.Lon[i]});
@@ -153,9 +151,8 @@ TEST_P(BorderData, TownsLieOnLand) {
                                       {"Denver", 39.74, -104.98},     {"Mexico City", 19.43, -99.13},
                                       {"Winnipeg", 49.90, -97.14},    {"Fairbanks", 64.84, -147.72},
                                       {"Brasilia", -15.79, -47.88},   {"La Paz", -16.5, -68.15},
-                                      {"Quito", -0.18, -78.47},       {"Vostok Station", -78.46, 106.84}}) {
+                                      {"Quito", -0.18, -78.47},       {"Vostok Station", -78.46, 106.84}})
         EXPECT_EQ(data.RingsAt(town).size(), 1U) << town.name;
-    }
 }
 
 TEST_P(BorderData, SeasAreOpenWater) {
@@ -179,9 +176,8 @@ TEST_P(BorderData, SeasAreOpenWater) {
                                                          {"Hudson Bay", 59, -86},
                                                          {"Red Sea", 20, 38.6},
                                                          {"Persian Gulf", 27, 51.2},
-                                                         {"Bering Strait side", 62, -177}}) {
+                                                         {"Bering Strait side", 62, -177}})
         EXPECT_TRUE(data.RingsAt(sea).empty()) << sea.name << " " << sea.lat << ", " << sea.lon;
-    }
 }
 
 TEST_P(BorderData, CountriesAreTakenApart) {
@@ -199,9 +195,8 @@ TEST_P(BorderData, RussiaIsWholeAcrossTheSeam) {
                                                            {"Chukotka on 180", 67, 180},
                                                            {"Chukotka on -180", 67, -180},
                                                            {"Chukotka east of 180", 67, -179.9},
-                                                           {"Chukotka", 66.5, -175}}) {
+                                                           {"Chukotka", 66.5, -175}})
         EXPECT_EQ(data.RingsAt(place), moscow) << place.name;
-    }
 }
 
 TEST_P(BorderData, AntarcticaReachesThePoleAllAround) {
@@ -240,9 +235,8 @@ TEST_P(BorderData, AnEnclaveComesAfterTheCountryRoundIt) {
 
 TEST_P(BorderData, LandlockedCountriesShareAllTheirBorder) {
     std::set<std::pair<Vertex, Vertex>> edges;
-    for (const Ring& ring : data.rings) {
+    for (const Ring& ring : data.rings)
         for (std::size_t i = 1; i < ring.size(); ++i) edges.insert({ring[i - 1], ring[i]});
-    }
     for (const Place& place : std::initializer_list<Place>{{"Switzerland", 46.95, 7.45},
                                                            {"Mongolia", 47.92, 106.92},
                                                            {"Chad", 15, 19},
@@ -251,9 +245,8 @@ TEST_P(BorderData, LandlockedCountriesShareAllTheirBorder) {
         const auto found = data.RingsAt(place);
         ASSERT_EQ(found.size(), 1U) << place.name;
         const Ring& ring = data.rings[found[0]];
-        for (std::size_t i = 1; i < ring.size(); ++i) {
+        for (std::size_t i = 1; i < ring.size(); ++i)
             EXPECT_TRUE(edges.contains({ring[i], ring[i - 1]})) << place.name << ", edge " << i;
-        }
     }
 }
 
@@ -280,9 +273,8 @@ TEST(FineBorders, SmallIslandsAreThere) {
                                                             {"Mauritius", -20.3, 57.57},
                                                             {"Taveuni west of 180", -16.87, 179.98},
                                                             {"Taveuni on 180", -16.87, 180},
-                                                            {"Taveuni east of 180", -16.87, -179.98}}) {
+                                                            {"Taveuni east of 180", -16.87, -179.98}})
         EXPECT_EQ(data.RingsAt(island).size(), 1U) << island.name;
-    }
     EXPECT_GT(data.table.Count(), 90000);
 }
 

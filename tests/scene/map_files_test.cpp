@@ -95,9 +95,8 @@ TEST(BorderFile, WithoutVerticesIsAValidFile) {
 
 TEST(BorderFile, ACountIsBelievedOnlyWhenTheFileIsLongEnough) {
     const std::string& file = TwoVerticesFile();
-    for (std::size_t length = 0; length < file.size(); ++length) {
+    for (std::size_t length = 0; length < file.size(); ++length)
         EXPECT_FALSE(DecodeBorders(file.substr(0, length))) << length;
-    }
     EXPECT_TRUE(DecodeBorders(file + "more"));
     EXPECT_FALSE(DecodeBorders(Bytes({0xFF, 0xFF, 0xFF, 0x7F}) + std::string(1000, '\0')));
     EXPECT_FALSE(DecodeBorders(Bytes({0xFF, 0xFF, 0xFF, 0xFF}) + std::string(1000, '\0')));
@@ -134,9 +133,8 @@ TEST(StarFile, ARecordHasItsFieldsInOrder) {
 
 TEST(StarFile, AnyMissingByteIsSeen) {
     const std::string file = EncodeStars({StarRecord{}, Sirius(), Star("", "HIP1")});
-    for (std::size_t length = 0; length < file.size(); ++length) {
+    for (std::size_t length = 0; length < file.size(); ++length)
         EXPECT_FALSE(DecodeStars(file.substr(0, length))) << length;
-    }
 }
 
 TEST(StarFile, RefusesNumbersThatAreNoStar) {
@@ -178,9 +176,8 @@ TEST(CityFile, TextsStandBeforeTheBlock) {
     ASSERT_EQ(cities->size(), 3U);
     EXPECT_EQ((*cities)[1], Turin());
     EXPECT_EQ((*cities)[2], CityRecord{});
-    for (std::size_t length = 0; length < file.size(); ++length) {
+    for (std::size_t length = 0; length < file.size(); ++length)
         EXPECT_FALSE(DecodeCities(file.substr(0, length))) << length;
-    }
 }
 
 TEST(MapFiles, RandomBytesAreRefusedOrMirrored) {

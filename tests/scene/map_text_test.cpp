@@ -146,9 +146,8 @@ TEST(SeaSpots, TextHasTheCountThenEachCoordinateOnALine) {
 }
 
 TEST(SeaSpots, RefusesACountThatTheTextDoesNotHold) {
-    for (const char* text : {"", "two", "-1", "1.5\n0\n0\n0", "2\n0.5\n-0.75\n", "1\n0.5", "2000000000\n1\n2\n"}) {
+    for (const char* text : {"", "two", "-1", "1.5\n0\n0\n0", "2\n0.5\n-0.75\n", "1\n0.5", "2000000000\n1\n2\n"})
         EXPECT_FALSE(ReadSeaSpots(text)) << text;
-    }
     const auto none = ReadSeaSpots("0\n");
     ASSERT_TRUE(none);
     EXPECT_EQ(none->size(), 1U);

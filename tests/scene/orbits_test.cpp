@@ -136,9 +136,8 @@ TEST_F(OrbitsTest, AChainEndsWhereTheEarthHidesIt) {
     const auto endsAtLimb = [&] {
         int ends = 0;
         for (const RecordedOperation& line : Draw()) {
-            for (const double off : {std::hypot(StartX(line), StartY(line)), std::hypot(EndX(line), EndY(line))}) {
+            for (const double off : {std::hypot(StartX(line), StartY(line)), std::hypot(EndX(line), EndY(line))})
                 if (off >= 1 && off < 1 + 1e-4) ++ends;
-            }
         }
         return ends;
     };
@@ -244,9 +243,8 @@ TEST_F(OrbitsTest, AnOrbitOverTheObserverIsSmoothOnTheSky) {
     EXPECT_GT(lines.size(), 220U);
     EXPECT_LT(lines.size(), 500U);
     // The sky's radius is 200 twips; nowhere is a line much longer than 2.5 degrees of it.
-    for (const RecordedOperation& line : lines) {
+    for (const RecordedOperation& line : lines)
         EXPECT_LT(std::hypot(EndX(line) - StartX(line), EndY(line) - StartY(line)), 3.5 * kDegree);
-    }
     main.CLocalSky.Value = true;
     EXPECT_GT(Draw().size(), 50U);
 }

@@ -136,9 +136,7 @@ TEST_F(OrientationTest, OrbitLooksAlongTheNormal) {
         const Vector3 seen = RotateWorldToView(view, Normalized(motion.position));
         // The node drifts by 0.4 degrees a day; the elements are hours old.
         EXPECT_NEAR(seen.x, 0, 0.01) << "the orbit lies in the plane of the screen";
-        if (minute > 0) {
-            EXPECT_GT(CrossProduct(before, seen).x, 0) << "and runs counter-clockwise";
-        }
+        if (minute > 0) EXPECT_GT(CrossProduct(before, seen).x, 0) << "and runs counter-clockwise";
         before = seen;
     }
 }

@@ -99,9 +99,8 @@ TEST_F(PlotSegmentTest, TheSeamMovesWithTheCamera) {
     surface.Forget();
     PlotSegment(scene, Place(0, -91), Place(0, -89));
     EXPECT_EQ(Lines().size(), 2U);
-    for (const RecordedOperation& line : Lines()) {
+    for (const RecordedOperation& line : Lines())
         EXPECT_LT(std::fabs(line.numbers[2] - line.numbers[0]), 8) << OperationText(line);
-    }
 }
 
 TEST_F(PlotSegmentTest, AMapShiftedBeyondThePoleStaysWhole) {
@@ -139,21 +138,18 @@ TEST_F(PlotSegmentTest, AChainIsTheSegmentsBetweenItsPoints) {
         for (int k = 0; k < 5; ++k) points.push_back(dice.Point());
         for (const bool sky : {false, true}) {
             surface.Forget();
-            for (std::size_t k = 1; k < points.size(); ++k) {
-                if (sky) {
+            for (std::size_t k = 1; k < points.size(); ++k)
+                if (sky)
                     PlotSkySegment(scene, points[k - 1], points[k]);
-                } else {
+                else
                     PlotSegment(scene, points[k - 1], points[k]);
-                }
-            }
             const std::string expected = surface.Text();
             drawn += surface.Operations().size();
             surface.Forget();
-            if (sky) {
+            if (sky)
                 PlotSkyChain(scene, points);
-            } else {
+            else
                 PlotChain(scene, points);
-            }
             EXPECT_EQ(surface.Text(), expected);
         }
     }

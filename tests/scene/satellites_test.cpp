@@ -181,9 +181,8 @@ TEST_F(SatellitesTest, WithAllOrbitModesOffOnlyMarksAreDrawn) {
     LoadMeteosat();
     LookAt(0, -90, 8);
     Draw();
-    for (const RecordedOperation& operation : surface.Operations()) {
+    for (const RecordedOperation& operation : surface.Operations())
         EXPECT_EQ(operation.operation, DrawOperation::Circle);
-    }
 }
 
 TEST_F(SatellitesTest, HiddenOrbitsAreThoseOfTheOthers) {
@@ -460,9 +459,8 @@ TEST_F(SatellitesTest, AFlareFarAwayIsACircleOfHalfADegree) {
     const auto lines = surface.OperationsOf(DrawOperation::Polyline);
     ASSERT_EQ(lines.size(), 1U);
     const auto& xy = lines[0].numbers;
-    for (std::size_t i = 0; i + 1 < xy.size(); i += 2) {
+    for (std::size_t i = 0; i + 1 < xy.size(); i += 2)
         EXPECT_NEAR(std::hypot(xy[i] * 15 - 300, xy[i + 1] * 15 - 200), 200 * std::sin(0.45 * kDegree), 1e-9);
-    }
     EXPECT_NEAR(xy[0], xy[xy.size() - 2], 1e-9);
     EXPECT_EQ(lines[0].state.ForeColor, 0x208040U);
     main.CPlotOrbit.Value = false;

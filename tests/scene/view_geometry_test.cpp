@@ -241,9 +241,8 @@ TEST_F(ViewGeometryTest, WholeTurnsOfTheCameraDoNotMoveTheFlatMap) {
         EXPECT_NEAR(FlatMapFramePoint(view, -1, side).y, side * 1.85398163397448310, 1e-12);
         EXPECT_NEAR(FlatMapFramePoint(view, 1, -side).y, side * -1.28761101961531014, 1e-12);
         // What lies on the map lies in its frame.
-        for (const double lat : {-90.0, -45.0, 0.0, 45.0, 90.0}) {
+        for (const double lat : {-90.0, -45.0, 0.0, 45.0, 90.0})
             EXPECT_NEAR(FlatMapPosition(view, {lat * kDegree, 0}).y, FlatMapFramePoint(view, 0, lat / 90).y, 1e-12);
-        }
     }
 }
 

@@ -42,9 +42,7 @@ struct FormFindFlareTest : ::testing::Test {
         controls.CAbort.SetClickHandler([this] { CAbort_click(o.app); });
         o.events.hook = [this] {
             QCoreApplication::processEvents();
-            if (during) {
-                during();
-            }
+            if (during) during();
         };
         Open(form);
     }
@@ -64,9 +62,7 @@ struct FormFindFlareTest : ::testing::Test {
 
     void ExpectIdle() const {
         EXPECT_FALSE(IsOn("CAbort"));
-        for (const char* button : {"CFindFirst", "CFindNext", "CExit", "CSatList"}) {
-            EXPECT_TRUE(IsOn(button)) << button;
-        }
+        for (const char* button : {"CFindFirst", "CFindNext", "CExit", "CSatList"}) EXPECT_TRUE(IsOn(button)) << button;
         EXPECT_EQ(Named<QProgressBar>(form, "PB1").value(), 0);
     }
 
@@ -115,9 +111,7 @@ TEST_F(FormFindFlareTest, NothingIsClipped) {
 
 TEST_F(FormFindFlareTest, EveryControlHasANameAndAToolTip) {
     for (const QWidget* widget : form.findChildren<QWidget*>()) {
-        if (widget->focusPolicy() == Qt::NoFocus) {
-            continue;
-        }
+        if (widget->focusPolicy() == Qt::NoFocus) continue;
         EXPECT_FALSE(widget->accessibleName().isEmpty()) << widget->objectName().toStdString();
         EXPECT_FALSE(widget->toolTip().isEmpty()) << widget->objectName().toStdString();
     }
@@ -263,9 +257,8 @@ TEST_F(FormFindFlareTest, OnlyAbortCanBePressedWhileItSearches) {
         texts << Status();
         percents.push_back(Named<QProgressBar>(form, "PB1").value());
         EXPECT_TRUE(IsOn("CAbort"));
-        for (const char* button : {"CFindFirst", "CFindNext", "CExit", "CSatList"}) {
+        for (const char* button : {"CFindFirst", "CFindNext", "CExit", "CSatList"})
             EXPECT_FALSE(IsOn(button)) << button;
-        }
         Press("CFindFirst");
         QTest::keyClick(&Named<QLineEdit>(form, "TInterval"), Qt::Key_Return);
     };
@@ -281,9 +274,7 @@ TEST_F(FormFindFlareTest, OnlyAbortCanBePressedWhileItSearches) {
 TEST_F(FormFindFlareTest, AbortEndsTheSearchAndLeavesTheText) {
     o.Load("iridium.tle");
     during = [&] {
-        if (Status() == "Searching... (3 hour)") {
-            Press("CAbort");
-        }
+        if (Status() == "Searching... (3 hour)") Press("CAbort");
     };
     Press("CFindFirst");
     EXPECT_EQ(Status(), "Searching... (3 hour)");
@@ -295,9 +286,7 @@ TEST_F(FormFindFlareTest, AbortEndsTheSearchAndLeavesTheText) {
 TEST_F(FormFindFlareTest, EscapeAbortsASearchAndOnlyTheNextOneCloses) {
     o.Load("iridium.tle");
     during = [&] {
-        if (Status() == "Searching... (2 hour)") {
-            QTest::keyClick(form.focusWidget(), Qt::Key_Escape);
-        }
+        if (Status() == "Searching... (2 hour)") QTest::keyClick(form.focusWidget(), Qt::Key_Escape);
     };
     Press("CFindFirst");
     QCoreApplication::processEvents();
@@ -361,9 +350,7 @@ TEST_F(FormFindFlareTest, TheWindowStaysAwakeWithTheWholeCatalogueSelected) {
     QTimer timer;
     QObject::connect(&timer, &QTimer::timeout, [&] {
         longest = std::max(longest, sinceTick.restart());
-        if (++ticks == kTicksBeforeTheAbort) {
-            Press("CAbort");
-        }
+        if (++ticks == kTicksBeforeTheAbort) Press("CAbort");
     });
     sinceTick.start();
     timer.start(kTick);

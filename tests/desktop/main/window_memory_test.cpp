@@ -31,9 +31,7 @@ struct WindowMemoryTest : ::testing::Test {
         Open(window);
         const QRect opened(window.pos(), window.size());
         maximized = window.isMaximized();
-        if (doing) {
-            doing(window);
-        }
+        if (doing) doing(window);
         window.close();
         return opened;
     }
@@ -192,11 +190,10 @@ TEST_F(WindowMemoryTest, ThePlacesLieInTheUsersConfigurationFolder) {
     qputenv("XDG_CONFIG_HOME", folder.path().toUtf8());
     EXPECT_TRUE(WindowPlacesFile().startsWith(folder.path() + "/")) << WindowPlacesFile().toStdString();
     EXPECT_TRUE(WindowPlacesFile().endsWith("/windows.ini"));
-    if (before.isNull()) {
+    if (before.isNull())
         qunsetenv("XDG_CONFIG_HOME");
-    } else {
+    else
         qputenv("XDG_CONFIG_HOME", before);
-    }
 }
 
 }  // namespace

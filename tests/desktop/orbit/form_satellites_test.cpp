@@ -63,9 +63,8 @@ struct FormSatellitesTest : ::testing::Test {
     QString Text(int row) const { return list->model()->index(row, 0).data().toString(); }
 
     int RowOfName(const char* name) const {
-        for (int row = 0; row < list->model()->rowCount(); ++row) {
+        for (int row = 0; row < list->model()->rowCount(); ++row)
             if (Text(row).mid(kListNameColumn) == name) return row;
-        }
         ADD_FAILURE() << "no row of " << name;
         return 0;
     }
@@ -90,9 +89,8 @@ struct FormSatellitesTest : ::testing::Test {
     /// Orbit numbers of the satellites that the table has selected.
     std::set<int> InTable() const {
         std::set<int> numbers;
-        for (int index = 1; index <= app.Data.SatCount; ++index) {
+        for (int index = 1; index <= app.Data.SatCount; ++index)
             if (app.Data.Satellite(index).Selected) numbers.insert(app.Data.Satellite(index).OrbitNumber);
-        }
         return numbers;
     }
 
@@ -128,9 +126,7 @@ TEST_F(FormSatellitesTest, ShowsOneLineASatelliteInTheOrderOfTheirNumbers) {
     ASSERT_EQ(list->model()->rowCount(), 86);
     // The first set of the file.
     EXPECT_EQ(Text(0), "[XOO] 0001 (24793)   IRIDIUM 7 [+]");
-    for (int row = 0; row < 86; ++row) {
-        EXPECT_EQ(Text(row).mid(6, 4).toInt(), row + 1);
-    }
+    for (int row = 0; row < 86; ++row) EXPECT_EQ(Text(row).mid(6, 4).toInt(), row + 1);
     ExpectSelected({});
 }
 

@@ -24,9 +24,8 @@ class MapToolsWindowTest : public ::testing::Test {
     QString Places() const { return QString::fromStdString((folder_.Path() / "places.ini").string()); }
 
     void SetUp() override {
-        for (const char* file : {"DB001.VDB", "DB002.VDB", "DB003.VDB", "DB004.VDB", "DB005.VDB", "SeaSpot.txt"}) {
+        for (const char* file : {"DB001.VDB", "DB002.VDB", "DB003.VDB", "DB004.VDB", "DB005.VDB", "SeaSpot.txt"})
             fs::create_symlink(fs::path(GLINTARA_SOURCE_DIR) / "data" / file, folder_.Path() / file);
-        }
     }
 
     void TearDown() override { fs::current_path(before_); }

@@ -40,9 +40,8 @@ class WindowTest : public ::testing::Test {
     MainScope& window_ = program_.Window();
 
     void SetUp() override {
-        for (const char* file : {"DB001.VDB", "DB002.VDB", "DB003.VDB", "DB004.VDB", "DB005.VDB"}) {
+        for (const char* file : {"DB001.VDB", "DB002.VDB", "DB003.VDB", "DB004.VDB", "DB005.VDB"})
             fs::create_symlink(fs::path(GLINTARA_SOURCE_DIR) / "data" / file, folder_.Path() / file);
-        }
         program_.Start(folder_.Path());
     }
 
@@ -79,9 +78,8 @@ class WindowTest : public ::testing::Test {
     }
 
     QPushButton* ButtonNamed(const QString& text) const {
-        for (QPushButton* button : window_.findChildren<QPushButton*>()) {
+        for (QPushButton* button : window_.findChildren<QPushButton*>())
             if (button->text() == text) return button;
-        }
         return nullptr;
     }
 
@@ -93,9 +91,8 @@ class WindowTest : public ::testing::Test {
     }
 
     QAction* EntryNamed(const QString& text) const {
-        for (QAction* action : window_.findChildren<QAction*>()) {
+        for (QAction* action : window_.findChildren<QAction*>())
             if (action->text() == text) return action;
-        }
         return nullptr;
     }
 
@@ -109,9 +106,8 @@ class WindowTest : public ::testing::Test {
     int CountPixels(const std::function<bool(const QColor&)>& wanted) {
         const QImage& image = window_.Picture().Image();
         int count = 0;
-        for (int y = 0; y < image.height(); ++y) {
+        for (int y = 0; y < image.height(); ++y)
             for (int x = 0; x < image.width(); ++x) count += wanted(image.pixelColor(x, y)) ? 1 : 0;
-        }
         return count;
     }
 };
@@ -263,17 +259,15 @@ TEST_F(WindowTest, ClickOnInfoSwitchesThePanels) {
     Settle();
     const auto frames = window_.findChildren<QGroupBox*>();
     const auto shown = [&](const QString& title) {
-        for (const QGroupBox* frame : frames) {
+        for (const QGroupBox* frame : frames)
             if (frame->title() == title) return frame->isVisible();
-        }
         ADD_FAILURE() << title.toStdString();
         return false;
     };
     EXPECT_TRUE(shown("Time"));
     EXPECT_FALSE(shown("Draw"));
-    for (QGroupBox* frame : frames) {
+    for (QGroupBox* frame : frames)
         if (frame->title() == "Info") QTest::mouseClick(frame, Qt::LeftButton, {}, {20, 20});
-    }
     EXPECT_FALSE(shown("Time"));
     EXPECT_TRUE(shown("Draw"));
 }
@@ -352,9 +346,8 @@ TEST_F(WindowTest, EverythingStaysReadableAtTwoPixelsAPoint) {
     // The same window, only finer: brought down to one size they agree.
     const QImage down = fine.scaled(plain.size(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
     double sum = 0;
-    for (int y = 0; y < plain.height(); ++y) {
+    for (int y = 0; y < plain.height(); ++y)
         for (int x = 0; x < plain.width(); ++x) sum += std::abs(qGreen(plain.pixel(x, y)) - qGreen(down.pixel(x, y)));
-    }
     EXPECT_LT(sum / (plain.width() * plain.height()), 3);
 }
 

@@ -93,9 +93,7 @@ TEST(PainterSurface, ContoursFillByTheOddEvenRule) {
 
 TEST(PainterSurface, FloodFillTakesExactlyOneColour) {
     QImage image = Picture(20, 10);
-    for (int y = 0; y < 10; ++y) {
-        image.setPixelColor(10, y, QColor(1, 1, 1));  // almost black, but a wall
-    }
+    for (int y = 0; y < 10; ++y) image.setPixelColor(10, y, QColor(1, 1, 1));  // almost black, but a wall
     PainterSurface surface;
     surface.Begin(image);
     surface.FillColor = 0x0000FF;
@@ -110,9 +108,7 @@ TEST(PainterSurface, FloodFillTakesExactlyOneColour) {
 
 TEST(PainterSurface, FloodFillReachesRoundCorners) {
     QImage image = Picture(9, 9);
-    for (int y = 0; y < 8; ++y) {
-        image.setPixelColor(4, y, QColor(9, 9, 9));
-    }
+    for (int y = 0; y < 8; ++y) image.setPixelColor(4, y, QColor(9, 9, 9));
     PainterSurface surface;
     surface.Begin(image);
     surface.FillColor = kWhite;

@@ -104,17 +104,13 @@ class ReferenceTest : public ::testing::Test {
 
     static void ExpectReference(const QImage& picture, const QString& name) {
         const QString file = QString(GLINTARA_SOURCE_DIR "/tests/desktop/scene/references/") + name + ".png";
-        if (std::getenv("GLINTARA_PAINT_REFERENCES") != nullptr) {
-            ASSERT_TRUE(picture.save(file));
-        }
+        if (std::getenv("GLINTARA_PAINT_REFERENCES") != nullptr) ASSERT_TRUE(picture.save(file));
         const QImage reference(file);
         ASSERT_FALSE(reference.isNull()) << file.toStdString();
         const Difference difference = Compare(picture, reference.convertToFormat(QImage::Format_RGB32));
         EXPECT_TRUE(IsTheSame(difference)) << name.toStdString() << ": " << 100 * difference.visible
                                            << " % of the pixels differ, mean " << difference.mean;
-        if (!IsTheSame(difference)) {
-            picture.save(QString("differs_") + name + ".png");
-        }
+        if (!IsTheSame(difference)) picture.save(QString("differs_") + name + ".png");
     }
 };
 

@@ -29,9 +29,7 @@ TEST(DateToJD, GivesThePublishedJulianDates) {
                         {1987, 6, 19, 12, 2446966.0}, {1988, 1, 27, 0, 2447187.5}, {1988, 6, 19, 12, 2447332.0},
                         {1900, 1, 1, 0, 2415020.5},   {1600, 1, 1, 0, 2305447.5},  {1600, 12, 31, 0, 2305812.5},
                         {1582, 10, 15, 0, 2299160.5}};
-    for (const Row& row : rows) {
-        EXPECT_EQ(DateToJD({row.year, row.month, row.day, row.hour, 0, 0}), row.jd) << row.year;
-    }
+    for (const Row& row : rows) EXPECT_EQ(DateToJD({row.year, row.month, row.day, row.hour, 0, 0}), row.jd) << row.year;
     EXPECT_NEAR(DateToJD({1957, 10, 4.81, 0, 0, 0}), 2436116.31, 1e-9);
 }
 
@@ -106,9 +104,7 @@ TEST(DaysInMonth, FollowsTheFourYearRuleAlone) {
     EXPECT_EQ(DaysInMonth(-4, 2), 29);
     EXPECT_EQ(DaysInMonth(-3, 2), 28);
     const int days[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
-    for (int month = 1; month <= 12; ++month) {
-        EXPECT_EQ(DaysInMonth(2018, month), days[month - 1]) << month;
-    }
+    for (int month = 1; month <= 12; ++month) EXPECT_EQ(DaysInMonth(2018, month), days[month - 1]) << month;
     EXPECT_EQ(DaysInMonth(2018, 0), 31);
     EXPECT_EQ(DaysInMonth(2018, 13), 31);
     EXPECT_EQ(DaysInMonth(2018, -2), 31);
@@ -206,9 +202,7 @@ TEST(NormalizeDateTime, AnyFiniteFieldsComeIntoRange) {
                                             {a, b, 20, 0, 0, 0}};
             for (const CalendarFields& fields : cases) {
                 const CalendarFields f = NormalizeDateTime(fields);
-                if (!std::isfinite(a) || !std::isfinite(b)) {
-                    continue;  // that they come back at all is the point
-                }
+                if (!std::isfinite(a) || !std::isfinite(b)) continue;  // that they come back at all is the point
                 EXPECT_GE(f.second, 0);
                 EXPECT_LT(f.second, 60);
                 EXPECT_GE(f.minute, 0);
@@ -260,9 +254,8 @@ TEST(EpochTextToJD, ReadsShortAndOddText) {
     EXPECT_EQ(EpochTextToJD(" 8264.51782528"), EpochTextToJD("08264.51782528"));
     // Without a day of the year it is the day before the first.
     EXPECT_EQ(EpochTextToJD("18"), DateToJD({2017, 12, 31, 0, 0, 0}));
-    for (const char* text : {"", "1", "x", "\0\0\0", "        ", "99999999999999999999", "18 e999", "--1e308e308"}) {
+    for (const char* text : {"", "1", "x", "\0\0\0", "        ", "99999999999999999999", "18 e999", "--1e308e308"})
         EXPECT_TRUE(std::isfinite(EpochTextToJD(text))) << text;
-    }
 }
 
 TEST(EpochTextToJD, IsTheSameDayAsTheLibraryCounts) {

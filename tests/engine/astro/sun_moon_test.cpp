@@ -39,9 +39,7 @@ Vector3 LibrarySun(double jd) {
     constexpr double kLightDaysPerUnit = 499.004784 / 86400;
     double v[3];
     const double length = std::hypot(heliocentric[0][0], heliocentric[0][1], heliocentric[0][2]);
-    for (int i = 0; i < 3; ++i) {
-        v[i] = -heliocentric[0][i] / length + barycentric[1][i] * kLightDaysPerUnit;
-    }
+    for (int i = 0; i < 3; ++i) v[i] = -heliocentric[0][i] / length + barycentric[1][i] * kLightDaysPerUnit;
     return OnMeanEquatorOfDate(jd, v);
 }
 
@@ -204,15 +202,12 @@ TEST(MoonPosition, LacksNoTermOfItsSeries) {
         distance.push_back((moon.distance - Length(truth)) / kEarthRadius);
     }
     // The smallest of these terms are 0.015 and 0.033 degrees; rounded coefficients leave far less.
-    for (const LunarTerm& term : inLongitude) {
+    for (const LunarTerm& term : inLongitude)
         EXPECT_LT(AmplitudeIn(days, longitude, term), 0.005) << term.d << term.m << term.mm << term.f;
-    }
-    for (const LunarTerm& term : inLatitude) {
+    for (const LunarTerm& term : inLatitude)
         EXPECT_LT(AmplitudeIn(days, latitude, term), 0.005) << term.d << term.m << term.mm << term.f;
-    }
-    for (const LunarTerm& term : inDistance) {
+    for (const LunarTerm& term : inDistance)
         EXPECT_LT(AmplitudeIn(days, distance, term), 0.05) << term.d << term.m << term.mm << term.f;
-    }
     // Two terms the source has otherwise than the full theory (Meeus, tables 47.A and 47.B): that of four elongations
     // with its 0.0107 degrees the other way round, and 0.0172 degrees in latitude that its ellipse holds already.
     EXPECT_NEAR(AmplitudeIn(days, longitude, {-4, 0, 1, 0}), 0.011 + 0.0107, 0.003);

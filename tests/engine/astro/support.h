@@ -40,9 +40,7 @@ inline Vector3 Direction(double lon, double lat) {
 inline std::vector<double> Spaced(double low, double high, double step) {
     const auto count = static_cast<std::size_t>(std::floor((high - low) / step)) + 1;
     std::vector<double> values(count);
-    for (std::size_t i = 0; i < count; ++i) {
-        values[i] = low + static_cast<double>(i) * step;
-    }
+    for (std::size_t i = 0; i < count; ++i) values[i] = low + static_cast<double>(i) * step;
     return values;
 }
 

@@ -94,9 +94,8 @@ TEST(LeadingNumber, AnUnfinishedExponentIsNoneOfTheNumber) {
 }
 
 TEST(LeadingNumber, TextWithoutANumberIsZero) {
-    for (const char* text : {"", " ", "abc", "-", "+", ".", "-.", "+-5", "--5", "e5", ".e5", "inf", "nan", "-inf"}) {
+    for (const char* text : {"", " ", "abc", "-", "+", ".", "-.", "+-5", "--5", "e5", ".e5", "inf", "nan", "-inf"})
         EXPECT_EQ(LeadingNumber(text), 0) << text;
-    }
     EXPECT_EQ(LeadingNumber("0x10"), 0);
 }
 
@@ -118,9 +117,8 @@ TEST(StrictNumber, TakesTheWholeTextOrNothing) {
     EXPECT_EQ(StrictNumber(" -12.5e1 "), -125);
     EXPECT_EQ(StrictNumber("+4"), 4);
     EXPECT_EQ(StrictNumber("0"), 0);
-    for (const char* text : {"", "  ", "12 km", "1 2", "1,5", "nan", "inf", "1e999", "4e", "+-4", ".", "0x10"}) {
+    for (const char* text : {"", "  ", "12 km", "1 2", "1,5", "nan", "inf", "1e999", "4e", "+-4", ".", "0x10"})
         EXPECT_FALSE(StrictNumber(text).has_value()) << text;
-    }
 }
 
 /// A locale in which numbers have a comma and grouped thousands.

@@ -30,9 +30,7 @@ TEST(ArcSin, ClampsFarBeyondOne) {
 }
 
 TEST(ArcSin, AgreesWithTheLibraryInside) {
-    for (const double x : test::Spaced(-0.999, 1, 0.0137)) {
-        EXPECT_NEAR(ArcSin(x), std::asin(x), 1e-14) << x;
-    }
+    for (const double x : test::Spaced(-0.999, 1, 0.0137)) EXPECT_NEAR(ArcSin(x), std::asin(x), 1e-14) << x;
     EXPECT_EQ(ArcSin(0), 0);
     // Just outside the guard the angle still follows the sine.
     EXPECT_NEAR(ArcSin(1 - 1e-12), std::asin(1 - 1e-12), 1e-9);
@@ -47,9 +45,7 @@ TEST(ArcCos, BeyondOneOnlyExactlyMinusOneIsAHalfTurn) {
 }
 
 TEST(ArcCos, AgreesWithTheLibraryInside) {
-    for (const double x : test::Spaced(-0.999, 1, 0.0137)) {
-        EXPECT_NEAR(ArcCos(x), std::acos(x), 1e-14) << x;
-    }
+    for (const double x : test::Spaced(-0.999, 1, 0.0137)) EXPECT_NEAR(ArcCos(x), std::acos(x), 1e-14) << x;
 }
 
 TEST(Atan2Full, RunsFromMinusAQuarterToThreeQuartersOfATurn) {

@@ -101,9 +101,7 @@ bool Contains(const Ring& ring, const MapVertex& place) {
     MapVertex at;
     bool begun = false;
     WalkRing(ring.View(), 0, [&](const MapVertex& v, bool) {
-        if (begun) {
-            contains.AddLine(at, v);
-        }
+        if (begun) contains.AddLine(at, v);
         begun = true;
         at = v;
     });

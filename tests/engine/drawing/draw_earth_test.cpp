@@ -131,15 +131,12 @@ TEST(GlobeLand, StaysOnTheDisc) {
             config.PanX = config.PanY = 0;
             earth.Draw(config, shape.vertices);
             for (const auto& fill : earth.canvas.fills) {
-                for (const Contour& contour : fill) {
-                    for (const Pixel& p : contour) {
+                for (const Contour& contour : fill)
+                    for (const Pixel& p : contour)
                         EXPECT_LE(std::hypot(p.x - 400, p.y - 300), 250 + 1e-9) << shape.name;
-                    }
-                }
             }
-            for (const Contour& line : earth.canvas.lines) {
+            for (const Contour& line : earth.canvas.lines)
                 for (const Pixel& p : line) EXPECT_LE(std::hypot(p.x - 400, p.y - 300), 250 + 1e-9) << shape.name;
-            }
         }
     }
 }
@@ -173,11 +170,9 @@ TEST(GlobeLand, BehindTheGlobeIsNotDrawn) {
     Earth earth;
     earth.Draw(Camera(std::numbers::pi / 2, 0, 0, 290), PolarLandShape(1).vertices);
     EXPECT_TRUE(earth.canvas.lines.empty());
-    for (int x = 110; x < 690; x += 7) {
-        for (int y = 10; y < 590; y += 7) {
+    for (int x = 110; x < 690; x += 7)
+        for (int y = 10; y < 590; y += 7)
             EXPECT_FALSE(earth.canvas.Covers({static_cast<double>(x), static_cast<double>(y)}));
-        }
-    }
     earth.Draw(Camera(0, std::numbers::pi, 0, 290), BoxShape(-20, 30, -40, 60).vertices);
     EXPECT_TRUE(earth.canvas.lines.empty());
     EXPECT_TRUE(earth.canvas.fills.empty());
@@ -186,9 +181,8 @@ TEST(GlobeLand, BehindTheGlobeIsNotDrawn) {
 TEST(GlobeLand, CoversTheDiscWhereTwoHalvesOfTheEarthMeet) {
     Shape halves = BoxShape(-90, 90, -180, 0, 9, 1);
     const Shape other = BoxShape(-90, 90, 0, 180, 9, 2);
-    for (std::size_t i = 0; i < other.vertices.lat.size(); ++i) {
+    for (std::size_t i = 0; i < other.vertices.lat.size(); ++i)
         halves.vertices.Add(other.vertices.lat[i], other.vertices.lon[i], 2);
-    }
     halves.contains = [first = halves.contains, second = other.contains](const Place& p) {
         return first(p) || second(p);
     };
@@ -270,9 +264,7 @@ TEST(GlobeOutline, RunsAlongTheBorderOnTheNearSide) {
                 const auto place = PlaceOnGlobe(config, middle);
                 ASSERT_TRUE(place.has_value());
                 // Half a pixel is many degrees at the limb.
-                if (depth > 0.2) {
-                    EXPECT_NEAR(Separation(*place, centre), 40, 0.5 / 280 / depth / kDegree);
-                }
+                if (depth > 0.2) EXPECT_NEAR(Separation(*place, centre), 40, 0.5 / 280 / depth / kDegree);
                 ++seen;
             }
         }
@@ -280,9 +272,7 @@ TEST(GlobeOutline, RunsAlongTheBorderOnTheNearSide) {
         for (std::size_t i = 0; i < cap.vertices.lat.size(); i += 5) {
             const Seen at = SeenOnGlobe(config, {cap.vertices.lat[i], cap.vertices.lon[i]});
             const bool inPicture = at.pixel.x > 0 && at.pixel.x < 800 && at.pixel.y > 0 && at.pixel.y < 600;
-            if (at.depth > 0.001 && inPicture) {
-                EXPECT_LT(DistanceFrom(earth.canvas.lines, at.pixel), 0.8);
-            }
+            if (at.depth > 0.001 && inPicture) EXPECT_LT(DistanceFrom(earth.canvas.lines, at.pixel), 0.8);
         }
     }
     EXPECT_GT(seen, 3000);
@@ -294,11 +284,8 @@ TEST(GlobeOutline, EndsExactlyAtTheLimb) {
     earth.Draw(Camera(0, 0, 0, 250), BoxShape(0, 20, 40, 140).vertices);
     std::vector<Pixel> ends;
     for (const Contour& line : earth.canvas.lines) {
-        for (const Pixel& end : {line.front(), line.back()}) {
-            if (std::hypot(end.x - 400, end.y - 300) > 249) {
-                ends.push_back(end);
-            }
-        }
+        for (const Pixel& end : {line.front(), line.back()})
+            if (std::hypot(end.x - 400, end.y - 300) > 249) ends.push_back(end);
     }
     // They are at longitude 90, latitudes 0 and 20.
     ASSERT_EQ(ends.size(), 2U);
@@ -322,9 +309,7 @@ TEST(GlobeOutline, LeavesOutTheSeamAndThePole) {
                 for (const Pixel& p : line) {
                     const auto place = PlaceOnGlobe(config, p);
                     // The coast's southernmost point; everything beyond would be the seam.
-                    if (place) {
-                        EXPECT_GT(place->lat, -82) << view;
-                    }
+                    if (place) EXPECT_GT(place->lat, -82) << view;
                 }
             }
         }
@@ -335,9 +320,7 @@ TEST(GlobeOutline, LeavesOutTheSeamAndThePole) {
     for (double lat = 21; lat < 50; lat += 1) {
         const Seen at = SeenOnGlobe(Camera(0.5, std::numbers::pi, 0, 280), {lat, 180});
         const double nearestBorder = std::min({lat - 20, 50 - lat}) * kDegree * 280;
-        if (nearestBorder > 12) {
-            EXPECT_GT(DistanceFrom(earth.canvas.lines, at.pixel), 5) << lat;
-        }
+        if (nearestBorder > 12) EXPECT_GT(DistanceFrom(earth.canvas.lines, at.pixel), 5) << lat;
     }
 }
 
@@ -412,9 +395,8 @@ TEST(MapLand, ReachesTheEdgeRoundThePole) {
         for (const int poleParts : {1, 8}) {
             const GlintViewConfig config = FlatCamera(0, lon, 100);
             earth.Draw(config, PolarLandShape(poleParts).vertices);
-            for (double x = 400 - 313.9; x < 400 + 314; x += 1.7) {
+            for (double x = 400 - 313.9; x < 400 + 314; x += 1.7)
                 EXPECT_TRUE(earth.canvas.Covers({x, 300 + 156.9})) << lon << ' ' << x;
-            }
         }
     }
 }
@@ -431,18 +413,14 @@ TEST(MapOutline, ComesBackOnTheOtherSideOfTheSeam) {
         double innermost = side * edge;
         for (const Contour& line : earth.canvas.lines) {
             ASSERT_EQ(line.front().x > 400, line.back().x > 400);
-            if ((line.front().x - 400) * side < 0) {
-                continue;
-            }
+            if ((line.front().x - 400) * side < 0) continue;
             for (const Pixel& end : {line.front(), line.back()}) {
                 if (std::abs(end.x - 400 - side * edge) < 0.01) {
                     EXPECT_NEAR(end.x, 400 + side * edge, 1e-9);
                     heights.push_back(300 - end.y);
                 }
             }
-            for (const Pixel& p : line) {
-                innermost = side * std::min(side * innermost, side * (p.x - 400));
-            }
+            for (const Pixel& p : line) innermost = side * std::min(side * innermost, side * (p.x - 400));
         }
         std::sort(heights.begin(), heights.end());
         ASSERT_EQ(heights.size(), 2U);
@@ -458,9 +436,8 @@ TEST(MapOutline, LeavesOutTheSeamAndThePole) {
         // Longitude 180 lies in the middle of the picture.
         const GlintViewConfig config = FlatCamera(0, std::numbers::pi, 100);
         earth.Draw(config, PolarLandShape(poleParts).vertices);
-        for (const Contour& line : earth.canvas.lines) {
+        for (const Contour& line : earth.canvas.lines)
             for (const Pixel& p : line) EXPECT_LT(p.y, 300 + 100 * 82 * kDegree);
-        }
         // The coast is there, through the middle too.
         for (double lon = -179; lon < 180; lon += 1.3) {
             const double x = 400 + 100 * std::remainder(lon - 180, 360) * kDegree;
@@ -480,9 +457,7 @@ TEST(MapOutline, EndsAtThePlaceOfItsVertices) {
         const double x = std::remainder(star.vertices.lon[i] * kDegree + 1.1, 2 * std::numbers::pi);
         const Pixel p{400 + 120 * (x + 0.3), 300 - 120 * (star.vertices.lat[i] * kDegree - 0.2 - 0.1)};
         const bool inPicture = p.x > 0 && p.x < 800 && p.y > 0 && p.y < 600;
-        if (inPicture) {
-            EXPECT_LT(DistanceFrom(earth.canvas.lines, p), 0.8);
-        }
+        if (inPicture) EXPECT_LT(DistanceFrom(earth.canvas.lines, p), 0.8);
     }
 }
 
@@ -618,11 +593,9 @@ TEST(BadInput, DrawsNothing) {
     for (const double bad : {kNan, kInfinity, -kInfinity, 90.001, 1e300}) {
         Vertices map = good;
         map.lat[1] = bad;
-        for (const Shape& other : {BoxShape(30, 40, 0, 30, 1, 2)}) {
-            for (std::size_t i = 0; i < other.vertices.lat.size(); ++i) {
+        for (const Shape& other : {BoxShape(30, 40, 0, 30, 1, 2)})
+            for (std::size_t i = 0; i < other.vertices.lat.size(); ++i)
                 map.Add(other.vertices.lat[i], other.vertices.lon[i], 2);
-            }
-        }
         for (const GlintViewConfig& config : {Camera(0.3, 0.3, 0, 290), FlatCamera(0, 0, 100)}) {
             earth.Draw(config, map);
             EXPECT_EQ(earth.canvas.fills.size(), 1U) << bad;  // the other one

@@ -57,9 +57,7 @@ class Canvas {
         for (std::size_t i = 0, j = contour.size() - 1; i < contour.size(); j = i++) {
             const Pixel& a = contour[i];
             const Pixel& b = contour[j];
-            if ((a.y > p.y) != (b.y > p.y) && p.x < a.x + (b.x - a.x) * (p.y - a.y) / (b.y - a.y)) {
-                inside = !inside;
-            }
+            if ((a.y > p.y) != (b.y > p.y) && p.x < a.x + (b.x - a.x) * (p.y - a.y) / (b.y - a.y)) inside = !inside;
         }
         return inside;
     }
@@ -72,9 +70,8 @@ class Canvas {
 
     static void Fill(void* self, const double* xy, const std::int32_t* ends, std::int32_t contours) {
         std::vector<Contour> shape;
-        for (std::int32_t c = 0, begin = 0; c < contours; begin = ends[c++]) {
+        for (std::int32_t c = 0, begin = 0; c < contours; begin = ends[c++])
             shape.push_back(Points(xy, begin, ends[c]));
-        }
         static_cast<Canvas*>(self)->fills.push_back(shape);
     }
 

@@ -122,9 +122,8 @@ inline Shape StarShape(const Place& centre, double size, int arms, std::int32_t 
 inline Shape SeamNeighbours() {
     Shape shape = BoxShape(10, 50, 140, 180, 5, 1);
     const Shape other = BoxShape(20, 60, -180, -120, 5, 2);
-    for (std::size_t i = 0; i < other.vertices.lat.size(); ++i) {
+    for (std::size_t i = 0; i < other.vertices.lat.size(); ++i)
         shape.vertices.Add(other.vertices.lat[i], other.vertices.lon[i], 2);
-    }
     shape.name = "neighbours at the seam";
     shape.contains = [first = shape.contains, second = other.contains](const Place& p) {
         return first(p) || second(p);

@@ -54,9 +54,7 @@ TEST(ClipSegment, KeepsWhatIsInside) {
 double AreaOf(const std::vector<PlanePoint>& contour) {
     std::array<double, 200> room{};
     ContourStore store(kWindow, 0, room);
-    for (const PlanePoint& p : contour) {
-        store.Add(p);
-    }
+    for (const PlanePoint& p : contour) store.Add(p);
     store.EndContour();
     EXPECT_FALSE(store.Overflowed());
     return store.DoubledArea() / 2;
@@ -77,16 +75,14 @@ TEST(Contours, KeepTheAreaInsideTheRectangle) {
 TEST(Contours, OfTwoPartsAndTooSmallOnes) {
     std::array<double, 64> room{};
     ContourStore store(kWindow, 0.25, room);
-    for (const PlanePoint& p : {PlanePoint{1, 1}, PlanePoint{1.1, 1}, PlanePoint{1, 1.1}, PlanePoint{1, 1}}) {
+    for (const PlanePoint& p : {PlanePoint{1, 1}, PlanePoint{1.1, 1}, PlanePoint{1, 1.1}, PlanePoint{1, 1}})
         store.Add(p);
-    }
     store.EndContour();
     EXPECT_EQ(store.ContourCount(), 0);
     EXPECT_TRUE(store.Points().empty());
     for (const double x : {10.0, 60.0}) {
-        for (const PlanePoint& p : {PlanePoint{x, 10}, PlanePoint{x + 10, 10}, PlanePoint{x, 20}, PlanePoint{x, 10}}) {
+        for (const PlanePoint& p : {PlanePoint{x, 10}, PlanePoint{x + 10, 10}, PlanePoint{x, 20}, PlanePoint{x, 10}})
             store.Add(p);
-        }
         store.EndContour();
     }
     ASSERT_EQ(store.ContourCount(), 2);
@@ -98,9 +94,7 @@ TEST(Contours, OfTwoPartsAndTooSmallOnes) {
 TEST(Contours, TellWhenTheRoomIsTooSmall) {
     std::array<double, 7> room{};
     ContourStore store(kWindow, 0, room);
-    for (const PlanePoint& p : {PlanePoint{10, 10}, PlanePoint{20, 10}, PlanePoint{20, 20}}) {
-        store.Add(p);
-    }
+    for (const PlanePoint& p : {PlanePoint{10, 10}, PlanePoint{20, 10}, PlanePoint{20, 20}}) store.Add(p);
     EXPECT_FALSE(store.Overflowed());
     store.Add({10, 20});
     EXPECT_TRUE(store.Overflowed());
@@ -113,9 +107,7 @@ TEST(Lines, BreakWhereTheyAreCut) {
         LineWriter line(target, kWindow, 0.25);
         // Out at the right and back in.
         const std::vector<PlanePoint> way{{10, 10}, {90, 10}, {110, 10}, {110, 40}, {90, 40}, {10, 40}};
-        for (std::size_t i = 1; i < way.size(); ++i) {
-            line.Segment(way[i - 1], way[i]);
-        }
+        for (std::size_t i = 1; i < way.size(); ++i) line.Segment(way[i - 1], way[i]);
     }
     ASSERT_EQ(canvas.lines.size(), 2U);
     EXPECT_EQ(canvas.lines[0].size(), 3U);
@@ -129,17 +121,13 @@ TEST(Lines, KeepTheirEndAndComeInPieces) {
     const GlintDrawTarget target = canvas.Target();
     {
         LineWriter line(target, {0, 0, 5000, 50}, 0.25);
-        for (int i = 0; i < 20000; ++i) {
-            line.Segment({i * 0.1, 10}, {(i + 1) * 0.1, 10});
-        }
+        for (int i = 0; i < 20000; ++i) line.Segment({i * 0.1, 10}, {(i + 1) * 0.1, 10});
     }
     ASSERT_GT(canvas.lines.size(), 5U);
     std::size_t points = 0;
     for (std::size_t i = 0; i < canvas.lines.size(); ++i) {
         points += canvas.lines[i].size();
-        if (i > 0) {
-            EXPECT_EQ(canvas.lines[i].front().x, canvas.lines[i - 1].back().x);
-        }
+        if (i > 0) EXPECT_EQ(canvas.lines[i].front().x, canvas.lines[i - 1].back().x);
     }
     EXPECT_NEAR(static_cast<double>(points), 20000 / 3.0, 100);
     EXPECT_EQ(canvas.lines.front().front().x, 0);

@@ -29,9 +29,7 @@ std::int32_t Draw(const GlintDrawTarget& target, const GlintViewConfig& config, 
 Vertices TwoIslands() {
     Vertices map = BoxShape(0, 20, -30, -10, 1, 7).vertices;
     const Vertices other = BoxShape(-10, 10, 10, 40, 1, 3).vertices;
-    for (std::size_t i = 0; i < other.lat.size(); ++i) {
-        map.Add(other.lat[i], other.lon[i], 3);
-    }
+    for (std::size_t i = 0; i < other.lat.size(); ++i) map.Add(other.lat[i], other.lon[i], 3);
     return map;
 }
 
@@ -93,9 +91,11 @@ TEST(DrawEarth, PutsPlacesWhereTheCameraSeesThem) {
     EXPECT_GT(Draw(canvas.Target(), config, triangle), 0);
     ASSERT_EQ(canvas.lines.size(), 1U);
     const Contour& line = canvas.lines.front();
-    EXPECT_TRUE(std::any_of(line.begin(), line.end(),
-                            [](const Pixel& p) { return std::abs(p.x - 430) < 1e-9 && std::abs(p.y - 240) < 1e-9; }));
-    const auto rightmost = std::max_element(line.begin(), line.end(), [](auto& a, auto& b) { return a.x < b.x; });
+    EXPECT_TRUE(std::any_of(
+        line.begin(), line.end(),
+        [](const Pixel& p) { return std::abs(p.x - 430) < 1e-9 && std::abs(p.y - 240) < 1e-9; }));
+    const auto rightmost = std::max_element(
+        line.begin(), line.end(), [](auto& a, auto& b) { return a.x < b.x; });
     const auto highest = std::min_element(line.begin(), line.end(), [](auto& a, auto& b) { return a.y < b.y; });
     EXPECT_NEAR(rightmost->x, 430 + 150, 1e-9);  // sin 30 degrees is a half
     EXPECT_NEAR(highest->y, 240 - 150, 1e-9);

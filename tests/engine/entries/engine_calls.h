@@ -29,9 +29,8 @@ inline std::vector<ElementSet> ExampleSets(const std::string& file) {
     std::ifstream in(std::string(GLINTARA_SOURCE_DIR) + "/data/examples/" + file);
     std::vector<ElementSet> sets;
     ElementSet set;
-    while (std::getline(in, set.name) && std::getline(in, set.line1) && std::getline(in, set.line2)) {
+    while (std::getline(in, set.name) && std::getline(in, set.line1) && std::getline(in, set.line2))
         sets.push_back(set);
-    }
     return sets;
 }
 
@@ -94,9 +93,7 @@ inline std::optional<Flare> FlareOf(const Mirror& mirror, double jd, const Motio
     const int32_t some =
         Satellite_CalcFlare(jd, mirror.source, mirror.geometry, motion.r.x, motion.r.y, motion.r.z, motion.v.x,
                             motion.v.y, motion.v.z, mirror.angle, mirror.tilt, centre.data(), flare.result.data());
-    if (some == 0) {
-        return std::nullopt;
-    }
+    if (some == 0) return std::nullopt;
     flare.centre = {centre[0], centre[1], centre[2]};
     return flare;
 }

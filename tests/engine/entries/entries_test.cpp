@@ -246,18 +246,12 @@ Pass SomePass() {
     pass.block = BlockOf(ExampleSets("iridium.tle").front());
     for (double jd = kNoon; jd < kNoon + 1; jd += 10 / kSecondsPerDay) {
         const auto flare = FlareOf(pass.mirror, jd, MotionAt(pass.block, jd));
-        if (!flare) {
-            continue;
-        }
+        if (!flare) continue;
         SetObserver(flare->centre);
         pass.begin = pass.end = jd;
         const double step = 0.01 / kSecondsPerDay;
-        while (Near(pass, pass.begin - step, flare->centre)) {
-            pass.begin -= step;
-        }
-        while (Near(pass, pass.end + step, flare->centre)) {
-            pass.end += step;
-        }
+        while (Near(pass, pass.begin - step, flare->centre)) pass.begin -= step;
+        while (Near(pass, pass.end + step, flare->centre)) pass.end += step;
         return pass;
     }
     ADD_FAILURE() << "the satellite throws no flare in a day";

@@ -43,12 +43,8 @@ double LengthAround(Case& c, double seconds) {
     constexpr double kTick = 5e-5;
     double begin = seconds;
     double end = seconds;
-    while (end - begin < 2 * kFinest && HitAt(c, begin - kTick)) {
-        begin -= kTick;
-    }
-    while (end - begin < 2 * kFinest && HitAt(c, end + kTick)) {
-        end += kTick;
-    }
+    while (end - begin < 2 * kFinest && HitAt(c, begin - kTick)) begin -= kTick;
+    while (end - begin < 2 * kFinest && HitAt(c, end + kTick)) end += kTick;
     return end - begin;
 }
 
@@ -57,11 +53,8 @@ double LengthAround(Case& c, double seconds) {
 bool IsPlain(Case& c, double seconds) { return HitAt(c, seconds, -kGrain) && LengthAround(c, seconds) > kFinest; }
 
 std::optional<double> Sweep(Case& c) {
-    for (int k = 0; k * kStep < c.seconds; ++k) {
-        if (HitAt(c, k * kStep)) {
-            return k * kStep;
-        }
-    }
+    for (int k = 0; k * kStep < c.seconds; ++k)
+        if (HitAt(c, k * kStep)) return k * kStep;
     return std::nullopt;
 }
 
@@ -71,9 +64,7 @@ std::optional<double> Search(Case& c, int8_t skip = 0) {
     const int32_t some =
         Satellite_FindFlare(c.start, c.seconds / kSecondsPerDay, c.mirror.source, kResolution, kSiteRadius, &c.block,
                             c.mirror.geometry, c.mirror.angle, c.mirror.tilt, c.distance, skip, &found);
-    if (some == 0) {
-        return std::nullopt;
-    }
+    if (some == 0) return std::nullopt;
     return (found - c.start) * kSecondsPerDay;
 }
 
@@ -112,9 +103,7 @@ void Judge(Case& c, Tally& tally) {
     }
     // The sweep passed over this one: it must be over within its step.
     bool ends = false;
-    for (double t = *found; t < *found + kStep && !ends; t += 0.0005) {
-        ends = !HitAt(c, t, -kGrain);
-    }
+    for (double t = *found; t < *found + kStep && !ends; t += 0.0005) ends = !HitAt(c, t, -kGrain);
     ASSERT_TRUE(ends);
     ++tally.slips;
 }
@@ -133,29 +122,21 @@ class RandomCases {
         Case c = SomeSatellite();
         const bool grazing = Chance(0.2);
         for (int attempt = 0;; ++attempt) {
-            if (attempt % 300 == 299) {
-                c = SomeSatellite();
-            }
+            if (attempt % 300 == 299) c = SomeSatellite();
             const double jd = c.start + Between(0, 1);
             const Motion motion = MotionAt(c.block, jd);
             const auto flare = FlareOf(c.mirror, jd, motion);
             const auto later = FlareOf(c.mirror, jd + kResolution, MotionAt(c.block, jd + kResolution));
-            if (!flare || !later) {
-                continue;
-            }
+            if (!flare || !later) continue;
             const Vector3 up = flare->centre;
             const double sine = Dot(up, Normalized(motion.r - up));
-            if (grazing && sine > 0.06 && attempt < 3000) {
-                continue;
-            }
+            if (grazing && sine > 0.06 && attempt < 3000) continue;
             c.distance = 500 * std::exp(Between(0, 6.4));  // 0.5 to 300 km
             const Vector3 track = Normalized(later->centre - up);
             const Vector3 aside = CrossProduct(up, track);
             const double kinds[] = {1, Between(0.9, 1.1), Between(0.995, 1.005), Between(0, 2)};
             double offset = kinds[Pick(4)] * c.distance / kSiteRadius;
-            if (Chance(0.3)) {
-                offset *= 1 - std::pow(10, -Between(2, 6));  // within, but for an instant only
-            }
+            if (Chance(0.3)) offset *= 1 - std::pow(10, -Between(2, 6));  // within, but for an instant only
             const double bearing = Chance(0.7) ? kPi / 2 : Between(0, kTwoPi);
             const Vector3 away = std::cos(bearing) * track + std::sin(bearing) * aside;
             c.observer = Normalized(up + offset * away);
@@ -186,9 +167,7 @@ class RandomCases {
         ElementSet set = iridium ? iridium_[Pick(iridium_.size())] : sets_[Pick(sets_.size())];
         // 2018, or the years before 2000, when the sidereal angle has the other sign.
         const bool old = Chance(0.1);
-        if (old) {
-            set = InYear(set, "98");
-        }
+        if (old) set = InYear(set, "98");
         c.start = old ? 2450833.5 : 2458138.5;  // 20 January
         c.block = BlockOf(set);
         if (iridium && Chance(0.8)) {
@@ -218,9 +197,7 @@ TEST_P(FlareSweep, SearchAgreesOnNearMissesAndShortCrossings) {
     for (int i = 0; i < 640; ++i) {
         Case c = cases.NearMiss();
         Judge(c, tally);
-        if (HasFatalFailure()) {
-            return;
-        }
+        if (HasFatalFailure()) return;
     }
     RecordProperty("hits", tally.hits);
     RecordProperty("misses", tally.misses);
@@ -235,9 +212,7 @@ TEST_P(FlareSweep, SearchAgreesOnWholeHours) {
     for (int i = 0; i < 130; ++i) {
         Case c = cases.Anything();
         Judge(c, tally);
-        if (HasFatalFailure()) {
-            return;
-        }
+        if (HasFatalFailure()) return;
     }
     EXPECT_GT(tally.hits, 0);
     EXPECT_GT(tally.misses, 60);

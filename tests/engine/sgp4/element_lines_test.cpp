@@ -102,16 +102,14 @@ TEST(ElementLines, DragTermInEveryForm) {
 
 TEST(ElementLines, DerivativesMayBeBlank) {
     const MeanElements expected = ElementsOf(kLine1, kLine2);
-    for (const std::string_view field : {"          ", " -.00017190", "+.00017190"}) {
+    for (const std::string_view field : {"          ", " -.00017190", "+.00017190"})
         EXPECT_EQ(ElementsOf(With(kLine1, 34, field.substr(0, 10)), kLine2).bstar, expected.bstar);
-    }
     EXPECT_EQ(ElementsOf(With(kLine1, 45, "        "), kLine2).bstar, expected.bstar);
 }
 
 TEST(ElementLines, SatelliteNumbersAreText) {
-    for (const std::string_view number : {"A0000", "Z9999", "    5", "     ", "?????"}) {
+    for (const std::string_view number : {"A0000", "Z9999", "    5", "     ", "?????"})
         EXPECT_EQ(Read(With(kLine1, 3, number), With(kLine2, 3, number)), ElementLinesError::None) << number;
-    }
     EXPECT_EQ(Read(With(kLine1, 69, "x"), With(kLine2, 69, "x")), ElementLinesError::None);
 }
 
@@ -195,16 +193,13 @@ TEST(ElementLines, WordsAndBlanksAreNoNumbers) {
                 << word << column;
         }
     }
-    for (const std::string_view field : {"       ", "00 8546", "0.08546", "+008546"}) {
+    for (const std::string_view field : {"       ", "00 8546", "0.08546", "+008546"})
         EXPECT_EQ(Read(kLine1, With(kLine2, 27, field)), ElementLinesError::NotNumbers) << field;
-    }
     for (const std::string_view field :
-         {"110191-3", " 10191--", " 10191 -", " 10191.3", "      -3", " 10 91-3", "- 101-93"}) {
+         {"110191-3", " 10191--", " 10191 -", " 10191.3", "      -3", " 10 91-3", "- 101-93"})
         EXPECT_EQ(Read(With(kLine1, 54, field), kLine2), ElementLinesError::NotNumbers) << field;
-    }
-    for (const std::string_view field : {"  320.90946019", "9 320.90946019", "-7320.90946019", "97            "}) {
+    for (const std::string_view field : {"  320.90946019", "9 320.90946019", "-7320.90946019", "97            "})
         EXPECT_EQ(Read(With(kLine1, 19, field), kLine2), ElementLinesError::NotNumbers) << field;
-    }
 }
 
 TEST(ElementLines, MeanMotionMustBeAboveZero) {
@@ -244,9 +239,8 @@ TEST(ElementLines, AnyBytesAreSafe) {
         if (ReadElementLines(line1, line2, elements) != ElementLinesError::None) continue;
         ++accepted;
         for (const double value : {elements.epochDay, elements.epochFraction, elements.bstar, elements.inclination,
-                                   elements.node, elements.argPerigee, elements.meanAnomaly, elements.meanMotion}) {
+                                   elements.node, elements.argPerigee, elements.meanAnomaly, elements.meanMotion})
             ASSERT_TRUE(std::isfinite(value)) << line1 << '\n' << line2;
-        }
         ASSERT_GE(elements.eccentricity, 0) << line2;
         ASSERT_LT(elements.eccentricity, 1) << line2;
         ASSERT_GT(elements.meanMotion, 0) << line2;

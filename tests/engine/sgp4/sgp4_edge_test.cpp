@@ -173,12 +173,10 @@ TEST(Sgp4Edge, RetrogradeGeosynchronousOrbitStaysOnIt) {
 }
 
 TEST(Sgp4Edge, ResonancesAreRecognised) {
-    for (const std::string_view number : kHalfDaySets) {
+    for (const std::string_view number : kHalfDaySets)
         EXPECT_EQ(OfVerificationSet(number).resonance, Sgp4Resonance::HalfDay) << number;
-    }
-    for (const std::string_view number : kDaySets) {
+    for (const std::string_view number : kDaySets)
         EXPECT_EQ(OfVerificationSet(number).resonance, Sgp4Resonance::Day) << number;
-    }
     EXPECT_EQ(OfVerificationSet(kUnresonantSet).resonance, Sgp4Resonance::None);
 }
 
@@ -246,9 +244,8 @@ TEST(Sgp4Edge, AbsurdTimesAnswerAtOnceAndFinite) {
 
         // None of it has spoilt the record.
         const VerificationState& first = set.states.front();
-        if (first.minutes == 0 && Sgp4AtMinutes(record, 0).error == Sgp4Error::None) {
+        if (first.minutes == 0 && Sgp4AtMinutes(record, 0).error == Sgp4Error::None)
             EXPECT_NEAR(Sgp4AtMinutes(record, 0).position.x, first.position[0], 1e-6) << set.line1;
-        }
     }
     EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(20));
 }

@@ -105,9 +105,7 @@ TEST(Sgp4Verification, RunsEndWithTheErrorOfTheTheory) {
         const Sgp4State state = Sgp4AtMinutes(record, ending->minutes);
         EXPECT_EQ(state.error, ending->error) << set.line1;
         EXPECT_LE(last, ending->minutes) << set.line1;
-        if (ending->error == Sgp4Error::Decayed) {
-            EXPECT_LT(Length(state.position), 6378.135) << set.line1;
-        }
+        if (ending->error == Sgp4Error::Decayed) EXPECT_LT(Length(state.position), 6378.135) << set.line1;
     }
     EXPECT_EQ(ended, std::size(kEndings));
 }
