@@ -3,7 +3,10 @@
 
 set(GLINTARA_FLOORS_DIR ${CMAKE_BINARY_DIR}/floors)
 
-set(GLINTARA_WARNINGS -Wall -Wextra -Wpedantic -Wconversion -Werror)
+set(GLINTARA_WARNINGS -Wall -Wextra -Wpedantic -Wconversion)
+if(GLINTARA_WERROR)
+    list(APPEND GLINTARA_WARNINGS -Werror)
+endif()
 
 # Compiler and linker options that every target of the project shares.
 add_library(glintara_options INTERFACE)
