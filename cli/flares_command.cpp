@@ -5,8 +5,8 @@
 #include "cli/session.h"
 #include "cli/texts.h"
 #include "engine/astro/constants.h"
+#include "engine/astro/number_text.h"
 #include "flare/passes.h"
-#include "orbit/satellite_table.h"
 
 namespace glintara::cli {
 

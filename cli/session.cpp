@@ -76,14 +76,10 @@ void Session::LoadFile(const std::string& file) {
     } else if (!LoadTLEFile(app_, file)) {
         throw Failure(kBadData, shown + ": " + messages_.Last());
     }
-    const int before = app_.Data.SatCount;
-    CApplyTLEOrbit_click(app_);
-    const std::string& answer = app_.Main.LCommandOutput.Caption.Get();
-    if (answer.rfind("ERROR:", 0) != 0) return;
-    std::string text = shown + ": " + (messages_.Last().empty() ? answer : messages_.Last());
-    const std::string& rest = app_.Main.TTLE.Text.Get();
-    if (!rest.empty())
-        text += " after " + std::to_string(app_.Data.SatCount - before) + " good sets, at \"" + FirstLine(rest) + "\"";
+    const AdmissionOutcome outcome = CApplyTLEOrbit_click(app_);
+    if (!outcome.Failed()) return;
+    std::string text = shown + ": " + AdmissionLabel(outcome);
+    if (const std::string refusal = RefusalText(outcome); !refusal.empty()) text += ": " + refusal;
     throw Failure(kBadData, text);
 }
 

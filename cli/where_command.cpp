@@ -5,10 +5,10 @@
 #include "cli/session.h"
 #include "cli/texts.h"
 #include "engine/astro/constants.h"
+#include "engine/astro/number_text.h"
 #include "engine/geometry/reflection.h"
 #include "flare/attitude.h"
 #include "orbit/propagation.h"
-#include "orbit/satellite_table.h"
 
 namespace glintara::cli {
 

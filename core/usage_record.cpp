@@ -9,7 +9,9 @@
 #include <optional>
 #include <random>
 
+#include "engine/astro/number_text.h"
 #include "orbit/files.h"
+#include "orbit/little_endian.h"
 
 namespace glintara {
 
@@ -18,54 +20,31 @@ namespace {
 constexpr std::size_t kIdDigits = 10;
 constexpr std::string_view kVersionNumber = "152";
 
-constexpr std::size_t kCounterBytes = 4;
-constexpr std::size_t kLengthBytes = 2;
-constexpr std::size_t kDateBytes = 8;
-constexpr std::size_t kRecordBytes = 3 * kCounterBytes + kLengthBytes + kIdDigits + kDateBytes;
-
-void AppendLittleEndian(std::string& bytes, std::uint64_t value, std::size_t width) {
-    for (std::size_t i = 0; i < width; ++i) bytes += static_cast<char>((value >> (8 * i)) & 0xFF);
-}
-
-/// Takes `width` bytes off the front of `bytes`.
-std::uint64_t TakeLittleEndian(std::string_view& bytes, std::size_t width) {
-    std::uint64_t value = 0;
-    for (std::size_t i = 0; i < width; ++i)
-        value |= static_cast<std::uint64_t>(static_cast<unsigned char>(bytes[i])) << (8 * i);
-    bytes.remove_prefix(width);
-    return value;
-}
-
-std::int32_t TakeCounter(std::string_view& bytes) {
-    return static_cast<std::int32_t>(static_cast<std::uint32_t>(TakeLittleEndian(bytes, kCounterBytes)));
-}
-
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+constexpr std::size_t kRecordBytes = 3 * kIntegerBytes + kLengthBytes + kIdDigits + kRealBytes;
 
 std::string Encode(const UsageStats& stats) {
-    std::string bytes;
-    for (const std::int32_t counter : {stats.StartCount, stats.MirrorAddCount, stats.TLECount})
-        AppendLittleEndian(bytes, static_cast<std::uint32_t>(counter), kCounterBytes);
-    AppendLittleEndian(bytes, stats.RandomID.size(), kLengthBytes);
-    bytes += stats.RandomID;
-    AppendLittleEndian(bytes, std::bit_cast<std::uint64_t>(stats.LastCheckJD), kDateBytes);
-    return bytes;
+    ByteWriter writer;
+    writer.Integer(stats.StartCount);
+    writer.Integer(stats.MirrorAddCount);
+    writer.Integer(stats.TLECount);
+    writer.Text(stats.RandomID);
+    writer.Real(stats.LastCheckJD);
+    return writer.Take();
 }
 
 /// The record of a file; nothing for a file that this program has not written. The identifier goes into an address, so
 /// it must be digits.
 std::optional<UsageStats> Decode(std::string_view bytes) {
     if (bytes.size() != kRecordBytes) return std::nullopt;
+    ByteReader reader(bytes);
     UsageStats stats;
-    stats.StartCount = TakeCounter(bytes);
-    stats.MirrorAddCount = TakeCounter(bytes);
-    stats.TLECount = TakeCounter(bytes);
-    if (TakeLittleEndian(bytes, kLengthBytes) != kIdDigits) return std::nullopt;
-    stats.RandomID = bytes.substr(0, kIdDigits);
-    bytes.remove_prefix(kIdDigits);
-    stats.LastCheckJD = std::bit_cast<double>(TakeLittleEndian(bytes, kDateBytes));
+    stats.StartCount = reader.Integer();
+    stats.MirrorAddCount = reader.Integer();
+    stats.TLECount = reader.Integer();
+    stats.RandomID = reader.Text();
+    stats.LastCheckJD = reader.Real();
     const bool digits = std::all_of(stats.RandomID.begin(), stats.RandomID.end(), IsDigit);
-    if (!digits || !std::isfinite(stats.LastCheckJD)) return std::nullopt;
+    if (stats.RandomID.size() != kIdDigits || !digits || !std::isfinite(stats.LastCheckJD)) return std::nullopt;
     return stats;
 }
 

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
-#include <limits>
 #include <optional>
 #include <unordered_map>
 #include <utility>
@@ -14,74 +13,16 @@
 #include "engine/astro/number_text.h"
 #include "engine/glintcore.h"
 #include "orbit/files.h"
+#include "orbit/satellite_table.h"
 
 namespace glintara {
 
 namespace {
 
 constexpr std::string_view kLineEnd = "\r\n";
-constexpr char kLine1Digit = '1';
-constexpr char kLine2Digit = '2';
 
 // Gravitational parameter of the Earth that the semi-major axis is worked out with, cubic metres per second squared.
 constexpr double kOrbitMu = 398618327999999.94;
-
-// Columns of an element set's lines, counted from 1, both ends included (NORAD two-line format).
-struct Columns {
-    std::size_t first;
-    std::size_t last;
-};
-
-constexpr Columns kSatNumber{3, 7};
-constexpr Columns kDesignator{10, 17};
-constexpr Columns kEpochText{19, 32};
-constexpr Columns kMeanMotionDot{34, 43};
-constexpr Columns kMeanMotionDDot{45, 50};
-constexpr Columns kMeanMotionDDotExponent{51, 52};
-constexpr Columns kBStar{54, 59};
-constexpr Columns kBStarExponent{60, 61};
-constexpr Columns kElementSetNumber{65, 68};
-
-constexpr Columns kInclination{9, 16};
-constexpr Columns kRaanAngle{18, 25};
-constexpr Columns kEccentricity{27, 33};
-constexpr Columns kArgPerigee{35, 42};
-constexpr Columns kMeanAnomaly{44, 51};
-constexpr Columns kMeanMotion{53, 63};
-
-std::string_view Field(std::string_view line, Columns columns) {
-    if (line.size() < columns.first) return {};
-    return line.substr(columns.first - 1, columns.last - columns.first + 1);
-}
-
-double NumberField(std::string_view line, Columns columns) { return LeadingNumber(Field(line, columns)); }
-
-double RadiansField(std::string_view line, Columns columns) { return NumberField(line, columns) * kDegToRad; }
-
-// A mantissa with its sign column and without its decimal point, times a power of ten in the two columns behind it.
-double ExponentField(std::string_view line, Columns mantissa, Columns exponent) {
-    const std::string_view digits = Field(line, mantissa);
-    if (digits.empty()) return 0;
-    std::string text(digits.substr(0, 1));
-    text += '.';
-    text += digits.substr(1);
-    return LeadingNumber(text) * std::pow(10.0, NumberField(line, exponent));
-}
-
-double FractionField(std::string_view line, Columns columns) {
-    std::string text = "0.";
-    text += Field(line, columns);
-    return LeadingNumber(text);
-}
-
-// The columns can hold numbers like "9e99"; what does not fit becomes the nearest that does.
-std::int16_t ShortIntegerField(std::string_view line, Columns columns) {
-    using Limits = std::numeric_limits<std::int16_t>;
-    const double value = NumberField(line, columns);
-    if (std::isnan(value)) return 0;
-    return static_cast<std::int16_t>(
-        std::clamp(std::nearbyint(value), static_cast<double>(Limits::min()), static_cast<double>(Limits::max())));
-}
 
 // Takes lines off the front of a text.
 class LineCursor {
@@ -129,41 +70,69 @@ struct ElementSetText {
     std::string_view rest;  // what stands behind it
 };
 
-bool IsElementLine(std::string_view line, char digit) {
-    return CheckTLELine(line).ok && !line.empty() && line.front() == digit;
-}
-
-// The set at the front of `text`; nothing when its lines are not those of an element set.
-std::optional<ElementSetText> CutElementSet(std::string_view text) {
+// The set at the front of `text`, whatever its lines hold.
+ElementSetText CutElementSet(std::string_view text) {
     ElementSetText set;
     LineCursor cursor(text);
     if (BeginsWithName(text)) set.name = WithoutLineNumber(cursor.TakeLine());
     set.line1 = cursor.TakeLine().substr(0, kElementLineLength);
     set.line2 = cursor.TakeLine().substr(0, kElementLineLength);
-    if (!IsElementLine(set.line1, kLine1Digit) || !IsElementLine(set.line2, kLine2Digit)) return std::nullopt;
     set.rest = cursor.Rest();
     return set;
 }
 
-void ReadLine1(SatRecord& satellite, std::string_view line) {
-    satellite.Line1 = line;
-    satellite.SatNumber = Field(line, kSatNumber);
-    satellite.Designator = Field(line, kDesignator);
-    satellite.EpochText = Field(line, kEpochText);
-    satellite.MeanMotionDot = NumberField(line, kMeanMotionDot);
-    satellite.MeanMotionDDot = ExponentField(line, kMeanMotionDDot, kMeanMotionDDotExponent);
-    satellite.BStar = ExponentField(line, kBStar, kBStarExponent);
-    satellite.ElementSetNumber = ShortIntegerField(line, kElementSetNumber);
+// What is wrong with a set.
+struct Refusal {
+    int line = 0;  // 1 or 2; 0 for the two together
+    std::string reason;
+};
+
+std::optional<Refusal> RefusalOfLine(int number, std::string_view line, char digit, ElementFault fault) {
+    if (CheckTLELine(line).ok && fault == ElementFault::None) return std::nullopt;
+    return Refusal{number, line.empty() ? "there is none" : FaultText(fault, digit)};
 }
 
-void ReadLine2(SatRecord& satellite, std::string_view line) {
+void TakeLine1(SatRecord& satellite, std::string_view line, const ElementLine1& read) {
+    satellite.Line1 = line;
+    satellite.SatNumber = read.satNumber;
+    satellite.Designator = read.designator;
+    satellite.EpochText = read.epochText;
+    satellite.MeanMotionDot = read.meanMotionDot;
+    satellite.MeanMotionDDot = read.meanMotionDDot;
+    satellite.BStar = read.bstar;
+    satellite.ElementSetNumber = read.elementSetNumber;
+}
+
+void TakeLine2(SatRecord& satellite, std::string_view line, const ElementLine2& read) {
     satellite.Line2 = line;
-    satellite.Inclination = RadiansField(line, kInclination);
-    satellite.RaanAngle = RadiansField(line, kRaanAngle);
-    satellite.Eccentricity = FractionField(line, kEccentricity);
-    satellite.ArgPerigee = RadiansField(line, kArgPerigee);
-    satellite.MeanAnomaly = RadiansField(line, kMeanAnomaly);
-    satellite.MeanMotion = NumberField(line, kMeanMotion);
+    satellite.Inclination = read.inclination * kDegToRad;
+    satellite.RaanAngle = read.raanAngle * kDegToRad;
+    satellite.Eccentricity = read.eccentricity;
+    satellite.ArgPerigee = read.argPerigee * kDegToRad;
+    satellite.MeanAnomaly = read.meanAnomaly * kDegToRad;
+    satellite.MeanMotion = read.meanMotion;
+}
+
+// The elements of a set, ready to be propagated. Nothing when it cannot be used: `refusal` then says why.
+std::optional<SatRecord> ReadElements(const ElementSetText& set, Refusal& refusal) {
+    ElementLine1 read1;
+    ElementLine2 read2;
+    std::optional<Refusal> refused = RefusalOfLine(1, set.line1, kLine1Digit, ReadElementLine1(set.line1, read1));
+    if (!refused) refused = RefusalOfLine(2, set.line2, kLine2Digit, ReadElementLine2(set.line2, read2));
+    if (refused) {
+        refusal = std::move(*refused);
+        return std::nullopt;
+    }
+    std::optional<SatRecord> satellite(std::in_place);
+    TakeLine1(*satellite, set.line1, read1);
+    TakeLine2(*satellite, set.line2, read2);
+    const int error = SatelliteInit(satellite->Line1.c_str(), satellite->Line2.c_str(), 'i', &satellite->EngineBlock);
+    if (error == 0) return satellite;
+    // The lines have been read already; but the engine takes a zero byte in them for their end.
+    constexpr int kNotFiniteElements = 6;
+    refusal.reason =
+        error == kNotFiniteElements ? "no orbit follows from these elements" : "a zero byte cuts a line off";
+    return std::nullopt;
 }
 
 // Finds the satellites of the list by their number text. Replacing a satellite leaves its number text as it was, so
@@ -199,6 +168,12 @@ void ReplaceElements(SatRecord& old, const SatRecord& fresh) {
     old.Surface = std::move(surface);
 }
 
+std::string BadDataText(const AdmissionOutcome& outcome) {
+    std::string text = "ERROR: Bad TLE Data\n\n" + RefusalText(outcome) + ".";
+    if (const std::string before = DoneBeforeText(outcome); !before.empty()) text += "\n" + before + ".";
+    return text;
+}
+
 // One run of admission over the text of the box.
 class Admission {
   public:
@@ -208,64 +183,56 @@ class Admission {
           mode_(mode),
           onlyNewer_(onlyNewer),
           onlySelected_(onlySelected),
-          startCount_(app.Data.SatCount),
           text_(app.Main.TTLE.Text.Get()),
           rest_(text_) {
+        outcome_.mode = mode;
         if (mode_ != TLEMode::Add) known_.emplace(data_);
     }
 
-    void Run() {
+    AdmissionOutcome Run() {
         while (AdmitNext()) {
         }
         Finish();
+        return outcome_;
     }
 
   private:
     // Admits the set at the front of the rest; false ends the run.
     bool AdmitNext() {
-        if (rest_.find(kLineEnd) == std::string_view::npos) return Stop("ERROR: Invalid TLE Text");
-        if (data_.SatCount >= kSatCapacity) return Stop("ERROR: Already too many satellites");
+        if (rest_.find(kLineEnd) == std::string_view::npos) return Stop(AdmissionEnd::NoLineEnd);
+        if (data_.SatCount >= kSatCapacity) return Stop(AdmissionEnd::ListFull);
 
-        const std::optional<ElementSetText> set = CutElementSet(rest_);
-        if (!set) return StopAtBadData();
-        std::optional<SatRecord> satellite = ReadSatellite(*set);
-        if (!satellite) return StopAtBadData();
+        const ElementSetText set = CutElementSet(rest_);
+        Refusal refusal;
+        std::optional<SatRecord> satellite = ReadElements(set, refusal);
+        if (!satellite) return StopAt(set, std::move(refusal));
 
-        if (set->name) carriedName_ = *set->name;
+        // A set without a name line bears the name of the one before it.
+        if (set.name) carriedName_ = *set.name;
+        satellite->Name = carriedName_;
+        satellite->TitleLine = satellite->Name;
+        satellite->MeanRadiusA = MeanRadiusOf(satellite->MeanMotion, data_.Site.SiteRadius);
+        if (app_.GiveDefaultModel != nullptr) app_.GiveDefaultModel(*satellite);
         TakeIn(std::move(*satellite));
-        rest_ = set->rest;
+        rest_ = set.rest;
         return rest_.find(kLine1Digit) != std::string_view::npos;
     }
 
-    bool Stop(std::string_view label) {
-        label_ = label;
+    bool Stop(AdmissionEnd end) {
+        outcome_.end = end;
         return false;
     }
 
-    bool StopAtBadData() {
-        badData_ = true;
-        return Stop("ERROR: Invalid TLE Text");
-    }
-
-    // The set as a record of its own, ready to be propagated; nothing when the engine refuses it. A set without a name
-    // line bears the name of the one before it.
-    std::optional<SatRecord> ReadSatellite(const ElementSetText& set) const {
-        std::optional<SatRecord> satellite(std::in_place);
-        satellite->Name = set.name.value_or(carriedName_);
-        satellite->TitleLine = satellite->Name;
-        ReadLine1(*satellite, set.line1);
-        ReadLine2(*satellite, set.line2);
-        satellite->MeanRadiusA = MeanRadiusOf(satellite->MeanMotion, data_.Site.SiteRadius);
-        const int refused =
-            SatelliteInit(satellite->Line1.c_str(), satellite->Line2.c_str(), 'i', &satellite->EngineBlock);
-        if (refused != 0) return std::nullopt;
-        if (app_.GiveDefaultModel != nullptr) app_.GiveDefaultModel(*satellite);
-        return satellite;
+    bool StopAt(const ElementSetText& set, Refusal refusal) {
+        outcome_.refusedName = set.name.value_or(std::string_view());
+        outcome_.refusedLine = refusal.line;
+        outcome_.reason = std::move(refusal.reason);
+        return Stop(AdmissionEnd::BadData);
     }
 
     // Replaces what the set replaces, and appends it unless it has found its satellite or is not to be added.
     void TakeIn(SatRecord satellite) {
-        anyAdmitted_ = true;
+        ++outcome_.sets;
         ++data_.UsageStats.TLECount;
 
         const int index = data_.SatCount + 1;
@@ -275,9 +242,8 @@ class Admission {
             if (known_) known_->Add(satellite, index);
             data_.Satellite(index) = std::move(satellite);
             data_.SatCount = index;
+            ++outcome_.added;
         }
-        label_ = "Added Satellites #" + std::to_string(data_.SatCount - startCount_);
-        if (mode_ != TLEMode::Add) label_ += " (" + std::to_string(updated_) + " updated)";
     }
 
     // Whether the set has found its satellite in the list.
@@ -293,23 +259,24 @@ class Admission {
             if (onlyNewer_ && !(EpochToJD(satellite) > EpochToJD(old))) continue;
             ReplaceElements(old, satellite);
             found = true;
-            ++updated_;
+            ++outcome_.updated;
         }
         return found;
     }
 
     void Finish() {
         app_.Main.TTLE.Text = std::string(rest_);
-        if (anyAdmitted_) {
+        const bool anyAdmitted = outcome_.sets > 0;
+        if (anyAdmitted) {
             app_.Main.CPlotOrbit.Value = true;
             app_.Windows.SyncronizeMenuBar();
         }
-        app_.Main.LCommandOutput.Caption = label_;
-        if (badData_) app_.Boxes.Tell("ERROR: Bad TLE Data", MessageIcon::Critical);
+        app_.Main.LCommandOutput.Caption = AdmissionLabel(outcome_);
+        if (outcome_.end == AdmissionEnd::BadData) app_.Boxes.Tell(BadDataText(outcome_), MessageIcon::Critical);
 
         app_.Windows.UpDateAll();
         app_.Windows.RefreshInfo();
-        if (!anyAdmitted_) return;
+        if (!anyAdmitted) return;
         app_.Windows.UpdateGraphicsLevel2();
         app_.Windows.SaveStat();
     }
@@ -319,16 +286,12 @@ class Admission {
     const TLEMode mode_;
     const bool onlyNewer_;
     const bool onlySelected_;
-    const int startCount_;
 
     const std::string text_;  // a copy, since handlers that run meanwhile may write the box
     std::string_view rest_;
     std::optional<SatNumberIndex> known_;  // only when sets may replace
     std::string_view carriedName_;
-    std::string label_;
-    int updated_ = 0;
-    bool anyAdmitted_ = false;
-    bool badData_ = false;
+    AdmissionOutcome outcome_;
 };
 
 }  // namespace
@@ -352,18 +315,47 @@ double MeanRadiusOf(double meanMotion, double siteRadius) {
 
 double EpochToJD(const SatRecord& satellite) { return EpochTextToJD(satellite.EpochText); }
 
-void CApplyTLEOrbitFnct(Application& app, TLEMode mode, bool onlyNewer, bool onlySelected) {
-    Admission(app, mode, onlyNewer, onlySelected).Run();
+std::string AdmissionLabel(const AdmissionOutcome& outcome) {
+    std::string label = "ERROR: Invalid TLE Text";
+    if (outcome.end == AdmissionEnd::ListFull) label = "ERROR: Already too many satellites";
+    if (outcome.Failed()) {
+        const std::string before = DoneBeforeText(outcome);
+        return before.empty() ? label : label + " (" + before + ")";
+    }
+    label = "Added Satellites #" + std::to_string(outcome.added);
+    if (outcome.mode != TLEMode::Add) label += " (" + std::to_string(outcome.updated) + " updated)";
+    return label;
 }
 
-void CApplyTLEOrbit_click(Application& app) {
-    app.Windows.ChangeSatelliteSignal();
-    CApplyTLEOrbitFnct(app, TLEMode::Add, false, false);
+std::string RefusalText(const AdmissionOutcome& outcome) {
+    if (outcome.end != AdmissionEnd::BadData) return {};
+    constexpr std::size_t kMostOfName = 40;
+    std::string text = "Set " + std::to_string(outcome.sets + 1);
+    const std::string name = ShownName(TrimmedText(outcome.refusedName).substr(0, kMostOfName));
+    if (!name.empty()) text += " (" + name + ")";
+    if (outcome.refusedLine != 0) text += ", line " + std::to_string(outcome.refusedLine);
+    return text + ": " + outcome.reason;
 }
 
-void CUpdateTLE_click(Application& app) {
+std::string DoneBeforeText(const AdmissionOutcome& outcome) {
+    if (outcome.sets == 0) return {};
+    std::string text = std::to_string(outcome.added) + (outcome.added == 1 ? " satellite" : " satellites") + " added";
+    if (outcome.mode != TLEMode::Add) text += " and " + std::to_string(outcome.updated) + " updated";
+    return text + " before that";
+}
+
+AdmissionOutcome CApplyTLEOrbitFnct(Application& app, TLEMode mode, bool onlyNewer, bool onlySelected) {
+    return Admission(app, mode, onlyNewer, onlySelected).Run();
+}
+
+AdmissionOutcome CApplyTLEOrbit_click(Application& app) {
     app.Windows.ChangeSatelliteSignal();
-    CApplyTLEOrbitFnct(app, TLEMode::AddAndUpdate, false, false);
+    return CApplyTLEOrbitFnct(app, TLEMode::Add, false, false);
+}
+
+AdmissionOutcome CUpdateTLE_click(Application& app) {
+    app.Windows.ChangeSatelliteSignal();
+    return CApplyTLEOrbitFnct(app, TLEMode::AddAndUpdate, false, false);
 }
 
 std::string BoxText(std::string_view text) {
@@ -378,7 +370,12 @@ std::string BoxText(std::string_view text) {
             result += c;
             continue;
         }
-        if (c == '\r' && i + 1 < text.size() && text[i + 1] == '\n') ++i;
+        const std::string_view rest = text.substr(i);
+        for (const std::string_view end : {std::string_view("\r\r\n"), kLineEnd})
+            if (rest.starts_with(end)) {
+                i += end.size() - 1;
+                break;
+            }
         while (!result.empty() && (result.back() == ' ' || result.back() == '\t')) result.pop_back();
         result += kLineEnd;
     }
@@ -388,9 +385,11 @@ std::string BoxText(std::string_view text) {
 void EnterTLEText(Application& app, std::string_view text) { app.Main.TTLE.Text = BoxText(text); }
 
 bool LoadTLEFile(Application& app, const std::filesystem::path& path) {
-    const std::optional<std::string> content = ReadWholeFile(path, kLargestTLEFile);
+    std::string why;
+    const std::optional<std::string> content = ReadWholeFile(path, kLargestTLEFile, &why);
     if (!content) {
-        app.Boxes.Tell("Error Loading File", MessageIcon::Critical);
+        app.Boxes.Tell("Error Loading File\n\n" + ShownName(path.filename().string()) + ": " + why + ".",
+                       MessageIcon::Critical);
         return false;
     }
     EnterTLEText(app, *content);

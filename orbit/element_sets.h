@@ -11,6 +11,7 @@
 #include <string>
 #include <string_view>
 
+#include "engine/astro/element_fields.h"
 #include "state/application.h"
 
 namespace glintara {
@@ -22,11 +23,8 @@ enum class TLEMode {
     UpdateExisting = 2,  ///< a known satellite is replaced, any other is dropped
 };
 
-/// Characters of line 1 and line 2 of an element set, the checksum digit included.
-inline constexpr std::size_t kElementLineLength = 69;
-
-/// Largest file that is read as element sets, bytes: some hundred times a full list.
-inline constexpr std::size_t kLargestTLEFile = std::size_t{64} << 20;
+/// Largest file that is read as element sets, bytes: thirty times a full list.
+inline constexpr std::size_t kLargestTLEFile = std::size_t{16} << 20;
 
 /// What is known of a line of an element set.
 struct TLELineCheck {
@@ -44,6 +42,41 @@ double EpochToJD(const SatRecord& satellite);
 /// third law. Infinite for a mean motion of 0.
 double MeanRadiusOf(double meanMotion, double siteRadius);
 
+/// How an admission ended.
+enum class AdmissionEnd {
+    AllTaken,   ///< every set of the box was used
+    NoLineEnd,  ///< what is left has no line end
+    ListFull,   ///< the list has no room for one more
+    BadData,    ///< the set at the front of what is left cannot be used
+};
+
+/// What an admission did.
+struct AdmissionOutcome {
+    TLEMode mode = TLEMode::Add;
+    AdmissionEnd end = AdmissionEnd::AllTaken;
+    int sets = 0;     ///< element sets that were used, and cut off the box
+    int added = 0;    ///< satellites that the list has more
+    int updated = 0;  ///< satellites that were replaced
+
+    // Of `BadData` alone:
+    std::string refusedName;  ///< name of the set that cannot be used; may be empty
+    int refusedLine = 0;      ///< its line that is at fault, 1 or 2; 0 when it is the two together
+    std::string reason;       ///< what is wrong with it, such as "the mean motion is not above 0"
+
+    bool Failed() const { return end != AdmissionEnd::AllTaken; }
+};
+
+/// The outcome as `LCommandOutput` shows it: "Added Satellites #3 (2 updated)", or "ERROR: ..." and how many were added
+/// before that.
+std::string AdmissionLabel(const AdmissionOutcome& outcome);
+
+/// Where and why a set was refused, such as "Set 3 (SPUTNIK), line 2: the mean motion is not above 0"; empty when none
+/// was.
+std::string RefusalText(const AdmissionOutcome& outcome);
+
+/// "2 satellites added before that", with those updated when the mode may replace; empty when nothing was done.
+std::string DoneBeforeText(const AdmissionOutcome& outcome);
+
 /// Admits all of `TTLE`. `onlyNewer` and `onlySelected` concern updates: a known satellite is replaced only when the
 /// set's epoch is later, only when it is selected in the list.
 ///
@@ -52,26 +85,27 @@ double MeanRadiusOf(double meanMotion, double siteRadius);
 /// second satellite. The list takes `kSatCapacity` satellites and must have room for one more even when a set would
 /// only replace.
 ///
-/// `LCommandOutput` tells what was done or "ERROR: ..."; a set that cannot be used ends the work with a message box and
-/// stays in the box, name line included, with what follows it. The sets before it stay admitted.
-void CApplyTLEOrbitFnct(Application& app, TLEMode mode, bool onlyNewer, bool onlySelected);
+/// `LCommandOutput` tells what was done or "ERROR: ..."; a set that cannot be used ends the work with a message box,
+/// which tells where and why, and stays in the box, name line included, with what follows it. The sets before it stay
+/// admitted.
+AdmissionOutcome CApplyTLEOrbitFnct(Application& app, TLEMode mode, bool onlyNewer, bool onlySelected);
 
 /// The button `CApplyTLEOrbit`: adds every set of the box.
-void CApplyTLEOrbit_click(Application& app);
+AdmissionOutcome CApplyTLEOrbit_click(Application& app);
 
 /// The button `CUpdateTLE`: replaces known satellites, adds the others.
-void CUpdateTLE_click(Application& app);
+AdmissionOutcome CUpdateTLE_click(Application& app);
 
-/// `text` as the box takes it: every line end (CR LF, LF or CR) becomes CR LF, blanks and tabs before it go, and so
-/// does a byte order mark at the start.
+/// `text` as the box takes it: every line end (CR LF, CR CR LF, LF or CR) becomes CR LF, blanks and tabs before it go,
+/// and so does a byte order mark at the start.
 std::string BoxText(std::string_view text);
 
 /// Puts text from a file, the clipboard or a download into `TTLE`, in place of what was there.
 void EnterTLEText(Application& app, std::string_view text);
 
 /// Fills `TTLE` from a file; the user then presses one of the buttons, and `LCommandOutput` says so. A file that cannot
-/// be read or is larger than `kLargestTLEFile` gives the message box "Error Loading File" and leaves the box as it was.
-/// Returns whether the file was read.
+/// be read or is larger than `kLargestTLEFile` gives the message box "Error Loading File" with the file's name and the
+/// reason, and leaves the box as it was. Returns whether the file was read.
 bool LoadTLEFile(Application& app, const std::filesystem::path& path);
 
 }  // namespace glintara

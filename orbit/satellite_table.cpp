@@ -20,8 +20,6 @@ constexpr std::size_t kSatNumberWidth = 5;
 constexpr std::size_t kOrbitNumberWidth = 4;
 constexpr std::size_t kShownFlags = 3;
 
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
-
 std::optional<double> Alpha5Value(std::string_view text) {
     if (text.size() != kSatNumberWidth) return std::nullopt;
     const std::size_t letter = kAlpha5Letters.find(text.front());
@@ -40,10 +38,20 @@ int LastIndexOf(const CommonData& data, Predicate matches) {
 
 }  // namespace
 
-std::string_view TrimmedText(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(' ');
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(' ') - first + 1);
+std::string ShownName(std::string_view name) {
+    constexpr char kUnknown = '?';
+    // In UTF-8 the control characters of the upper half are this byte and one from 0x80 to 0x9F.
+    constexpr char kUpperControl = '\xC2';
+    std::string shown;
+    for (std::size_t i = 0; i < name.size(); ++i) {
+        const auto code = static_cast<unsigned char>(name[i]);
+        const bool upper = name[i] == kUpperControl && i + 1 < name.size() &&
+                           static_cast<unsigned char>(name[i + 1]) >= 0x80 &&
+                           static_cast<unsigned char>(name[i + 1]) <= 0x9F;
+        shown += code < ' ' || code == 0x7F || upper ? kUnknown : name[i];
+        if (upper) ++i;
+    }
+    return shown;
 }
 
 double SatelliteNumberValue(std::string_view satNumber) {

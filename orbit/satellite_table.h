@@ -12,8 +12,8 @@ namespace glintara {
 /// Width of the part of a list line that stands before the name.
 inline constexpr int kListNameColumn = 21;
 
-/// `text` without the blanks around it.
-std::string_view TrimmedText(std::string_view text);
+/// A name as it may be shown: control characters, which would steer a terminal or break a line, are "?".
+std::string ShownName(std::string_view name);
 
 /// Catalogue number of a satellite number text. The five characters of an element set hold numbers above 99999 in the
 /// Alpha-5 form of the public catalogue: a capital letter other than I and O stands for 10 to 33 ("A0000" is 100000,

@@ -2,15 +2,13 @@
 
 #include <algorithm>
 #include <array>
-#include <bit>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
-#include <limits>
-#include <span>
 #include <utility>
 
 #include "orbit/files.h"
+#include "orbit/little_endian.h"
 
 namespace glintara {
 
@@ -19,98 +17,27 @@ namespace {
 /// Far more than the largest catalogues take; keeps a wrong file from filling the memory.
 constexpr std::size_t kLargestFile = std::size_t{64} << 20;
 
-constexpr std::size_t kCountBytes = 4;
-constexpr std::size_t kDoubleBytes = 8;
-constexpr std::size_t kLengthBytes = 2;
 constexpr std::size_t kRecordTexts = 3;
 constexpr std::size_t kNameCharacters = 14;
 
-constexpr std::size_t kVertexBytes = 2 * kDoubleBytes + kCountBytes;
-constexpr std::size_t kPairBytes = 2 * kCountBytes;
+constexpr std::size_t kVertexBytes = 2 * kRealBytes + kIntegerBytes;
+constexpr std::size_t kPairBytes = 2 * kIntegerBytes;
 
 /// Of records with texts: what they take when all texts are empty.
-constexpr std::size_t kLeastStarBytes = 9 * kDoubleBytes + kRecordTexts * kLengthBytes + sizeof(StarRecord::Tail);
+constexpr std::size_t kLeastStarBytes = 9 * kRealBytes + kRecordTexts * kLengthBytes + sizeof(StarRecord::Tail);
 constexpr std::size_t kLeastCityBytes = kRecordTexts * kLengthBytes + sizeof(CityRecord::Block);
 
-/// Takes values off the front of a file. Beyond its end all values are 0 and `Failed` tells it.
-class ByteReader {
-  public:
-    explicit ByteReader(std::string_view bytes) : bytes_(bytes) {}
+/// The count at the head of a file, when so many records of at least `recordBytes` can follow.
+std::optional<std::size_t> ReadCount(ByteReader& reader, std::size_t recordBytes) {
+    const std::int32_t count = reader.Integer();
+    if (reader.Failed() || count < 0) return std::nullopt;
+    const auto records = static_cast<std::size_t>(count);
+    if (records > reader.Rest() / recordBytes) return std::nullopt;
+    return records;
+}
 
-    std::int32_t Integer() { return static_cast<std::int32_t>(static_cast<std::uint32_t>(Unsigned(kCountBytes))); }
-
-    double Real() { return std::bit_cast<double>(Unsigned(kDoubleBytes)); }
-
-    std::string Text() { return std::string(Take(static_cast<std::size_t>(Unsigned(kLengthBytes)))); }
-
-    void Bytes(std::span<std::byte> target) {
-        const std::string_view taken = Take(target.size());
-        std::transform(taken.begin(), taken.end(), target.begin(), [](char c) { return static_cast<std::byte>(c); });
-    }
-
-    /// The count at the head of a file, when so many records of at least `recordBytes` can follow.
-    std::optional<std::size_t> Count(std::size_t recordBytes) {
-        const std::int32_t count = Integer();
-        if (Failed() || count < 0) return std::nullopt;
-        const auto records = static_cast<std::size_t>(count);
-        if (records > bytes_.size() / recordBytes) return std::nullopt;
-        return records;
-    }
-
-    bool Failed() const { return failed_; }
-
-  private:
-    std::uint64_t Unsigned(std::size_t width) {
-        std::uint64_t value = 0;
-        const std::string_view taken = Take(width);
-        for (std::size_t i = 0; i < taken.size(); ++i)
-            value |= static_cast<std::uint64_t>(static_cast<unsigned char>(taken[i])) << (8 * i);
-        return value;
-    }
-
-    std::string_view Take(std::size_t size) {
-        if (size > bytes_.size()) {
-            failed_ = true;
-            bytes_ = {};
-            return {};
-        }
-        const std::string_view taken = bytes_.substr(0, size);
-        bytes_.remove_prefix(size);
-        return taken;
-    }
-
-    std::string_view bytes_;
-    bool failed_ = false;
-};
-
-class ByteWriter {
-  public:
-    void Integer(std::int32_t value) { Unsigned(static_cast<std::uint32_t>(value), kCountBytes); }
-
-    void Real(double value) { Unsigned(std::bit_cast<std::uint64_t>(value), kDoubleBytes); }
-
-    void Text(std::string_view text) {
-        const std::string_view kept = text.substr(0, std::numeric_limits<std::uint16_t>::max());
-        Unsigned(kept.size(), kLengthBytes);
-        bytes_ += kept;
-    }
-
-    void Bytes(std::span<const std::byte> source) {
-        for (const std::byte byte : source) bytes_ += static_cast<char>(byte);
-    }
-
-    /// Number of the elements of a table that counts from 1.
-    void Count(std::size_t elements) { Integer(static_cast<std::int32_t>(elements) - 1); }
-
-    std::string Take() { return std::move(bytes_); }
-
-  private:
-    void Unsigned(std::uint64_t value, std::size_t width) {
-        for (std::size_t i = 0; i < width; ++i) bytes_ += static_cast<char>((value >> (8 * i)) & 0xFF);
-    }
-
-    std::string bytes_;
-};
+/// Number of the elements of a table that counts from 1.
+void WriteCount(ByteWriter& writer, std::size_t elements) { writer.Integer(static_cast<std::int32_t>(elements) - 1); }
 
 /// Degrees of latitude or longitude. A full turn is allowed: a table corrected by hand may reach a little beyond 180.
 bool IsPlace(double degrees) { return std::isfinite(degrees) && std::abs(degrees) <= 360; }
@@ -190,7 +117,7 @@ bool Load(const std::filesystem::path& path, std::optional<Table> (*decode)(std:
 
 std::string EncodeBorders(const BorderTable& table) {
     ByteWriter writer;
-    writer.Count(table.Lat.size());
+    WriteCount(writer, table.Lat.size());
     WriteReals(writer, table.Lat);
     WriteReals(writer, table.Lon);
     for (std::size_t i = 1; i < table.Id.size(); ++i) writer.Integer(table.Id[i]);
@@ -199,7 +126,7 @@ std::string EncodeBorders(const BorderTable& table) {
 
 std::optional<BorderTable> DecodeBorders(std::string_view bytes) {
     ByteReader reader(bytes);
-    const std::optional<std::size_t> count = reader.Count(kVertexBytes);
+    const std::optional<std::size_t> count = ReadCount(reader, kVertexBytes);
     if (!count) return std::nullopt;
     BorderTable table;
     ReadReals(reader, *count, table.Lat);
@@ -214,14 +141,14 @@ std::optional<BorderTable> DecodeBorders(std::string_view bytes) {
 
 std::string EncodeStars(const std::vector<StarRecord>& stars) {
     ByteWriter writer;
-    writer.Count(stars.size());
+    WriteCount(writer, stars.size());
     for (std::size_t i = 1; i < stars.size(); ++i) WriteStar(writer, stars[i]);
     return writer.Take();
 }
 
 std::optional<std::vector<StarRecord>> DecodeStars(std::string_view bytes) {
     ByteReader reader(bytes);
-    const std::optional<std::size_t> count = reader.Count(kLeastStarBytes);
+    const std::optional<std::size_t> count = ReadCount(reader, kLeastStarBytes);
     if (!count || *count > kStarCapacity) return std::nullopt;
     std::vector<StarRecord> stars(*count + 1);
     for (std::size_t i = 1; i <= *count; ++i) {
@@ -233,7 +160,7 @@ std::optional<std::vector<StarRecord>> DecodeStars(std::string_view bytes) {
 
 std::string EncodeConstellations(const std::vector<ConstellationLine>& lines) {
     ByteWriter writer;
-    writer.Count(lines.size());
+    WriteCount(writer, lines.size());
     for (std::size_t i = 1; i < lines.size(); ++i) {
         writer.Integer(lines[i].Star);
         writer.Integer(lines[i].Group);
@@ -243,7 +170,7 @@ std::string EncodeConstellations(const std::vector<ConstellationLine>& lines) {
 
 std::optional<std::vector<ConstellationLine>> DecodeConstellations(std::string_view bytes) {
     ByteReader reader(bytes);
-    const std::optional<std::size_t> count = reader.Count(kPairBytes);
+    const std::optional<std::size_t> count = ReadCount(reader, kPairBytes);
     if (!count) return std::nullopt;
     std::vector<ConstellationLine> lines(*count + 1);
     for (std::size_t i = 1; i <= *count; ++i) {
@@ -255,7 +182,7 @@ std::optional<std::vector<ConstellationLine>> DecodeConstellations(std::string_v
 
 std::string EncodeCities(const std::vector<CityRecord>& cities) {
     ByteWriter writer;
-    writer.Count(cities.size());
+    WriteCount(writer, cities.size());
     for (std::size_t i = 1; i < cities.size(); ++i) {
         writer.Text(cities[i].CityName);
         writer.Text(cities[i].CityCountry);
@@ -267,7 +194,7 @@ std::string EncodeCities(const std::vector<CityRecord>& cities) {
 
 std::optional<std::vector<CityRecord>> DecodeCities(std::string_view bytes) {
     ByteReader reader(bytes);
-    const std::optional<std::size_t> count = reader.Count(kLeastCityBytes);
+    const std::optional<std::size_t> count = ReadCount(reader, kLeastCityBytes);
     if (!count || *count > kCityCapacity) return std::nullopt;
     std::vector<CityRecord> cities(*count + 1);
     for (std::size_t i = 1; i <= *count; ++i) {

@@ -2,27 +2,33 @@
 
 // The five files of map and sky beside the program: what is in them, byte by byte, and back.
 //
-// All numbers are little-endian; counts are 32-bit and signed, reals are IEEE 754 doubles. No file has a header or a
-// checksum, so a count is believed only when the file is long enough for it, and numbers only when they can be a place
-// or a star. What a file has behind its last record is not read.
+//   file        holds            count   then                                                       bytes a record
+//   ---------   --------------   -----   --------------------------------------------------------   --------------
+//   DB001.VDB   fine borders     n       n latitudes, n longitudes (degrees), n polygon numbers     20
+//   DB002.VDB   reduced borders  n       the same                                                   20
+//   DB003.VDB   stars            n       n records: 9 reals, 3 texts, 18 bytes                      96 and the texts
+//   DB004.VDB   constellations   n       n pairs: number of a star, number of its group             8
+//   DB005.VDB   cities           n       n records: 3 texts, 82 bytes                               88 and the texts
 //
-//   DB001.VDB  fine borders     count n, n latitudes, n longitudes (degrees), n polygon numbers (32-bit)
-//   DB002.VDB  reduced borders  the same
-//   DB003.VDB  stars            count n, n records: 9 doubles, 3 texts, 18 bytes
-//   DB004.VDB  constellations   count n, n pairs of star and group number (32-bit)
-//   DB005.VDB  cities           count n, n records: 3 texts, 82 bytes
+//   kind        in the file
+//   ---------   -----------------------------------------------------------------------------------
+//   count       32-bit integer, signed, little-endian like all numbers
+//   number      the same
+//   real        IEEE 754 double, 64-bit
+//   text        length in bytes, 16-bit, and so many characters of Windows-1252
 //
-// A text is its length in bytes, 16-bit, and so many characters of Windows-1252.
+// No file has a header or a checksum, so a count is believed only when the file is long enough for it, and numbers only
+// when they can be a place or a star. What a file has behind its last record is not read.
 //
 // What the border tables promise to those who draw them:
-//  - Each run of one polygon number is a closed ring, its last vertex the same as its first, without holes. Larger
-//  rings
-//    come first: an enclave is another country, painted over the one around it.
-//  - Latitudes are geocentric. An edge goes the short way round: a ring that crosses longitude 180 is whole, and its
-//    longitudes jump there by a turn.
-//  - A ring round a pole is opened at longitude 180 and led down to the pole at exactly +180, along latitude 90 or -90,
-//    and back at exactly -180. Edges with both ends at +-180, or both at 90 or both at -90, bound what is filled and
-//    are no coast: they get no outline.
+//
+//   rings       Each run of one polygon number is a closed ring, its last vertex the same as its first, without holes.
+//   order       Larger rings come first: an enclave is another country, painted over the one around it.
+//   places      Latitudes are geocentric. An edge goes the short way round: a ring that crosses longitude 180 is
+//               whole, and its longitudes jump there by a turn.
+//   poles       A ring round a pole is opened at longitude 180 and led down to the pole at exactly +180, along latitude
+//               90 or -90, and back at exactly -180. Edges with both ends at +-180, or both at 90 or both at -90, bound
+//               what is filled and are no coast: they get no outline.
 
 #include <filesystem>
 #include <optional>

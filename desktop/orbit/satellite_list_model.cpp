@@ -6,6 +6,7 @@
 
 #include "desktop/main/bindings.h"
 #include "desktop/main/style.h"
+#include "engine/astro/number_text.h"
 #include "orbit/satellite_table.h"
 
 namespace glintara::desktop {

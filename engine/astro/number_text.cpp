@@ -66,7 +66,7 @@ std::string PlainDigits(const Decimal& decimal) {
     return text;
 }
 
-bool IsBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
+constexpr std::string_view kBlanks = " \t\r\n";
 
 struct Parsed {
     double value = 0;
@@ -80,7 +80,7 @@ Parsed ParseNumber(std::string_view text) {
     const bool negative = !plus && !body.empty() && body.front() == '-';
     const std::size_t first = negative ? 1 : 0;
     // Only digits and the mark begin a number: "inf" and "nan" are words here.
-    if (first >= body.size() || !((body[first] >= '0' && body[first] <= '9') || body[first] == '.')) return {};
+    if (first >= body.size() || !(IsDigit(body[first]) || body[first] == '.')) return {};
     Parsed parsed;
     const auto [end, error] = std::from_chars(body.data(), body.data() + body.size(), parsed.value);
     if (error == std::errc::invalid_argument) return {};
@@ -89,13 +89,13 @@ Parsed ParseNumber(std::string_view text) {
     return parsed;
 }
 
-std::string_view Trimmed(std::string_view text) {
-    while (!text.empty() && IsBlank(text.front())) text.remove_prefix(1);
-    while (!text.empty() && IsBlank(text.back())) text.remove_suffix(1);
-    return text;
-}
-
 }  // namespace
+
+std::string_view TrimmedText(std::string_view text, std::string_view blanks) {
+    const std::size_t first = text.find_first_not_of(blanks);
+    if (first == std::string_view::npos) return {};
+    return text.substr(first, text.find_last_not_of(blanks) - first + 1);
+}
 
 std::string PlainNumberText(double value) {
     if (std::isnan(value)) return "nan";
@@ -118,13 +118,12 @@ std::string CutNumberText(double value, int decimals) {
 }
 
 double LeadingNumber(std::string_view text) {
-    while (!text.empty() && IsBlank(text.front())) text.remove_prefix(1);
-    const double value = ParseNumber(text).value;
+    const double value = ParseNumber(TrimmedText(text, kBlanks)).value;
     return std::isfinite(value) ? value : 0;
 }
 
 std::optional<double> StrictNumber(std::string_view text) {
-    const std::string_view body = Trimmed(text);
+    const std::string_view body = TrimmedText(text, kBlanks);
     const Parsed parsed = ParseNumber(body);
     if (body.empty() || parsed.length != body.size() || !std::isfinite(parsed.value)) return std::nullopt;
     return parsed.value;

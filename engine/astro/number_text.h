@@ -1,12 +1,18 @@
 #pragma once
 
-// Numbers as text, the same under every locale.
+// Numbers as text, the same under every locale, and what reading them takes.
 
 #include <optional>
 #include <string>
 #include <string_view>
 
 namespace glintara {
+
+/// Whether `c` is one of the ten ASCII digits.
+constexpr bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+
+/// `text` without the characters of `blanks` around it.
+std::string_view TrimmedText(std::string_view text, std::string_view blanks = " ");
 
 /// Shortest plain decimal text of `value` with up to 15 significant digits, "." as decimal mark, no leading blank,
 /// a zero before the mark ("0.5", "-0.25"); whole numbers without a mark. Magnitudes beyond 1e15 and below 1e-15 use an

@@ -15,6 +15,7 @@
 #include "core/program.h"
 #include "flare/surface_models.h"
 #include "state/recording_services.h"
+#include "support/temporary_folder.h"
 
 namespace glintara::testing {
 
@@ -34,29 +35,6 @@ class RecordingSignals : public ProgramSignals {
     void ShowFullScreen(bool fullScreen) override { fullScreens.push_back(fullScreen); }
 
     std::vector<bool> fullScreens;  ///< what the window was told
-};
-
-/// A folder of its own for each test, gone afterwards.
-class TemporaryFolder {
-  public:
-    TemporaryFolder() {
-        const auto* test = ::testing::UnitTest::GetInstance()->current_test_info();
-        path_ = std::filesystem::temp_directory_path() /
-                ("glintara-" + std::string(test->test_suite_name()) + "-" + test->name());
-        std::filesystem::remove_all(path_);
-        std::filesystem::create_directories(path_);
-    }
-    TemporaryFolder(const TemporaryFolder&) = delete;
-    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-    ~TemporaryFolder() {
-        std::error_code ignored;
-        std::filesystem::remove_all(path_, ignored);
-    }
-
-    const std::filesystem::path& Path() const { return path_; }
-
-  private:
-    std::filesystem::path path_;
 };
 
 /// What a picture showed.

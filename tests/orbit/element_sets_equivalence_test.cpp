@@ -51,15 +51,24 @@ struct PlainAdmission {
 
     void Run(int mode, bool onlyNewer, bool onlySelected) {
         const std::size_t countAtStart = table.size();
+        const int setsAtStart = setsCounted;
         int updated = 0;
+        const auto fail = [&](const std::string& words) {
+            label = words;
+            if (setsCounted == setsAtStart) return;
+            const std::size_t added = table.size() - countAtStart;
+            label += " (" + std::to_string(added) + (added == 1 ? " satellite added" : " satellites added");
+            if (mode != 0) label += " and " + std::to_string(updated) + " updated";
+            label += " before that)";
+        };
         std::string name;
         for (;;) {
             if (box.find("\r\n") == std::string::npos) {
-                label = "ERROR: Invalid TLE Text";
+                fail("ERROR: Invalid TLE Text");
                 return;
             }
             if (table.size() - 1 >= 3000) {
-                label = "ERROR: Already too many satellites";
+                fail("ERROR: Already too many satellites");
                 return;
             }
             const std::string boxBefore = box;
@@ -78,7 +87,7 @@ struct PlainAdmission {
             EngineBlock block{};
             if (record.line1.substr(0, 1) != "1" || record.line2.substr(0, 1) != "2" ||
                 SatelliteInit(record.line1.c_str(), record.line2.c_str(), 'i', &block) != 0) {
-                label = "ERROR: Invalid TLE Text";
+                fail("ERROR: Invalid TLE Text");
                 ++boxesShown;
                 box = boxBefore;
                 return;

@@ -1,7 +1,7 @@
 #include "orbit/element_sets.h"
 
 #include <gtest/gtest.h>
-#include <unistd.h>
+#include <sys/stat.h>
 
 #include <algorithm>
 #include <cmath>
@@ -10,10 +10,12 @@
 #include <memory>
 #include <random>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "flare/surface_models.h"
 #include "state/recording_services.h"
+#include "support/temporary_folder.h"
 
 namespace glintara {
 namespace {
@@ -68,10 +70,16 @@ struct ElementSets : ::testing::Test {
     std::string Box() const { return app.Main.TTLE.Text.Get(); }
     std::string Output() const { return app.Main.LCommandOutput.Caption.Get(); }
 
-    void ExpectBadData(int satCount) {
-        EXPECT_EQ(Output(), "ERROR: Invalid TLE Text");
+    // The last admission was refused at a set, before which `added` satellites came in.
+    void ExpectBadData(int satCount, int added = 0) {
+        std::string before;
+        if (added > 0)
+            before = std::to_string(added) + (added > 1 ? " satellites" : " satellite") + " added before that";
+        EXPECT_EQ(Output(), "ERROR: Invalid TLE Text" + (added > 0 ? " (" + before + ")" : ""));
         ASSERT_EQ(boxes.messages.size(), 1U);
-        EXPECT_EQ(boxes.messages[0].text, "ERROR: Bad TLE Data");
+        const std::string& box = boxes.messages[0].text;
+        EXPECT_EQ(box.substr(0, 25), "ERROR: Bad TLE Data\n\nSet ");
+        EXPECT_EQ(box.find(before + ".") != std::string::npos, true) << box;
         EXPECT_EQ(boxes.messages[0].icon, MessageIcon::Critical);
         EXPECT_EQ(app.Data.SatCount, satCount);
     }
@@ -117,6 +125,18 @@ TEST_F(ElementSets, AMantissaWithABlankSignIsPositive) {
     EXPECT_DOUBLE_EQ(Satellite(1).BStar, 0.000028098);
     EXPECT_DOUBLE_EQ(Satellite(1).MeanMotionDot, 2.3e-7);
     EXPECT_DOUBLE_EQ(Satellite(1).Eccentricity, 0.1859667);
+}
+
+TEST_F(ElementSets, TheListShowsTheElementsThatThePropagatorFlies) {
+    // Blanks in front of implied digits are zeros, here as there.
+    std::string line1 = kVanguard1;
+    std::string line2 = kVanguard2;
+    line1.replace(53, 8, "   123-3");
+    line2.replace(26, 7, "    546");
+    Admit(line1 + "\r\n" + line2 + "\r\n");
+    ASSERT_EQ(app.Data.SatCount, 1);
+    EXPECT_DOUBLE_EQ(Satellite(1).BStar, 0.00123e-3);
+    EXPECT_DOUBLE_EQ(Satellite(1).Eccentricity, 0.0000546);
 }
 
 TEST_F(ElementSets, TheSecondDerivativeHasAnExponent) {
@@ -251,7 +271,7 @@ TEST_F(ElementSets, TextWithoutALineEndIsRefusedByTheLabelAlone) {
 TEST_F(ElementSets, AFailingSetStaysInTheBoxWithItsNameAndAllBehindIt) {
     const std::string bad = "BROKEN\r\n" + Line1Of("00002") + "\r\nnot line 2\r\n";
     Admit("FINE\r\n" + SetOf("00001") + bad + SetOf("00003"));
-    ExpectBadData(1);
+    ExpectBadData(1, 1);
     EXPECT_EQ(Box(), bad + SetOf("00003"));
     EXPECT_EQ(Satellite(1).Name, "FINE");
 }
@@ -261,9 +281,90 @@ TEST_F(ElementSets, ASetThatTheEngineRefusesIsBadData) {
     line2.replace(52, 11, " 0.00000000");
     const std::string bad = "STILL\r\n" + kIss1 + "\r\n" + line2 + "\r\n";
     Admit(SetOf("00001") + bad);
-    ExpectBadData(1);
+    ExpectBadData(1, 1);
     EXPECT_EQ(Box(), bad);
     EXPECT_EQ(app.Data.UsageStats.TLECount, 1);
+}
+
+// ---- Which set and why
+
+TEST_F(ElementSets, TheOutcomeSaysWhichLineOfWhichSetAndWhy) {
+    struct Case {
+        int line;
+        std::string reason;
+        std::string line1, line2;
+    };
+    const auto with = [](std::string line, std::size_t column, const std::string& text) {
+        return line.replace(column - 1, text.size(), text);
+    };
+    const std::vector<Case> cases = {
+        {1, "it does not begin with \"1\"", "x" + kIss1, kIss2},
+        {1, "it is too short", kIss1.substr(0, 60), kIss2},
+        {1, "the epoch is no number", with(kIss1, 25, "x"), kIss2},
+        {1, "the first derivative of the mean motion is no number", with(kIss1, 36, "x"), kIss2},
+        {1, "the second derivative of the mean motion is no number", with(kIss1, 47, "x"), kIss2},
+        {1, "the drag term is no number", with(kIss1, 56, "x"), kIss2},
+        {2, "it does not begin with \"2\"", kIss1, "3" + kIss2.substr(1)},
+        {2, "it is too short", kIss1, kIss2.substr(0, 54)},
+        {2, "the inclination is no number", kIss1, with(kIss2, 10, "x")},
+        {2, "the right ascension of the node is no number", kIss1, with(kIss2, 19, "x")},
+        {2, "the eccentricity is no number", kIss1, with(kIss2, 30, " ")},  // a blank between two digits
+        {2, "the argument of perigee is no number", kIss1, with(kIss2, 37, "x")},
+        {2, "the mean anomaly is no number", kIss1, with(kIss2, 46, "x")},
+        {2, "the mean motion is no number", kIss1, with(kIss2, 54, "x")},
+        {2, "the mean motion is not above 0", kIss1, with(kIss2, 53, " 0.00000000")},
+        {2, "the eccentricity is negative", kIss1, with(kIss2, 27, "-000001")},
+        {2, "there is none", kIss1, ""},
+        {0, "a zero byte cuts a line off", with(kIss1, 12, std::string(1, '\0')), kIss2},
+    };
+    for (const Case& bad : cases) {
+        SCOPED_TRACE(bad.reason);
+        app.Data.SatCount = 0;
+        app.Main.TTLE.Text = SetOf("00001") + SetOf("00002") + "SPUTNIK\r\n" + bad.line1 + "\r\n" + bad.line2 + "\r\n";
+        boxes.messages.clear();
+        const AdmissionOutcome outcome = CApplyTLEOrbit_click(app);
+        EXPECT_EQ(outcome.end, AdmissionEnd::BadData);
+        EXPECT_TRUE(outcome.Failed());
+        EXPECT_EQ(outcome.sets, 2);
+        EXPECT_EQ(outcome.added, 2);
+        EXPECT_EQ(outcome.refusedName, "SPUTNIK");
+        EXPECT_EQ(outcome.refusedLine, bad.line);
+        EXPECT_EQ(outcome.reason, bad.reason);
+        const std::string where = bad.line == 0 ? "" : ", line " + std::to_string(bad.line);
+        ASSERT_EQ(boxes.messages.size(), 1U);
+        EXPECT_EQ(boxes.messages[0].text, "ERROR: Bad TLE Data\n\nSet 3 (SPUTNIK)" + where + ": " + bad.reason +
+                                              ".\n2 satellites added before that.");
+        EXPECT_EQ(Output(), "ERROR: Invalid TLE Text (2 satellites added before that)");
+    }
+}
+
+TEST_F(ElementSets, TheOutcomeCountsWhatWasAddedAndUpdated) {
+    app.Main.TTLE.Text = SetOf("00001") + SetOf("00002");
+    AdmissionOutcome outcome = CApplyTLEOrbit_click(app);
+    EXPECT_FALSE(outcome.Failed());
+    EXPECT_EQ(outcome.added, 2);
+    EXPECT_EQ(outcome.updated, 0);
+    EXPECT_EQ(RefusalText(outcome), "");
+
+    app.Main.TTLE.Text = SetOf("00002") + SetOf("00003") + "no more of 1";
+    outcome = CUpdateTLE_click(app);
+    EXPECT_EQ(outcome.end, AdmissionEnd::NoLineEnd);
+    EXPECT_EQ(outcome.added, 1);
+    EXPECT_EQ(outcome.updated, 1);
+    EXPECT_EQ(Output(), "ERROR: Invalid TLE Text (1 satellite added and 1 updated before that)");
+    EXPECT_TRUE(boxes.messages.empty());
+
+    app.Main.TTLE.Text = SetOf("00001") + SetOf("00009");
+    outcome = CApplyTLEOrbitFnct(app, TLEMode::UpdateExisting, false, false);
+    EXPECT_EQ(outcome.sets, 2);
+    EXPECT_EQ(outcome.added, 0);
+    EXPECT_EQ(outcome.updated, 1);
+}
+
+TEST_F(ElementSets, ANameOfControlCharactersIsToldWithoutThem) {
+    Admit("\x1b[31mRED\r\nnonsense\r\nnonsense\r\n");
+    ASSERT_EQ(boxes.messages.size(), 1U);
+    EXPECT_EQ(boxes.messages[0].text, "ERROR: Bad TLE Data\n\nSet 1 (?[31mRED), line 1: it does not begin with \"1\".");
 }
 
 TEST_F(ElementSets, BadDataOfManyKinds) {
@@ -470,7 +571,7 @@ TEST_F(ElementSets, AFullListTakesNothingMoreNotEvenUpdates) {
     for (int i = 1; i <= 3001; ++i) text += SetOf(Number(i));
     Admit(text);
     EXPECT_EQ(app.Data.SatCount, 3000);
-    EXPECT_EQ(Output(), "ERROR: Already too many satellites");
+    EXPECT_EQ(Output(), "ERROR: Already too many satellites (3000 satellites added before that)");
     EXPECT_TRUE(boxes.messages.empty());
     EXPECT_EQ(Box(), SetOf("03001"));
     EXPECT_EQ(Satellite(3000).OrbitNumber, 3000);
@@ -498,6 +599,12 @@ TEST(BoxText, EveryLineEndBecomesCarriageReturnAndLineFeed) {
     EXPECT_EQ(BoxText(""), "");
 }
 
+TEST(BoxText, AFileThatWasWrittenThroughTwoConversionsHasTwoCarriageReturns) {
+    EXPECT_EQ(BoxText("a \r\r\nb\r\r\n"), "a\r\nb\r\n");
+    EXPECT_EQ(BoxText("a\r\rb\r"), "a\r\n\r\nb\r\n") << "without a line feed each is a line end";
+    EXPECT_EQ(BoxText("\r\r\n\r\r\n"), "\r\n\r\n");
+}
+
 TEST_F(ElementSets, APasteWithBareLineFeedsIsAdmitted) {
     EnterTLEText(app, "0 ISS (ZARYA)         \n" + kIss1 + "\n" + kIss2 + "\n");
     CApplyTLEOrbit_click(app);
@@ -507,14 +614,10 @@ TEST_F(ElementSets, APasteWithBareLineFeedsIsAdmitted) {
 }
 
 struct ElementSetFiles : ElementSets {
-    ElementSetFiles()
-        : path(std::filesystem::temp_directory_path() /
-               ("glintara_element_sets_" + std::to_string(::getpid()) + ".tle")) {}
-    ~ElementSetFiles() override { std::filesystem::remove(path); }
-
     void Write(const std::string& bytes) const { std::ofstream(path, std::ios::binary) << bytes; }
 
-    std::filesystem::path path;
+    testing::TemporaryFolder folder;
+    std::filesystem::path path = folder.Path() / "sets.tle";
 };
 
 TEST_F(ElementSetFiles, AFileFillsTheBoxAndWaitsForTheButton) {
@@ -527,19 +630,28 @@ TEST_F(ElementSetFiles, AFileFillsTheBoxAndWaitsForTheButton) {
 
 TEST_F(ElementSetFiles, AFileThatCannotBeReadLeavesTheBoxAsItWas) {
     app.Main.TTLE.Text = std::string("mine");
-    for (const std::filesystem::path& bad : {path / "missing", std::filesystem::temp_directory_path()}) {
+    std::filesystem::create_directory(folder.Path() / "folder.tle");
+    ASSERT_EQ(mkfifo((folder.Path() / "pipe.tle").c_str(), 0600), 0);
+    Write(std::string(kLargestTLEFile + 1, ' '));
+    const std::vector<std::pair<std::filesystem::path, std::string>> bad = {
+        {folder.Path() / "missing.tle", "missing.tle: there is no such file."},
+        {folder.Path() / "folder.tle", "folder.tle: it is a folder."},
+        {folder.Path() / "pipe.tle", "pipe.tle: it is no plain file."},
+        {"/dev/zero", "zero: it is no plain file."},
+        {path, "sets.tle: it is larger than 16 MiB."}};
+    for (const auto& [file, reason] : bad) {
         boxes.messages.clear();
-        EXPECT_FALSE(LoadTLEFile(app, bad));
+        EXPECT_FALSE(LoadTLEFile(app, file));
         ASSERT_EQ(boxes.messages.size(), 1U);
-        EXPECT_EQ(boxes.messages[0].text, "Error Loading File");
+        EXPECT_EQ(boxes.messages[0].text, "Error Loading File\n\n" + reason);
         EXPECT_EQ(Box(), "mine");
     }
 }
 
-TEST_F(ElementSetFiles, AFileWithoutAnEndIsGivenUp) {
-    app.Main.TTLE.Text = std::string("mine");
-    EXPECT_FALSE(LoadTLEFile(app, "/dev/zero"));
-    EXPECT_EQ(Box(), "mine");
+TEST_F(ElementSetFiles, TheLargestFileIsStillRead) {
+    Write(std::string(kLargestTLEFile, 'x'));
+    EXPECT_TRUE(LoadTLEFile(app, path));
+    EXPECT_EQ(Box().size(), std::size_t{16} * 1024 * 1024);
 }
 
 TEST_F(ElementSetFiles, AnyBytesGiveAMessageOrSatellitesAndNoHarm) {

@@ -31,6 +31,22 @@ struct SatelliteTable : ::testing::Test {
     Application app{boxes, events, windows};
 };
 
+TEST(ShownName, ControlCharactersAreQuestionMarks) {
+    EXPECT_EQ(ShownName("ISS (ZARYA)"), "ISS (ZARYA)");
+    EXPECT_EQ(ShownName("\x1b[2JA\tB\x7f"), "?[2JA?B?");
+    EXPECT_EQ(ShownName(std::string("a\0b", 3)), "a?b");
+    EXPECT_EQ(ShownName("\xC2\x9B"
+                        "1mA"),
+              "?1mA")
+        << "the upper half of the control characters, in UTF-8";
+    EXPECT_EQ(ShownName("\xC3\x9C"
+                        "BER \xC2\xB0"),
+              "\xC3\x9C"
+              "BER \xC2\xB0")
+        << "letters and signs are not";
+    EXPECT_EQ(ShownName("\xC2"), "\xC2");
+}
+
 // Values of the Alpha-5 table published with the public catalogue.
 TEST(SatelliteNumber, Alpha5LettersLeaveOutIAndO) {
     EXPECT_EQ(SatelliteNumberValue("A0000"), 100000);

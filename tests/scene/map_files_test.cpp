@@ -292,26 +292,5 @@ TEST(MapFiles, AMissingFolderFailsForAll) {
     EXPECT_EQ(tables.Save(folder.Path() / "none").size(), 5U);
 }
 
-TEST(WholeFile, IsReadUpToALimit) {
-    const TemporaryFolder folder;
-    const std::filesystem::path path = folder.Path() / "file";
-    std::string bytes(100000, 'x');
-    bytes[70000] = '\0';
-    ASSERT_TRUE(ReplaceFile(path, bytes));
-    EXPECT_EQ(ReadWholeFile(path, 100000), bytes);
-    EXPECT_FALSE(ReadWholeFile(path, 99999));
-    EXPECT_FALSE(ReadWholeFile(folder.Path(), 99999)) << "a folder";
-    EXPECT_FALSE(ReadWholeFile(folder.Path() / "none", 99999));
-}
-
-TEST(WholeFile, StaysAsItWasWhenItCannotBeReplaced) {
-    const TemporaryFolder folder;
-    const std::filesystem::path path = folder.Path() / "file";
-    ASSERT_TRUE(ReplaceFile(path, "before"));
-    std::filesystem::create_directory(folder.Path() / "file.new");  // where the new one would be written
-    EXPECT_FALSE(ReplaceFile(path, "after"));
-    EXPECT_EQ(ReadWholeFile(path, 100), "before");
-}
-
 }  // namespace
 }  // namespace glintara
