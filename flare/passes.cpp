@@ -2,8 +2,16 @@
 
 #include <algorithm>
 #include <array>
+#include <atomic>
+#include <chrono>
 #include <cmath>
+#include <condition_variable>
+#include <exception>
+#include <mutex>
 #include <optional>
+#include <system_error>
+#include <thread>
+#include <utility>
 
 #include "engine/astro/constants.h"
 #include "engine/astro/trigonometry.h"
@@ -24,6 +32,10 @@ constexpr double kWindow = 0.25;
 /// thousand steps.
 constexpr double kFirstStep = 0.1 * kSecond;
 constexpr double kStepGrowth = 0.002;
+/// More threads than this are of no use to anybody.
+constexpr int kMostThreads = 256;
+/// Progress is told this often while the calling thread has nothing left to do but wait.
+constexpr std::chrono::milliseconds kProgressPause{100};
 
 /// The flare at one instant.
 struct Moment {
@@ -177,6 +189,134 @@ bool TakesPart(const SatRecord& satellite, bool transit) {
     return !satellite.IsDisabled() && (transit || HasFlareModel(satellite));
 }
 
+/// The passes of the whole list, found by several threads. Each takes the next satellite that nobody has, and lays what
+/// it finds in that satellite's own place, so that the number of threads leaves no trace in the result.
+class PassList {
+  public:
+    PassList(const CommonData& data, const PassQuest& quest) : data_(data), quest_(quest) {
+        for (int s = 1; s <= data.SatCount; ++s)
+            if (TakesPart(data.Satellite(s), quest.transit)) satellites_.push_back(s);
+        found_.resize(satellites_.size());
+    }
+
+    std::vector<FlarePass> Made(const std::function<bool(double)>& progress) {
+        if (const int helperCount = HelperCount(); helperCount == 0) {
+            Work([&](double part) { return Tell(progress, part); });
+        } else {
+            const Helpers helpers(*this, helperCount);
+            Work([&](double part) { return Tell(progress, part); });
+            while (!WaitForTheOthers()) Tell(progress, 0);
+            if (!stop_) Tell(progress, 0);
+        }
+        if (failure_) std::rethrow_exception(failure_);
+        std::vector<FlarePass> passes;
+        for (const std::vector<FlarePass>& some : found_) passes.insert(passes.end(), some.begin(), some.end());
+        std::stable_sort(passes.begin(), passes.end(), ComesBefore);
+        return passes;
+    }
+
+  private:
+    /// Threads beside the calling one. They are told to stop and waited for however the calling one leaves.
+    class Helpers {
+      public:
+        Helpers(PassList& list, int count) : list_(list) {
+            try {
+                for (int i = 0; i < count; ++i) threads_.emplace_back([&list] { list.Help(); });
+            } catch (const std::system_error&) {
+                // No more threads to be had: those that there are do the work.
+            }
+        }
+        Helpers(const Helpers&) = delete;
+        Helpers& operator=(const Helpers&) = delete;
+        ~Helpers() {
+            list_.stop_ = true;
+            for (std::thread& thread : threads_) thread.join();
+        }
+
+      private:
+        PassList& list_;
+        std::vector<std::thread> threads_;
+    };
+
+    int HelperCount() const {
+        const int cores = static_cast<int>(std::thread::hardware_concurrency());
+        const int wanted = quest_.threads > 0 ? std::min(quest_.threads, kMostThreads) : cores;
+        return std::clamp(wanted, 1, std::max(1, static_cast<int>(satellites_.size()))) - 1;
+    }
+
+    /// Searches satellites until none is left. `goesOn` is told the part done of the one at work, and asked, after each
+    /// window.
+    template <class GoesOn>
+    void Work(const GoesOn& goesOn) {
+        for (std::size_t k = next_++; k < satellites_.size() && !stop_; k = next_++) {
+            AppendPasses(satellites_[k], goesOn, found_[k]);
+            const std::lock_guard lock(mutex_);
+            ++finished_;
+            changed_.notify_one();
+        }
+    }
+
+    template <class GoesOn>
+    void AppendPasses(int satellite, const GoesOn& goesOn, std::vector<FlarePass>& passes) {
+        const double spanEnd = quest_.start + quest_.days;
+        const int count = quest_.transit ? 1 : data_.Satellite(satellite).Surface.MirrorCount;
+        for (int i = 1; i <= count; ++i) {
+            SurfacePasses surface(data_, quest_, satellite, i);
+            for (double from = quest_.start; from < spanEnd;) {
+                from = surface.AppendPasses(from, std::min(from + kWindow, spanEnd), passes);
+                const double done = (i - 1 + (from - quest_.start) / quest_.days) / count;
+                if (stop_ || !goesOn(std::min(done, 1.0))) return;
+            }
+        }
+    }
+
+    void Help() {
+        try {
+            Work([](double) { return true; });
+        } catch (...) {
+            const std::lock_guard lock(mutex_);
+            if (!failure_) failure_ = std::current_exception();
+            stop_ = true;
+            changed_.notify_one();
+        }
+    }
+
+    /// Hands on what is done when the calling thread has done `part` of its satellite.
+    bool Tell(const std::function<bool(double)>& progress, double part) {
+        if (!progress) return true;
+        double done = part;
+        {
+            const std::lock_guard lock(mutex_);
+            done += static_cast<double>(finished_);
+        }
+        if (!progress(done / static_cast<double>(satellites_.size()))) stop_ = true;
+        return !stop_;
+    }
+
+    /// Whether all is done; waits a moment for it.
+    bool WaitForTheOthers() {
+        std::unique_lock lock(mutex_);
+        const auto over = [&] { return stop_ || finished_ == satellites_.size(); };
+        return changed_.wait_for(lock, kProgressPause, over);
+    }
+
+    static bool ComesBefore(const FlarePass& a, const FlarePass& b) {
+        if (a.closest != b.closest) return a.closest < b.closest;
+        return std::pair(a.satellite, a.mirror) < std::pair(b.satellite, b.mirror);
+    }
+
+    const CommonData& data_;
+    const PassQuest& quest_;
+    std::vector<int> satellites_;                ///< indices of those that take part
+    std::vector<std::vector<FlarePass>> found_;  ///< of each of them
+    std::atomic<std::size_t> next_ = 0;          ///< the first that nobody has taken yet
+    std::atomic<bool> stop_ = false;
+    std::mutex mutex_;                 ///< guards what follows
+    std::condition_variable changed_;  ///< a satellite is finished, or a thread failed
+    std::size_t finished_ = 0;
+    std::exception_ptr failure_;
+};
+
 }  // namespace
 
 bool HasCandidates(const CommonData& data, bool transit) {
@@ -187,24 +327,7 @@ bool HasCandidates(const CommonData& data, bool transit) {
 
 std::vector<FlarePass> ListPasses(const CommonData& data, const PassQuest& quest,
                                   const std::function<bool(double)>& progress) {
-    std::vector<FlarePass> passes;
-    const double spanEnd = quest.start + quest.days;
-    bool goesOn = true;
-    for (int s = 1; s <= data.SatCount && goesOn; ++s) {
-        if (!TakesPart(data.Satellite(s), quest.transit)) continue;
-        const int count = quest.transit ? 1 : data.Satellite(s).Surface.MirrorCount;
-        for (int i = 1; i <= count && goesOn; ++i) {
-            SurfacePasses surface(data, quest, s, i);
-            for (double from = quest.start; from < spanEnd && goesOn;) {
-                from = surface.AppendPasses(from, std::min(from + kWindow, spanEnd), passes);
-                const double done = (i - 1 + (from - quest.start) / quest.days) / count;
-                goesOn = !progress || progress((s - 1 + std::min(done, 1.0)) / data.SatCount);
-            }
-        }
-    }
-    std::stable_sort(passes.begin(), passes.end(),
-                     [](const FlarePass& a, const FlarePass& b) { return a.closest < b.closest; });
-    return passes;
+    return PassList(data, quest).Made(progress);
 }
 
 }  // namespace glintara

@@ -19,6 +19,7 @@ struct PassQuest {
     double maxDistance = 0;  ///< metres; the centre must come nearer
     bool moon = false;       ///< the Moon is the light source instead of the Sun
     bool transit = false;    ///< passages in front of the source instead of reflections
+    int threads = 1;         ///< how many threads share the satellites; 0 is one for each core. The list is the same
 };
 
 /// One pass of the centre of a flare, or of the place from which a transit is seen, within the distance.
@@ -37,8 +38,10 @@ struct FlarePass {
 };
 
 /// All passes in the span, of all surfaces of the satellites that are not disabled, in order of `closest`. A pass in
-/// progress at either end of the span is cut there. `progress` is called now and then with the part done, 0 to 1, and
-/// ends the work by returning false: what was found so far is returned. The observer is `data.Site`.
+/// progress at either end of the span is cut there. `progress` is called now and then, always from the calling thread,
+/// with the part done, 0 to 1, and ends the work by returning false: what was found so far is returned. The observer is
+/// `data.Site`, which is also the engine's, and neither may change meanwhile. Passes with the same `closest` come in the
+/// order of the list. Memory that runs out is thrown from here, whichever thread it happened in.
 std::vector<FlarePass> ListPasses(const CommonData& data, const PassQuest& quest,
                                   const std::function<bool(double)>& progress = {});
 

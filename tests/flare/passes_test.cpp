@@ -1,6 +1,10 @@
 #include "flare/passes.h"
 
 #include <algorithm>
+#include <cstring>
+#include <new>
+#include <thread>
+#include <type_traits>
 
 #include "engine/astro/sun_moon.h"
 #include "engine/astro/vector.h"
@@ -327,6 +331,60 @@ TEST_F(PassesTest, AnEndAskedForReturnsWhatWasFoundSoFar) {
     });
     EXPECT_EQ(asked, 1);
     EXPECT_TRUE(none.empty());
+}
+
+/// The same to the last bit.
+void ExpectIdentical(const std::vector<FlarePass>& passes, const std::vector<FlarePass>& expected) {
+    static_assert(std::is_trivially_copyable_v<FlarePass>);
+    ASSERT_EQ(passes.size(), expected.size());
+    for (std::size_t k = 0; k < passes.size(); ++k)
+        EXPECT_EQ(std::memcmp(&passes[k], &expected[k], sizeof(FlarePass)), 0) << "pass " << k;
+}
+
+TEST_F(PassesTest, TheListIsTheSameToTheLastBitWhateverTheNumberOfThreads) {
+    o.Load("iridium.tle");
+    const std::vector<FlarePass> alone = List();
+    ASSERT_GE(alone.size(), 10u);
+    for (const int threads : {2, 3, 8, 1000, 0}) {
+        SCOPED_TRACE(threads);
+        quest.threads = threads;
+        ExpectIdentical(List(), alone);
+    }
+}
+
+TEST_F(PassesTest, ProgressOfSeveralThreadsIsToldByTheCallingOneAndGrowsToTheWhole) {
+    o.Load("iridium.tle");
+    quest.threads = 4;
+    const std::thread::id caller = std::this_thread::get_id();
+    std::vector<double> told;
+    ListPasses(o.app.Data, quest, [&](double part) {
+        EXPECT_EQ(std::this_thread::get_id(), caller);
+        told.push_back(part);
+        return true;
+    });
+    ASSERT_FALSE(told.empty());
+    EXPECT_EQ(told.back(), 1);
+    EXPECT_TRUE(std::is_sorted(told.begin(), told.end()));
+}
+
+TEST_F(PassesTest, SeveralThreadsEndWhenAskedTo) {
+    o.Load("iridium.tle");
+    const std::vector<FlarePass> all = List();
+    quest.threads = 3;
+    int asked = 0;
+    const std::vector<FlarePass> some = ListPasses(o.app.Data, quest, [&](double) {
+        ++asked;
+        return false;
+    });
+    EXPECT_EQ(asked, 1);
+    EXPECT_LE(some.size(), all.size());
+}
+
+TEST_F(PassesTest, WhatProgressThrowsEndsAllThreadsAndReachesTheCaller) {
+    o.Load("iridium.tle");
+    quest.threads = 3;
+    const auto refuse = [](double) -> bool { throw std::bad_alloc(); };
+    EXPECT_THROW(ListPasses(o.app.Data, quest, refuse), std::bad_alloc);
 }
 
 TEST_F(PassesTest, QuestsForNothingGiveNothing) {
