@@ -40,15 +40,6 @@ std::string LowerCase(std::string text) {
     return text;
 }
 
-/// The first line of what the parser left, for the error message.
-std::string FirstLine(const std::string& box) {
-    constexpr std::size_t kMost = 72;
-    std::string line = box.substr(0, std::min(box.find('\r'), kMost));
-    std::replace_if(
-        line.begin(), line.end(), [](unsigned char c) { return c < ' ' || c == 0x7F; }, '?');
-    return line;
-}
-
 }  // namespace
 
 void Warn(const std::string& text) { std::cerr << "glint: warning: " << text << '\n'; }
