@@ -3,10 +3,20 @@
  * Orbit propagation (SGP4/SDP4), precession, and the geometry and search of flares. Usable from C, C++ and any language
  * that calls C.
  *
- * Contract. No call allocates, none keeps a pointer that it was given. The library remembers two things between calls:
- * the observer's place and the pair of precession epochs; everything about a satellite is in the caller's
- * `EngineBlock`. Calls are to be made from one thread at a time. No call throws, and none crashes on bad numbers or bad
- * text.
+ * Contract
+ *
+ *   Memory      No call allocates, none keeps a pointer that it was given.
+ *   State       The library remembers two things between calls: the observer's place and the pair of precession epochs.
+ *               Everything about a satellite is in the caller's EngineBlock.
+ *   Threads     Once place and epochs are set, all other calls may run in parallel, each on a block of its own. Calls
+ *               on one block are to be made one at a time, except that any number may search it (Satellite_FindFlare,
+ *               Satellite_FindFirstFlare) while nobody propagates it. Satellite_SetSiteGeoPosition and
+ *               Satellite_SetPrecession are to be called while no other call runs.
+ *   Errors      No call throws, and none crashes on bad numbers, bad text or null pointers. What a null pointer does is
+ *               told for every argument. No number handed out is ever infinite or no number.
+ *   Ranges      Instants are Julian dates (UTC) from GLINTCORE_FIRST_JD to GLINTCORE_LAST_JD, observers stand between
+ *               GLINTCORE_LEAST_SITE_RADIUS and GLINTCORE_GREATEST_SITE_RADIUS from the Earth's centre, and a search
+ *               covers up to GLINTCORE_LONGEST_SEARCH. What lies outside is refused at once, as each call tells.
  */
 #ifndef GLINTCORE_H
 #define GLINTCORE_H
@@ -22,6 +32,22 @@
 #ifdef __cplusplus
 extern "C" {
 #endif
+
+/* The version of this header. That of the library at hand is told by GlintcoreVersion. */
+#define GLINTCORE_VERSION_MAJOR 1
+#define GLINTCORE_VERSION_MINOR 5
+#define GLINTCORE_VERSION_PATCH 2
+#define GLINTCORE_VERSION (GLINTCORE_VERSION_MAJOR * 10000 + GLINTCORE_VERSION_MINOR * 100 + GLINTCORE_VERSION_PATCH)
+
+/* What the library answers: instants (Julian dates), distances of an observer from the Earth's centre (metres), epochs
+ * of precession (Julian years), and the length of a search (days). */
+#define GLINTCORE_FIRST_JD 0.0
+#define GLINTCORE_LAST_JD 1e7
+#define GLINTCORE_LEAST_SITE_RADIUS 1e6
+#define GLINTCORE_GREATEST_SITE_RADIUS 1e8
+#define GLINTCORE_FIRST_EPOCH (-5000.0)
+#define GLINTCORE_LAST_EPOCH 25000.0
+#define GLINTCORE_LONGEST_SEARCH 366.0
 
 /* Bytes of an engine block that only the engine reads. */
 #define GLINTCORE_PRIVATE_BYTES 788
@@ -88,84 +114,150 @@ typedef struct GlintDrawTarget {
 /* Scratch memory for Satellite_DrawEarth, in doubles, that is always enough for polygons of up to `n` vertices. */
 #define GLINTCORE_DRAW_SCRATCH(n) (48 * (n) + 8192)
 
-/* Light sources of flares. */
+/* Light sources of flares. Any other number is taken as the Sun. */
 #define GLINTCORE_SUN 0
 #define GLINTCORE_MOON 1
 
-/* Geometry codes of flares: how a mirror is carried around the orbit. */
+/* Geometry codes of flares: how a mirror is carried around the orbit. Any other number has no flares. */
 #define GLINTCORE_TRANSIT (-1)   /* no mirror: the light runs on past the satellite */
 #define GLINTCORE_ALONG_TRACK 0  /* local vertical and horizontal part of the velocity */
 #define GLINTCORE_INERTIAL 1     /* fixed in space: Angle and Tilt count from the axes of the inertial frame */
 #define GLINTCORE_VERTICAL_SUN 4 /* local vertical and horizontal direction of the Sun */
 
-/* Reads an element set into `block` and prepares its propagation. `line1` and `line2` are the two lines,
- * zero-terminated, of any length; columns beyond 69 are not read. `mode` is 'i' (improved); any other value is taken as
- * 'i'. `block` points to an EngineBlock; its private bytes are overwritten, its tail is set to 0. Returns 0, or
- * non-zero when the set cannot be propagated; the block then is one that every call accepts and that gives zeros: 1  a
- * pointer is null 2  line 1 does not begin with "1", or line 2 with "2", or a line ends before its last needed column
+/* One flat surface of a satellite, as Satellite_FindFirstFlare takes it. 32 bytes. */
+typedef struct GlintSurface {
+    double Angle;     /* of the mirror, radians; not read in transit mode */
+    double Tilt;      /* of the mirror, radians; not read in transit mode */
+    double From;      /* Julian date before which this surface is not asked; 0: from the start of the window */
+    int32_t Geometry; /* one of the geometry codes */
+    int32_t Skip;     /* not 0: a pass in progress at any time in the first 0.101 seconds of the window is left out */
+} GlintSurface;
+
+/* The version of the library: GLINTCORE_VERSION of the header that it was built with. */
+GLINTCORE_API int32_t GlintcoreVersion(void);
+
+/* Reads an element set into a block and prepares its propagation.
+ *
+ *   line1, line2  the two lines, zero-terminated, of any length; columns beyond 69 are not read. Null: result 1
+ *   mode          'i' (improved); any other value is taken as 'i'
+ *   block         an EngineBlock: its private bytes are overwritten, its tail is set to 0. Null: result 1
+ *
+ * Returns 0, or why the set cannot be propagated. The block is then one that every call accepts, without a satellite.
+ *
+ *   1  a pointer is null
+ *   2  line 1 does not begin with "1", or line 2 with "2", or a line ends before its last needed column
  *   3  a column that must hold a number does not
  *   4  the mean motion is not above 0
  *   5  the eccentricity is not in 0 to below 1
  *   6  the elements lead to numbers that are not finite */
 GLINTCORE_API int32_t SatelliteInit(const char* line1, const char* line2, char mode, void* block);
 
-/* Position (kilometres) and velocity (kilometres per second) at Julian date `jd` (UTC), in the true-equator,
- * mean-equinox frame of the element set. Returns 0, or the error number of the model (1 mean eccentricity out of range,
- * 2 mean motion below 0, 3 perturbed eccentricity out of range, 4 semi-latus rectum below 0, 6 decayed), or -1 for a
- * block that was never filled or a `jd` that is no number. The numbers are finite in every case. */
+/* Position and velocity at an instant, in the true-equator, mean-equinox frame of the element set.
+ *
+ *   block     the satellite's EngineBlock; its private bytes are updated. Null: result -1
+ *   jd        Julian date (UTC)
+ *   position  out: three doubles, kilometres. Null: not told
+ *   velocity  out: three doubles, kilometres per second. Null: not told
+ *
+ * Returns 0, or an error. The numbers are finite in every case; after -1 they are zeros.
+ *
+ *   -1  the block is null or holds no satellite, or `jd` is outside the range
+ *    1  mean eccentricity out of range
+ *    2  mean motion below 0
+ *    3  perturbed eccentricity out of range
+ *    4  semi-latus rectum below 0
+ *    6  decayed: below the Earth's surface */
 GLINTCORE_API int32_t Satellite_SGP4(void* block, double jd, double* position, double* velocity);
 
-/* Sets the observer's place: Earth-fixed, geocentric, metres; `radius` is its distance from the Earth's centre. */
+/* Sets the observer's place, for the calls about flares.
+ *
+ *   x, y, z  Earth-fixed, geocentric, metres; only the direction is kept
+ *   radius   distance from the Earth's centre, metres
+ *
+ * A place that is outside the range, by `radius` or by the length of (x, y, z), is refused: the place before stays. */
 GLINTCORE_API void Satellite_SetSiteGeoPosition(double x, double y, double z, double radius);
 
-/* Sets the pair of epochs, Julian years, for Satellite_PrecessRADEC. */
+/* Sets the pair of epochs for Satellite_PrecessRADEC, Julian years. With one of them outside the range the pair before
+ * stays. */
 GLINTCORE_API void Satellite_SetPrecession(double toEpoch, double fromEpoch);
 
-/* Carries a place (right ascension, declination, radians) from the mean equator and equinox of `fromEpoch` to that of
- * `toEpoch` (IAU 1976; right ascension 0 to 2 pi). `in` and `out` may be the same. `flag` is not used and may be null.
- */
+/* Carries a place from the mean equator and equinox of `fromEpoch` to that of `toEpoch` (IAU 1976).
+ *
+ *   out   out: right ascension, 0 to 2 pi, and declination, radians; may be the same as `in`. Null: nothing is done
+ *   in    right ascension and declination, radians. Null, or numbers that are none: zeros are handed out
+ *   flag  not used; may be null */
 GLINTCORE_API void Satellite_PrecessRADEC(double* out, const double* in, int32_t* flag);
 
 /* Where the light that a mirror reflects at one instant meets the Earth, a sphere of radius 1.
- *   jd            Julian date (UTC)
- *   source        GLINTCORE_SUN or GLINTCORE_MOON
- *   geometry      one of the geometry codes
- *   x, y, z       satellite, Earth-fixed, in units of the site's radius
- *   vx, vy, vz    its velocity on the same axes (only its direction is read, and only by GLINTCORE_ALONG_TRACK)
- *   angle, tilt   of the mirror, radians; not read in transit mode
- *   centre        out, three doubles: where the light falls, on the unit sphere
- *   result        out, five doubles: [1] sine of the Sun's elevation at the centre; [2] scalar product of the incident
- * ray and the mirror's normal (its arc cosine is the Sun-mirror angle), 1 in transit mode; [0], [3], [4] are 0 Returns
- * non-zero when there is a flare; otherwise 0, and `centre` and `result` are left alone: when the mirror faces away,
- * the satellite is in the Earth's shadow (a cylinder; not asked in transit mode), the ray misses the Earth, or the
- * numbers are not finite. */
+ *
+ *   jd           Julian date (UTC)
+ *   source       GLINTCORE_SUN or GLINTCORE_MOON
+ *   geometry     one of the geometry codes
+ *   x, y, z      satellite, Earth-fixed, in units of the site's radius
+ *   vx, vy, vz   its velocity on the same axes (only its direction is read, and only by GLINTCORE_ALONG_TRACK)
+ *   angle, tilt  of the mirror, radians; not read in transit mode
+ *   centre       out: three doubles, where the light falls, on the unit sphere. Null: not told
+ *   result       out: five doubles. Null: not told
+ *                  [1]  sine of the Sun's elevation at the centre
+ *                  [2]  scalar product of the incident ray and the mirror's normal (its arc cosine is the Sun-mirror
+ *                       angle); 1 in transit mode
+ *                  [0], [3], [4]  0
+ *
+ * Returns not 0 when there is a flare. Otherwise 0, and `centre` and `result` are left alone: when the mirror faces
+ * away, the satellite is in the Earth's shadow (a cylinder; not asked in transit mode), the ray misses the Earth, the
+ * numbers are not finite, or `jd` is outside the range. */
 GLINTCORE_API int32_t Satellite_CalcFlare(double jd, int32_t source, int32_t geometry, double x, double y, double z,
                                           double vx, double vy, double vz, double angle, double tilt, double* centre,
                                           double* result);
 
 /* The earliest instant in a window at which the centre of a mirror's flare lies within a distance of the observer's
- * place. start         Julian date (UTC) of the start of the window length        its length, days source GLINTCORE_SUN
- * or GLINTCORE_MOON resolution    time resolution asked for, days; the answer is good to 1 millisecond or to this,
- * whichever is finer siteRadius    unit of length, metres block         the satellite's EngineBlock; it is not changed
- *   geometry, angle, tilt   as for Satellite_CalcFlare
- *   maxDistance   metres, measured straight through the sphere; the centre must come nearer than this
- *   skip          1: a pass that is in progress at any time in the first 0.101 seconds of the window is left out
- *   found         out: Julian date of the instant
- * Returns non-zero when there is one; otherwise 0, and `found` is left alone. */
+ * place. An instant at which Satellite_SGP4 returns an error has no flare.
+ *
+ *   start        Julian date (UTC) of the start of the window
+ *   length       its length, days; 0: the instant `start` alone
+ *   source       GLINTCORE_SUN or GLINTCORE_MOON
+ *   resolution   time resolution asked for, days; the answer is good to 1 millisecond or to this, whichever is finer
+ *   siteRadius   unit of length, metres
+ *   block        the satellite's EngineBlock; it is not changed. Null: result 0
+ *   geometry     one of the geometry codes
+ *   angle, tilt  of the mirror, radians; not read in transit mode
+ *   maxDistance  metres, measured straight through the sphere; the centre must come nearer than this
+ *   skip         not 0: a pass that is in progress at any time in the first 0.101 seconds of the window is left out
+ *   found        out: Julian date of the instant. Null: not told
+ *
+ * Returns not 0 when there is one. Otherwise 0, and `found` is left alone: when there is none, when the block holds no
+ * satellite, and at once when the window does not lie within the range of Julian dates or is longer than
+ * GLINTCORE_LONGEST_SEARCH, when `siteRadius` is outside its range, or a number is none. */
 GLINTCORE_API int32_t Satellite_FindFlare(double start, double length, int32_t source, double resolution,
                                           double siteRadius, void* block, int32_t geometry, double angle, double tilt,
                                           double maxDistance, int8_t skip, double* found);
 
+/* The same for several surfaces of one satellite, which are followed together at little more than the cost of one: the
+ * earliest flare of any of them.
+ *
+ *   surfaces     `count` surfaces; those with a geometry that is none, or numbers that are none, have no flares. Null:
+ *                result 0
+ *   count        how many; 0 or less: result 0
+ *   the others   as for Satellite_FindFlare
+ *
+ * Returns the number of the surface, counted from 1; of equal instants the first surface. Otherwise 0, as
+ * Satellite_FindFlare does. */
+GLINTCORE_API int32_t Satellite_FindFirstFlare(double start, double length, int32_t source, double resolution,
+                                               double siteRadius, const void* block, const GlintSurface* surfaces,
+                                               int32_t count, double maxDistance, double* found);
+
 /* Draws the countries: each polygon filled, then outlined. On the globe what lies behind it is left away, and the
  * filled area ends at the limb; on the flat map a polygon that crosses the map's edge comes back on the other side.
- *   target        who paints
- *   config        the camera: fields ViewLon to HalfHeight, and CPlaniSphere
- *   n             number of vertices
- *   lat, lon      n doubles each, degrees: geocentric latitude, longitude
- *   polygon       n numbers; a run of vertices with one number is a polygon, closed by repeating its first vertex
- *   bufferCount   in: how many doubles `buffer` has room for; out: how many were used. May be null, as 0
- *   buffer        scratch memory, aligned for doubles: GLINTCORE_DRAW_SCRATCH of the longest polygon. A polygon that
- *                 finds too little room there is outlined alone. May be null
+ *
+ *   target       who paints. Null: nothing is drawn
+ *   config       the camera: fields ViewLon to HalfHeight, and CPlaniSphere. Null: nothing is drawn
+ *   n            number of vertices; 0 or less: nothing is drawn
+ *   lat, lon     n doubles each, degrees: geocentric latitude, longitude. Null: nothing is drawn
+ *   polygon      n numbers; a run of vertices with one number is a polygon, closed by repeating its first vertex. Null:
+ *                nothing is drawn
+ *   bufferCount  in: how many doubles `buffer` has room for; out: how many were used. Null: as 0
+ *   buffer       scratch memory, aligned for doubles: GLINTCORE_DRAW_SCRATCH of the longest polygon. A polygon that
+ *                finds too little room there is outlined alone. Null: all are
  *
  * The lines of a polygon are straight in latitude and longitude and run the shorter way round the Earth. Lines between
  * two vertices at longitude +-180, and between two at the same pole, close an area and are not outlined. A polygon that

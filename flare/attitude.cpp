@@ -1,9 +1,14 @@
 #include "flare/attitude.h"
 
+#include <algorithm>
+#include <cstdint>
+
 #include "engine/astro/constants.h"
 #include "engine/astro/geodesy.h"
 #include "engine/astro/sidereal.h"
 #include "engine/astro/sun_moon.h"
+#include "engine/geometry/attitude_types.h"
+#include "flare/surface_models.h"
 #include "orbit/propagation.h"
 #include "orbit/satellite_table.h"
 
@@ -44,7 +49,9 @@ Vector3 SunPlace(const CommonData& data, double jd) {
 
 std::optional<BodyFrame> BuildBodyFrame(const Application& app, const SatRecord& satellite, const Vector3& r,
                                         const Vector3& v, double jd) {
-    switch (static_cast<OrientationType>(satellite.Surface.OrientationType)) {
+    const std::optional<OrientationType> type = OrientationTypeOf(satellite.Surface.OrientationType);
+    if (!type) return std::nullopt;
+    switch (*type) {
         case OrientationType::AlongTrack:
             return FrameTowards(r, v);
         case OrientationType::Inertial:
@@ -60,11 +67,22 @@ std::optional<BodyFrame> BuildBodyFrame(const Application& app, const SatRecord&
     return std::nullopt;
 }
 
-int GeometryCodeOf(int orientationType, bool transit) {
-    if (transit) return GLINTCORE_TRANSIT;
-    const bool followedAsInertial = orientationType == static_cast<int>(OrientationType::Rotating) ||
-                                    orientationType == static_cast<int>(OrientationType::AlongTarget);
-    return followedAsInertial ? GLINTCORE_INERTIAL : orientationType;
+EngineSurfaces SurfacesTakingPart(const SatRecord& satellite, bool transit) {
+    EngineSurfaces surfaces;
+    if (satellite.IsDisabled()) return surfaces;
+    if (transit) {
+        surfaces.Add({0, 0, 0, GLINTCORE_TRANSIT, 0});
+        return surfaces;
+    }
+    const SurfaceModel& model = satellite.Surface;
+    const std::optional<OrientationType> type = OrientationTypeOf(model.OrientationType);
+    if (!type || !HasFlareModel(satellite)) return surfaces;
+    for (int i = 1; i <= std::min(model.MirrorCount, kMirrorCapacity); ++i) {
+        const MirrorRecord& mirror = model.Mirror(i);
+        surfaces.Add(
+            {mirror.Angle * kDegToRad, mirror.Tilt * kDegToRad, 0, static_cast<std::int32_t>(GeometryOf(*type)), 0});
+    }
+    return surfaces;
 }
 
 }  // namespace glintara

@@ -10,6 +10,7 @@
 #include "engine/astro/sidereal.h"
 #include "engine/astro/sun_moon.h"
 #include "engine/astro/trigonometry.h"
+#include "engine/geometry/attitude_types.h"
 #include "engine/geometry/reflection.h"
 #include "flare/attitude.h"
 #include "flare/surface_models.h"
@@ -75,7 +76,7 @@ bool IsLit(const Vector3& r, const Vector3& source, const LiveFlareQuest& quest)
 }
 
 bool IsRotating(const SurfaceModel& model) {
-    return model.OrientationType == static_cast<int>(OrientationType::Rotating);
+    return OrientationTypeOf(model.OrientationType) == OrientationType::Rotating;
 }
 
 RotatingMirror RotatingMirrorOf(const SurfaceModel& model) {

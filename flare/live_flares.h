@@ -11,6 +11,7 @@
 
 #include "engine/astro/constants.h"
 #include "engine/astro/vector.h"
+#include "engine/geometry/attitude_types.h"
 #include "engine/geometry/body_frame.h"
 #include "engine/geometry/rotating_mirror.h"
 #include "orbit/propagation.h"
@@ -71,7 +72,7 @@ void ForEachNormal(const SurfaceModel& model, const BodyFrame& frame, const Live
         }
         return;
     }
-    const bool inertial = model.OrientationType == static_cast<int>(OrientationType::Inertial);
+    const bool inertial = OrientationTypeOf(model.OrientationType) == OrientationType::Inertial;
     for (int i = 1; i <= model.MirrorCount; ++i) {
         const MirrorRecord& mirror = model.Mirror(i);
         take(i, MirrorNormal(inertial, mirror.Angle * kDegToRad, mirror.Tilt * kDegToRad, frame));

@@ -6,9 +6,12 @@
 #include <chrono>
 #include <cmath>
 #include <condition_variable>
+#include <cstddef>
+#include <cstdint>
 #include <exception>
 #include <mutex>
 #include <optional>
+#include <span>
 #include <system_error>
 #include <thread>
 #include <utility>
@@ -17,7 +20,6 @@
 #include "engine/astro/trigonometry.h"
 #include "engine/glintcore.h"
 #include "flare/attitude.h"
-#include "flare/surface_models.h"
 
 namespace glintara {
 
@@ -37,6 +39,9 @@ constexpr int kMostThreads = 256;
 /// Progress is told this often while the calling thread has nothing left to do but wait.
 constexpr std::chrono::milliseconds kProgressPause{100};
 
+/// The end of the span, as far as the engine goes.
+double SpanEnd(const PassQuest& quest) { return std::min(quest.start + quest.days, GLINTCORE_LAST_JD); }
+
 /// The flare at one instant.
 struct Moment {
     double jd = 0;
@@ -46,47 +51,44 @@ struct Moment {
     std::array<double, 5> result{};
 };
 
-/// One surface of one satellite followed through the span.
-class SurfacePasses {
+/// The surfaces of one satellite followed through the span.
+class SatellitePasses {
   public:
-    SurfacePasses(const CommonData& data, const PassQuest& quest, int satellite, int mirror)
+    SatellitePasses(const CommonData& data, const PassQuest& quest, int satellite)
         : data_(data),
           quest_(quest),
           satellite_(satellite),
-          mirror_(mirror),
+          surfaces_(SurfacesTakingPart(data.Satellite(satellite), quest.transit)),
           block_(data.Satellite(satellite).EngineBlock),
-          observer_(ObserverOnUnitSphere(data.Site)) {
-        const SurfaceModel& surface = data.Satellite(satellite).Surface;
-        geometry_ = GeometryCodeOf(surface.OrientationType, quest.transit);
-        if (!quest.transit) {
-            angle_ = surface.Mirror(mirror).Angle * kDegToRad;
-            tilt_ = surface.Mirror(mirror).Tilt * kDegToRad;
-        }
-    }
+          observer_(ObserverOnUnitSphere(data.Site)) {}
 
-    /// Appends the passes that begin in the window. Returns where the next window starts: behind the last pass.
-    double AppendPasses(double from, double to, std::vector<FlarePass>& passes) {
+    /// Appends the passes that begin in the window, which begins where the one before ended.
+    void AppendPasses(double from, double to, std::vector<FlarePass>& passes) {
+        const std::span<GlintSurface> surfaces = surfaces_.All();
         while (from < to) {
             double begin = 0;
-            if (Satellite_FindFlare(from, to - from, Source(), kResolution, data_.Site.SiteRadius, &block_, geometry_,
-                                    angle_, tilt_, quest_.maxDistance, 0, &begin) == 0)
-                return to;
-            from = AppendPass(begin, passes);
+            const int found = Satellite_FindFirstFlare(
+                from, to - from, Source(), kResolution, data_.Site.SiteRadius, &block_, surfaces.data(),
+                static_cast<std::int32_t>(surfaces.size()), quest_.maxDistance, &begin);
+            if (found == 0) return;
+            // This surface is asked again behind the pass, the others from here on.
+            surfaces[static_cast<std::size_t>(found - 1)].From = AppendPass(begin, found, passes);
+            from = begin;
         }
-        return from;
     }
 
   private:
     int Source() const { return quest_.moon ? GLINTCORE_MOON : GLINTCORE_SUN; }
 
-    std::optional<Moment> At(double jd) {
+    std::optional<Moment> At(double jd, const GlintSurface& surface) {
         const WorldMotion motion = PropagateSatellite(data_, EarthRotation::GivenJd, block_, jd);
+        if (motion.result != 0) return std::nullopt;
         Moment moment;
         std::array<double, 3> centre{};
         const Vector3& r = motion.position;
         const Vector3& v = motion.velocity;
-        const int some = Satellite_CalcFlare(jd, Source(), geometry_, r.x, r.y, r.z, v.x, v.y, v.z, angle_, tilt_,
-                                             centre.data(), moment.result.data());
+        const int some = Satellite_CalcFlare(jd, Source(), surface.Geometry, r.x, r.y, r.z, v.x, v.y, v.z,
+                                             surface.Angle, surface.Tilt, centre.data(), moment.result.data());
         if (some == 0) return std::nullopt;
         moment.jd = jd;
         moment.centre = {centre[0], centre[1], centre[2]};
@@ -95,15 +97,16 @@ class SurfacePasses {
         return moment;
     }
 
-    std::optional<Moment> NearAt(double jd) {
-        std::optional<Moment> moment = At(jd);
+    std::optional<Moment> NearAt(double jd, const GlintSurface& surface) {
+        std::optional<Moment> moment = At(jd, surface);
         return moment && moment->distance < quest_.maxDistance ? moment : std::nullopt;
     }
 
-    /// Follows the pass that begins at `begin`, appends it, and returns an instant behind it.
-    double AppendPass(double begin, std::vector<FlarePass>& passes) {
-        const double spanEnd = quest_.start + quest_.days;
-        std::optional<Moment> best = NearAt(begin);
+    /// Follows the pass of surface number `mirror` that begins at `begin`, appends it, and returns an instant behind it.
+    double AppendPass(double begin, int mirror, std::vector<FlarePass>& passes) {
+        const GlintSurface& surface = surfaces_.All()[static_cast<std::size_t>(mirror - 1)];
+        const double spanEnd = SpanEnd(quest_);
+        std::optional<Moment> best = NearAt(begin, surface);
         if (!best) return begin + kResolution;  // shorter than a Julian date can tell
         double before = begin;                  // neighbours of the best moment
         double after = begin;
@@ -111,7 +114,7 @@ class SurfacePasses {
         double step = kFirstStep;
         double outside = spanEnd;
         for (double jd = begin + step; jd < spanEnd; jd += step) {
-            const std::optional<Moment> moment = NearAt(jd);
+            const std::optional<Moment> moment = NearAt(jd, surface);
             if (!moment) {
                 outside = jd;
                 break;
@@ -126,27 +129,27 @@ class SurfacePasses {
             last = jd;
             step = std::max(kFirstStep, kStepGrowth * (jd - begin));
         }
-        const double end = PassEnd(last, outside);
+        const double end = PassEnd(last, outside, surface);
         if (after == best->jd) after = end;
-        passes.push_back(Described(begin, Closest(before, after, *best), end));
+        passes.push_back(Described(mirror, begin, Closest(before, after, *best, surface), end));
         return end + kResolution;
     }
 
     /// The last instant of the pass between `inside` and `outside`.
-    double PassEnd(double inside, double outside) {
+    double PassEnd(double inside, double outside, const GlintSurface& surface) {
         while (outside - inside > kResolution) {
             const double middle = (inside + outside) / 2;
-            (NearAt(middle) ? inside : outside) = middle;
+            (NearAt(middle, surface) ? inside : outside) = middle;
         }
         return inside;
     }
 
     /// The nearest moment between two instants around the nearest sample, by sections of three.
-    Moment Closest(double before, double after, Moment best) {
+    Moment Closest(double before, double after, Moment best, const GlintSurface& surface) {
         while (after - before > kResolution) {
             const double third = (after - before) / 3;
-            const std::optional<Moment> left = NearAt(before + third);
-            const std::optional<Moment> right = NearAt(after - third);
+            const std::optional<Moment> left = NearAt(before + third, surface);
+            const std::optional<Moment> right = NearAt(after - third, surface);
             for (const std::optional<Moment>& moment : {left, right})
                 if (moment && moment->distance < best.distance) best = *moment;
             if (right && (!left || right->distance < left->distance))
@@ -157,10 +160,10 @@ class SurfacePasses {
         return best;
     }
 
-    FlarePass Described(double begin, const Moment& closest, double end) const {
+    FlarePass Described(int mirror, double begin, const Moment& closest, double end) const {
         FlarePass pass;
         pass.satellite = satellite_;
-        pass.mirror = mirror_;
+        pass.mirror = mirror;
         pass.begin = begin;
         pass.closest = closest.jd;
         pass.end = end;
@@ -177,16 +180,13 @@ class SurfacePasses {
     const CommonData& data_;
     const PassQuest& quest_;
     int satellite_;
-    int mirror_;
-    int geometry_ = 0;
-    double angle_ = 0;  // radians
-    double tilt_ = 0;   // radians
+    EngineSurfaces surfaces_;
     EngineBlock block_;
     Vector3 observer_;
 };
 
 bool TakesPart(const SatRecord& satellite, bool transit) {
-    return !satellite.IsDisabled() && (transit || HasFlareModel(satellite));
+    return !SurfacesTakingPart(satellite, transit).All().empty();
 }
 
 /// The passes of the whole list, found by several threads. Each takes the next satellite that nobody has, and lays what
@@ -258,15 +258,15 @@ class PassList {
 
     template <class GoesOn>
     void AppendPasses(int satellite, const GoesOn& goesOn, std::vector<FlarePass>& passes) {
-        const double spanEnd = quest_.start + quest_.days;
-        const int count = quest_.transit ? 1 : data_.Satellite(satellite).Surface.MirrorCount;
-        for (int i = 1; i <= count; ++i) {
-            SurfacePasses surface(data_, quest_, satellite, i);
-            for (double from = quest_.start; from < spanEnd;) {
-                from = surface.AppendPasses(from, std::min(from + kWindow, spanEnd), passes);
-                const double done = (i - 1 + (from - quest_.start) / quest_.days) / count;
-                if (stop_ || !goesOn(std::min(done, 1.0))) return;
-            }
+        if (!(quest_.start >= GLINTCORE_FIRST_JD)) return;
+        const double spanEnd = SpanEnd(quest_);
+        SatellitePasses surfaces(data_, quest_, satellite);
+        for (double from = quest_.start; from < spanEnd;) {
+            const double to = std::min(from + kWindow, spanEnd);
+            surfaces.AppendPasses(from, to, passes);
+            from = to;
+            const double done = (from - quest_.start) / quest_.days;
+            if (stop_ || !goesOn(std::min(done, 1.0))) return;
         }
     }
 

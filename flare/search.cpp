@@ -2,15 +2,16 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
+#include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
-#include <vector>
 
 #include "engine/astro/constants.h"
 #include "engine/astro/number_text.h"
 #include "engine/glintcore.h"
 #include "flare/attitude.h"
-#include "flare/surface_models.h"
 #include "orbit/satellite_table.h"
 
 namespace glintara {
@@ -21,21 +22,12 @@ namespace {
 constexpr double kWindow = 1.0 / 24;
 /// Time resolution asked of the engine, days.
 constexpr double kResolution = 0.1 / 24 / 60 / 60;
+/// What a flare found may be off by, and the shortest one that is found, days.
+constexpr double kFinest = 0.001 / 24 / 60 / 60;
 /// Rounding left in a whole number of hours that has been through days.
 constexpr double kHourRounding = 1e-6;
 /// An interval longer than this many hours (some eleven years) is searched this far.
 constexpr double kMostHours = 1e5;
-
-/// A surface of a satellite, taken from the list when the search starts an hour: events served in between may change
-/// the list.
-struct Candidate {
-    int orbitNumber = 0;
-    int mirror = 0;
-    int geometry = 0;
-    double angle = 0;  // radians
-    double tilt = 0;   // radians
-    const SatRecord* satellite = nullptr;
-};
 
 struct Found {
     double jd = 0;
@@ -53,61 +45,72 @@ struct Settings {
     bool next = false;
 };
 
-/// Calls `visit` for each surface that takes part, in the order of the list.
-template <class Visit>
-void ForEachCandidate(const CommonData& data, bool transit, const Visit& visit) {
-    for (int s = 1; s <= data.SatCount; ++s) {
-        const SatRecord& satellite = data.Satellite(s);
-        if (!satellite.Selected || satellite.IsDisabled() || (!transit && !HasFlareModel(satellite))) continue;
-        const SurfaceModel& surface = satellite.Surface;
-        const int count = transit ? 1 : surface.MirrorCount;
-        for (int i = 1; i <= count; ++i) {
-            Candidate candidate;
-            candidate.orbitNumber = satellite.OrbitNumber;
-            candidate.mirror = i;
-            candidate.geometry = GeometryCodeOf(surface.OrientationType, transit);
-            candidate.angle = transit ? 0 : surface.Mirror(i).Angle * kDegToRad;
-            candidate.tilt = transit ? 0 : surface.Mirror(i).Tilt * kDegToRad;
-            candidate.satellite = &satellite;
-            visit(candidate);
-        }
+/// One hour of the search.
+struct Hour {
+    int number = 0;
+    double from = 0;    // Julian date
+    double length = 0;  // days; once a flare is known, up to it
+};
+
+/// The earliest flare of the surfaces of one satellite in the hour.
+struct SurfaceFlare {
+    double jd = 0;
+    int mirror = 0;
+};
+
+std::optional<SurfaceFlare> Ask(const SatRecord& satellite, const Settings& settings,
+                                std::span<const GlintSurface> surfaces, double from, double length) {
+    double jd = 0;
+    const int mirror = Satellite_FindFirstFlare(from, length, settings.source, kResolution, settings.siteRadius,
+                                                &satellite.EngineBlock, surfaces.data(),
+                                                static_cast<std::int32_t>(surfaces.size()), settings.maxDistance, &jd);
+    return mirror != 0 ? std::optional(SurfaceFlare{jd, mirror}) : std::nullopt;
+}
+
+/// Whether `flare`, found in a later hour of "Find Next", is what is left of a pass that was passed over in the hour
+/// before: nothing else can be in progress across the border, or it would have been found there.
+bool LastsFromTheHourBefore(const SatRecord& satellite, const Settings& settings, const GlintSurface& surface,
+                            const SurfaceFlare& flare, const Hour& hour) {
+    if (hour.number == 0 || flare.jd > hour.from + kFinest) return false;
+    return Ask(satellite, settings, {&surface, 1}, hour.from, 0) &&
+           Ask(satellite, settings, {&surface, 1}, hour.from - 2 * kFinest, 0);
+}
+
+/// The earliest flare of a satellite in an hour. Under "Find Next" the flare that the clock stands on is passed over, and
+/// so is one of another surface at the same instant: else two that flare together would be found in turns for ever.
+std::optional<SurfaceFlare> FlareOfSatellite(const SatRecord& satellite, const Settings& settings,
+                                             const FindFlareControls& form, const Hour& hour,
+                                             std::span<GlintSurface> surfaces) {
+    const bool onTheClock = settings.next && hour.number == 0;
+    if (onTheClock && satellite.OrbitNumber == form.LastFoundSat && form.LastFoundMirror >= 1 &&
+        form.LastFoundMirror <= static_cast<int>(surfaces.size()))
+        surfaces[static_cast<std::size_t>(form.LastFoundMirror - 1)].Skip = 1;
+    for (;;) {
+        const std::optional<SurfaceFlare> flare = Ask(satellite, settings, surfaces, hour.from, hour.length);
+        if (!flare || !settings.next) return flare;
+        GlintSurface& surface = surfaces[static_cast<std::size_t>(flare->mirror - 1)];
+        const bool again = (onTheClock && flare->jd <= settings.start + kResolution) ||
+                           LastsFromTheHourBefore(satellite, settings, surface, *flare, hour);
+        if (surface.Skip != 0 || !again) return flare;
+        surface.Skip = 1;
     }
 }
 
-std::optional<double> Ask(const Candidate& candidate, const Settings& settings, double from, double length, bool skip) {
-    EngineBlock block = candidate.satellite->EngineBlock;
-    double jd = 0;
-    const int some =
-        Satellite_FindFlare(from, length, settings.source, kResolution, settings.siteRadius, &block, candidate.geometry,
-                            candidate.angle, candidate.tilt, settings.maxDistance, skip ? 1 : 0, &jd);
-    return some != 0 ? std::optional(jd) : std::nullopt;
-}
-
-/// The flare of one candidate in a window. Under "Find Next" the flare that the clock stands on is passed over, and so
-/// is one of another satellite at the same instant: else two satellites that flare together would be found in turns for
-/// ever.
-std::optional<double> AskAgainOnTheClock(const Candidate& candidate, const Settings& settings,
-                                         const FindFlareControls& form, double from, double length) {
-    const bool skip =
-        settings.next && candidate.orbitNumber == form.LastFoundSat && candidate.mirror == form.LastFoundMirror;
-    const std::optional<double> jd = Ask(candidate, settings, from, length, skip);
-    if (settings.next && !skip && jd && *jd <= settings.start + kResolution)
-        return Ask(candidate, settings, from, length, true);
-    return jd;
-}
-
-/// The earliest flare of all candidates in the hour from `from` on. Once one is known, the others are asked only for
-/// something earlier.
-std::optional<Found> SearchHour(const Application& app, const Settings& settings, double from, bool& anyTried) {
+/// The earliest flare of all surfaces in an hour. Once one is known, the others are asked only for something earlier.
+std::optional<Found> SearchHour(const Application& app, const Settings& settings, Hour hour, bool& anyTried) {
     std::optional<Found> best;
-    double length = kWindow;
-    ForEachCandidate(app.Data, settings.transit, [&](const Candidate& candidate) {
+    const CommonData& data = app.Data;
+    for (int s = 1; s <= data.SatCount; ++s) {
+        const SatRecord& satellite = data.Satellite(s);
+        if (!satellite.Selected) continue;
+        EngineSurfaces surfaces = SurfacesTakingPart(satellite, settings.transit);
+        if (surfaces.All().empty()) continue;
         anyTried = true;
-        const std::optional<double> jd = AskAgainOnTheClock(candidate, settings, app.FindFlare, from, length);
-        if (!jd || (best && *jd >= best->jd)) return;
-        length = *jd - from;
-        best = Found{*jd, candidate.orbitNumber, candidate.mirror, candidate.satellite->Name};
-    });
+        const auto flare = FlareOfSatellite(satellite, settings, app.FindFlare, hour, surfaces.All());
+        if (!flare || (best && flare->jd >= best->jd)) continue;
+        hour.length = flare->jd - hour.from;
+        best = Found{flare->jd, satellite.OrbitNumber, flare->mirror, satellite.Name};
+    }
     return best;
 }
 
@@ -167,7 +170,7 @@ bool SearchFlares(Application& app, SearchClock& clock, double maxDistanceMetres
         app.EventQueue.ServeEvents();
         if (form.SearchAbort) return false;
         settings.siteRadius = app.Data.Site.SiteRadius;  // events may have moved the observer, and the engine knows
-        best = SearchHour(app, settings, settings.start + k * kWindow, anyTried);
+        best = SearchHour(app, settings, {k, settings.start + k * kWindow, kWindow}, anyTried);
     }
     if (!best) {
         form.LStatus.Caption = anyTried ? "Flare Not Found" : "Warning: No Satellite Selected / No Mirror Found";

@@ -8,6 +8,7 @@
 
 #include "engine/astro/calendar.h"
 #include "engine/astro/number_text.h"
+#include "engine/geometry/attitude_types.h"
 #include "orbit/satellite_table.h"
 
 namespace glintara {
@@ -177,8 +178,7 @@ std::string SatelliteIdentityText(const SatRecord& satellite) { return Satellite
 bool HasFlareModel(const SatRecord& satellite) {
     const SurfaceModel& model = satellite.Surface;
     const bool defined = !model.ModelFlags.empty() && model.ModelFlags.front() == kModelDefined;
-    const bool knownType = model.OrientationType >= 0 && model.OrientationType <= kLastOrientationType;
-    return defined && model.MirrorCount > 0 && knownType;
+    return defined && model.MirrorCount > 0 && OrientationTypeOf(model.OrientationType).has_value();
 }
 
 }  // namespace glintara

@@ -12,9 +12,6 @@ namespace glintara {
 inline constexpr double kMinScatterFactor = 1;
 inline constexpr double kMaxScatterFactor = 50;
 
-/// Highest attitude type that flares.
-inline constexpr int kLastOrientationType = 4;
-
 /// Sets all of the satellite's model but its surfaces to the defaults: undefined, attitude type 0.
 void ResetModelHeader(SatRecord& satellite);
 

@@ -1,9 +1,11 @@
 // The C entries of libglintcore: checks of what comes in, and nothing of the theory.
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstddef>
 #include <cstring>
+#include <optional>
 #include <span>
 #include <string_view>
 #include <utility>
@@ -11,6 +13,7 @@
 #include "engine/astro/constants.h"
 #include "engine/astro/horizon.h"
 #include "engine/astro/precession.h"
+#include "engine/astro/processor.h"
 #include "engine/astro/sidereal.h"
 #include "engine/drawing/draw_earth.h"
 #include "engine/flares/flare_evaluation.h"
@@ -35,7 +38,7 @@ constexpr std::size_t kElementLineColumns = 69;
 constexpr int32_t kNullPointer = 1;
 constexpr int32_t kNotFiniteElements = 6;
 
-/// Result of Satellite_SGP4 for a block that holds no satellite, or an instant that is no number.
+/// Result of Satellite_SGP4 for a block that holds no satellite, or an instant that is not answered.
 constexpr int32_t kNoSatellite = -1;
 
 /// A Julian date in a double cannot tell instants apart that are nearer than this, seconds.
@@ -59,6 +62,38 @@ void Put(double* out, const Vector3& v) {
     out[2] = v.z;
 }
 
+void PutIfAny(double* out, const Vector3& v) {
+    if (out != nullptr) Put(out, v);
+}
+
+/// Whether `jd` is one of the Julian dates that the library answers.
+bool IsJulianDate(double jd) { return jd >= GLINTCORE_FIRST_JD && jd <= GLINTCORE_LAST_JD; }
+
+/// Whether an observer can be at this distance from the Earth's centre, metres.
+bool IsNearEarth(double distance) {
+    return distance >= GLINTCORE_LEAST_SITE_RADIUS && distance <= GLINTCORE_GREATEST_SITE_RADIUS;
+}
+
+/// A Julian year that precession is asked for.
+bool IsEpoch(double year) { return year >= GLINTCORE_FIRST_EPOCH && year <= GLINTCORE_LAST_EPOCH; }
+
+/// A surface as the search follows it from `start` on; nothing for one that is none.
+std::optional<WatchedMirror> MirrorOf(const GlintSurface& surface, double start) {
+    const auto geometry = FlareGeometryOf(surface.Geometry);
+    if (!geometry) return std::nullopt;
+    WatchedMirror watched;
+    watched.mirror = MakeMirrorSetting(*geometry, surface.Angle, surface.Tilt);
+    // A transit reads no angles.
+    if (geometry == FlareGeometry::Transit)
+        watched.mirror.components = {};
+    else if (!IsFinite(watched.mirror.components))
+        return std::nullopt;
+    watched.from = std::max(0.0, (surface.From - start) * kSecondsPerDay);
+    if (!std::isfinite(watched.from)) return std::nullopt;
+    watched.skip = surface.Skip != 0;
+    return watched;
+}
+
 /// The block as one that holds no satellite.
 void ClearBlock(void* block) { std::memset(block, 0, sizeof(EngineBlock)); }
 
@@ -68,6 +103,8 @@ void ClearBlock(void* block) { std::memset(block, 0, sizeof(EngineBlock)); }
 using namespace glintara;
 
 extern "C" {
+
+int32_t GlintcoreVersion(void) { return GLINTCORE_VERSION; }
 
 int32_t SatelliteInit(const char* line1, const char* line2, char /*mode*/, void* block) {
     if (block == nullptr) return kNullPointer;
@@ -83,31 +120,33 @@ int32_t SatelliteInit(const char* line1, const char* line2, char /*mode*/, void*
 }
 
 int32_t Satellite_SGP4(void* block, double jd, double* position, double* velocity) {
-    Put(position, {});
-    Put(velocity, {});
+    PutIfAny(position, {});
+    PutIfAny(velocity, {});
     Sgp4Record record;
-    if (block == nullptr || !std::isfinite(jd) || !LoadRecord(block, record)) return kNoSatellite;
+    if (block == nullptr || !IsJulianDate(jd) || !LoadRecord(block, record)) return kNoSatellite;
     const Sgp4State state = Sgp4AtMinutes(record, MinutesSinceEpoch(record, jd));
     StoreIntegrator(block, record);
-    Put(position, state.position);
-    Put(velocity, state.velocity);
+    PutIfAny(position, state.position);
+    PutIfAny(velocity, state.velocity);
     return static_cast<int32_t>(state.error);
 }
 
 void Satellite_SetSiteGeoPosition(double x, double y, double z, double radius) {
     const Vector3 place{x, y, z};
     const double length = Length(place);
-    if (!(length > 0) || !std::isfinite(length) || !(radius > 0) || !std::isfinite(radius)) return;
+    if (!IsNearEarth(length) || !IsNearEarth(radius)) return;
     observer.unit = place / length;
     observer.radius = radius;
 }
 
 void Satellite_SetPrecession(double toEpoch, double fromEpoch) {
-    if (std::isfinite(toEpoch) && std::isfinite(fromEpoch)) precession = PrecessionMatrix(toEpoch, fromEpoch);
+    if (IsEpoch(toEpoch) && IsEpoch(fromEpoch)) precession = PrecessionMatrix(toEpoch, fromEpoch);
 }
 
 void Satellite_PrecessRADEC(double* out, const double* in, int32_t* /*flag*/) {
-    const Equatorial place = Precess(precession, {in[1], in[0]});
+    if (out == nullptr) return;
+    Equatorial place;
+    if (in != nullptr && std::isfinite(in[0]) && std::isfinite(in[1])) place = Precess(precession, {in[1], in[0]});
     out[0] = place.ra;
     out[1] = place.dec;
 }
@@ -115,14 +154,15 @@ void Satellite_PrecessRADEC(double* out, const double* in, int32_t* /*flag*/) {
 int32_t Satellite_CalcFlare(double jd, int32_t source, int32_t geometry, double x, double y, double z, double vx,
                             double vy, double vz, double angle, double tilt, double* centre, double* result) {
     const auto code = FlareGeometryOf(geometry);
-    if (!code || !std::isfinite(jd)) return 0;
+    if (!code || !IsJulianDate(jd)) return 0;
     const LightSource light = SourceOfCode(source);
     const double greenwich = SiderealFromJD(jd);
     const Lights lights = LightsAt(jd, light, greenwich, observer.radius);
     const auto flare =
         EvaluateFlare(MakeMirrorSetting(*code, angle, tilt), light, lights, {x, y, z}, {vx, vy, vz}, greenwich);
     if (!flare) return 0;
-    Put(centre, flare->centre);
+    PutIfAny(centre, flare->centre);
+    if (result == nullptr) return 1;
     std::fill_n(result, 5, 0.0);
     result[1] = Dot(Normalized(flare->centre), Normalized(lights.sun));
     result[2] = flare->incidence;
@@ -132,21 +172,46 @@ int32_t Satellite_CalcFlare(double jd, int32_t source, int32_t geometry, double 
 int32_t Satellite_FindFlare(double start, double length, int32_t source, double resolution, double siteRadius,
                             void* block, int32_t geometry, double angle, double tilt, double maxDistance, int8_t skip,
                             double* found) {
-    const auto code = FlareGeometryOf(geometry);
+    const GlintSurface surface{angle, tilt, 0, geometry, skip};
+    return Satellite_FindFirstFlare(start, length, source, resolution, siteRadius, block, &surface, 1, maxDistance,
+                                    found);
+}
+
+int32_t Satellite_FindFirstFlare(double start, double length, int32_t source, double resolution, double siteRadius,
+                                 const void* block, const GlintSurface* surfaces, int32_t count, double maxDistance,
+                                 double* found) {
     Sgp4Record record;
-    if (!code || block == nullptr || !LoadRecord(block, record)) return 0;
+    if (block == nullptr || surfaces == nullptr || count <= 0 || !LoadRecord(block, record)) return 0;
+    if (!IsJulianDate(start) || !IsJulianDate(start + length) || !IsNearEarth(siteRadius)) return 0;
+    ClearUpperHalves();
     FlareQuest quest;
-    quest.mirror = MakeMirrorSetting(*code, angle, tilt);
     quest.source = SourceOfCode(source);
     quest.site = observer.unit;
     quest.siteRadius = siteRadius;
     quest.maxDistance = maxDistance / siteRadius;
     const double asked = resolution * kSecondsPerDay;
     quest.finestStep = asked > 0 ? std::clamp(asked, kJulianDateGrain, kFinestFlareStep) : kFinestFlareStep;
-    const auto instant = FindFlare(record, quest, start, length, skip != 0);
-    if (!instant) return 0;
-    *found = *instant;
-    return 1;
+
+    int32_t first = 0;
+    const std::span<const GlintSurface> all(surfaces, static_cast<std::size_t>(count));
+    for (std::size_t next = 0; next < all.size();) {
+        std::array<WatchedMirror, kMostWatched> mirrors;
+        std::array<std::size_t, kMostWatched> places{};
+        std::size_t watched = 0;
+        for (; next < all.size() && watched < kMostWatched; ++next) {
+            const std::optional<WatchedMirror> mirror = MirrorOf(all[next], start);
+            if (!mirror) continue;
+            mirrors[watched] = *mirror;
+            places[watched++] = next;
+        }
+        // Once one is known, the others are asked only for something earlier.
+        const auto flare = FindFlare(record, quest, {mirrors.data(), watched}, start, length);
+        if (!flare || (first != 0 && !(flare->jd < start + length))) continue;
+        first = static_cast<int32_t>(places[flare->mirror] + 1);
+        length = flare->jd - start;
+        if (found != nullptr) *found = flare->jd;
+    }
+    return first;
 }
 
 void Satellite_DrawEarth(const GlintDrawTarget* target, const GlintViewConfig* config, int32_t n, const double* lat,
@@ -157,6 +222,7 @@ void Satellite_DrawEarth(const GlintDrawTarget* target, const GlintViewConfig* c
         return;
     const auto view = EarthViewOf(*config);
     if (!view) return;
+    ClearUpperHalves();
     const auto count = static_cast<std::size_t>(n);
     const bool hasRoom = buffer != nullptr && capacity > 0;
     const std::span<double> room(static_cast<double*>(buffer), hasRoom ? static_cast<std::size_t>(capacity) : 0);

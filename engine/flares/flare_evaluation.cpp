@@ -3,20 +3,17 @@
 #include "engine/astro/constants.h"
 #include "engine/astro/geodesy.h"
 #include "engine/astro/sun_moon.h"
+#include "engine/glintcore.h"
 
 namespace glintara {
 
-std::optional<FlareGeometry> FlareGeometryOf(int code) {
-    switch (code) {
-        case -1:
-        case 0:
-        case 1:
-        case 4:
-            return static_cast<FlareGeometry>(code);
-        default:
-            return std::nullopt;
-    }
-}
+// The C interface is what other languages see of the enumerations.
+static_assert(static_cast<int>(FlareGeometry::Transit) == GLINTCORE_TRANSIT);
+static_assert(static_cast<int>(FlareGeometry::AlongTrack) == GLINTCORE_ALONG_TRACK);
+static_assert(static_cast<int>(FlareGeometry::Inertial) == GLINTCORE_INERTIAL);
+static_assert(static_cast<int>(FlareGeometry::VerticalSun) == GLINTCORE_VERTICAL_SUN);
+static_assert(static_cast<int>(LightSource::Sun) == GLINTCORE_SUN);
+static_assert(static_cast<int>(LightSource::Moon) == GLINTCORE_MOON);
 
 Lights LightsAt(double jd, LightSource source, double greenwichAngle, double siteRadius) {
     Lights lights;
@@ -33,18 +30,18 @@ MirrorSetting MakeMirrorSetting(FlareGeometry geometry, double angle, double til
     return {geometry, MirrorComponents(geometry == FlareGeometry::Inertial, angle, tilt)};
 }
 
-Vector3 NormalOf(const MirrorSetting& mirror, const Vector3& r, const Vector3& v, const Vector3& sun,
-                 double greenwichAngle) {
-    switch (mirror.geometry) {
+BodyFrame FrameOf(FlareGeometry geometry, const Vector3& r, const Vector3& v, const Vector3& sun,
+                  double greenwichAngle) {
+    switch (geometry) {
         case FlareGeometry::Inertial:
-            return OnFrame(mirror.components, InertialFrame(greenwichAngle));
+            return InertialFrame(greenwichAngle);
         case FlareGeometry::VerticalSun:
-            return OnFrame(mirror.components, VerticalFrame(r, sun - r));
+            return VerticalFrame(r, sun - r);
         case FlareGeometry::AlongTrack:
         case FlareGeometry::Transit:
             break;
     }
-    return OnFrame(mirror.components, VerticalFrame(r, v));
+    return VerticalFrame(r, v);
 }
 
 std::optional<FlareCentre> EvaluateFlare(const MirrorSetting& mirror, LightSource source, const Lights& lights,
@@ -52,7 +49,8 @@ std::optional<FlareCentre> EvaluateFlare(const MirrorSetting& mirror, LightSourc
     const Vector3& light = SourceOf(lights, source);
     if (mirror.geometry == FlareGeometry::Transit) return TransitPoint(r, light);
     if (InShadow(r, Normalized(light))) return std::nullopt;
-    return MirrorFlare(r, light, NormalOf(mirror, r, v, lights.sun, greenwichAngle));
+    return MirrorFlare(r, light,
+                       OnFrame(mirror.components, FrameOf(mirror.geometry, r, v, lights.sun, greenwichAngle)));
 }
 
 }  // namespace glintara

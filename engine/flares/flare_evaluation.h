@@ -5,23 +5,11 @@
 #include <optional>
 
 #include "engine/astro/vector.h"
+#include "engine/geometry/attitude_types.h"
 #include "engine/geometry/body_frame.h"
 #include "engine/geometry/reflection.h"
 
 namespace glintara {
-
-/// How the engine carries a mirror, as its C interface numbers it.
-enum class FlareGeometry : int {
-    Transit = -1,     ///< no mirror: the light runs on past the satellite
-    AlongTrack = 0,   ///< frame of the velocity
-    Inertial = 1,     ///< fixed in space
-    VerticalSun = 4,  ///< frame of the Sun's direction
-};
-
-/// The geometry of a code; nothing for a number that is none.
-std::optional<FlareGeometry> FlareGeometryOf(int code);
-
-enum class LightSource : int { Sun = 0, Moon = 1 };
 
 /// Where Sun and Moon stand at one instant: geocentric, on the axes and in the unit of the satellite's position.
 struct Lights {
@@ -46,10 +34,10 @@ struct MirrorSetting {
 /// The setting of a mirror at `angle`, `tilt`, radians.
 MirrorSetting MakeMirrorSetting(FlareGeometry geometry, double angle, double tilt);
 
-/// The mirror's normal on a satellite at `r` with velocity direction `v`, on axes turned by `greenwichAngle`. Not for
-/// transits.
-Vector3 NormalOf(const MirrorSetting& mirror, const Vector3& r, const Vector3& v, const Vector3& sun,
-                 double greenwichAngle);
+/// The frame that carries the mirrors of a geometry, on a satellite at `r` with velocity direction `v`, on axes turned by
+/// `greenwichAngle`. Not for transits.
+BodyFrame FrameOf(FlareGeometry geometry, const Vector3& r, const Vector3& v, const Vector3& sun,
+                  double greenwichAngle);
 
 /// The flare of a mirror at one instant, shadow included; nothing when there is none.
 std::optional<FlareCentre> EvaluateFlare(const MirrorSetting& mirror, LightSource source, const Lights& lights,

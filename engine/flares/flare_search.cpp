@@ -14,6 +14,7 @@ namespace {
 
 /// Gravitational parameter of the propagator, m^3/s^2 (WGS 72).
 constexpr double kMu = 398600.8e9;
+constexpr double kMuKilometres = kMu * 1e-9;
 /// Greatest angular speed of the Earth's surface, radians per second, rounded up.
 constexpr double kEarthRate = 7.30e-5;
 /// Greatest angular speeds of Sun and Moon among the stars, radians per second, rounded up: the Sun makes 1.02 degrees
@@ -33,9 +34,15 @@ constexpr double kDeepestPerigee = 0.5;
 constexpr double kPieceLength = 3600;
 /// A satellite this far below the horizon is not looked at closer, seconds.
 constexpr double kFarBelow = 30;
-/// Where the propagator reports an error its numbers may jump, or race: no bound holds, and one look a second is
-/// enough.
-constexpr double kErrorStep = 1;
+/// Where no bound can be had one look a second is enough.
+constexpr double kBlindStep = 1;
+/// Steps through a stretch in error, seconds: each is twice the one before, from the first of these to the last.
+constexpr double kFirstErrorStep = 1;
+constexpr double kLastErrorStep = 600;
+/// The longest of them while the orbit, decayed at its perigee, still leaves the Earth in between.
+constexpr double kLastDecayedStep = 60;
+/// Radius of the Earth below which the propagator calls a satellite decayed, kilometres (WGS 72).
+constexpr double kDecayRadius = 6378.135;
 /// A mirror whose frame is undefined, with its reference along the vertical, is looked at again after this, seconds.
 constexpr double kNoFrameStep = 0.1;
 
@@ -58,16 +65,17 @@ double AimLasts(double angle, double range, double ball, double speed, double tu
     return atEnd <= angle ? end : end * (angle - now) / (atEnd - now);
 }
 
-}  // namespace
+/// Whether the orbit of a decayed satellite comes up from the Earth.
+bool ComesUp(const Sgp4State& state) {
+    const double radius = Length(state.position);
+    const double energy = Dot(state.velocity, state.velocity) / 2 - kMuKilometres / radius;
+    const double momentum = Length(CrossProduct(state.position, state.velocity));
+    const double axis = -kMuKilometres / (2 * energy);
+    const double eccentricity = std::sqrt(std::max(0.0, 1 - momentum * momentum / (kMuKilometres * axis)));
+    return !(kApogeeMargin * axis * (1 + eccentricity) < kDecayRadius);
+}
 
-struct FlareSearch::Scene {
-    Vector3 r;
-    Vector3 v;
-    Vector3 site;
-    Vector3 source;
-    Vector3 sun;
-    double radius = 0;
-};
+}  // namespace
 
 Vector3 FlareSearch::Body::At(double fraction) const {
     const double a = (1 - fraction) * (1 - 2 * fraction);
@@ -133,70 +141,128 @@ Vector3 FlareSearch::SourceAt(double seconds) const {
     return quest_.source == LightSource::Moon ? moon_.At((seconds - pieceStart_) / kPieceLength) : SunAt(seconds);
 }
 
-FlareSearch::Answer FlareSearch::At(double seconds) {
-    const Sgp4State state = Sgp4AtMinutes(record_, startMinutes_ + seconds / 60);
-    const double scale = 1000 / quest_.siteRadius;
+Sgp4State FlareSearch::Propagated(double seconds) {
+    ++propagations_;
+    return Sgp4AtMinutes(record_, startMinutes_ + seconds / 60);
+}
+
+double FlareSearch::ErrorEnd(double from, double to) {
+    double bad = from;
+    double step = kFirstErrorStep;
+    while (bad < to) {
+        double good = std::min(bad + step, to);
+        const Sgp4State state = Propagated(good);
+        if (state.error == Sgp4Error::None) {
+            while (good - bad > quest_.finestStep) {
+                const double middle = (bad + good) / 2;
+                (Propagated(middle).error == Sgp4Error::None ? good : bad) = middle;
+            }
+            return good;
+        }
+        bad = good;
+        const bool maySurface = state.error == Sgp4Error::Decayed && ComesUp(state);
+        step = std::min(2 * step, maySurface ? kLastDecayedStep : kLastErrorStep);
+    }
+    return to;
+}
+
+FlareSearch::Scene FlareSearch::SceneAt(double seconds, double to) {
     Scene scene;
+    const Sgp4State state = Propagated(seconds);
+    if (state.error != Sgp4Error::None) {
+        scene.quiet = ErrorEnd(seconds, to) - seconds;
+        ratesHold_ = false;
+        return scene;
+    }
+    const double scale = 1000 / quest_.siteRadius;
     scene.r = scale * state.position;
     scene.v = scale * state.velocity;
     if (seconds >= pieceEnd_ || seconds < pieceStart_) {
         EnterPiece(seconds);
-        SetRates(scene.r, scene.v);
+        ratesHold_ = false;
     }
+    if (!ratesHold_) SetRates(scene.r, scene.v);
+    ratesHold_ = true;
     scene.radius = Length(scene.r);
-    const bool failed = state.error != Sgp4Error::None;
     if (!(scene.radius > 1) || !std::isfinite(rates_.speed)) {
         const double lasts = (1 - scene.radius) / rates_.speed;
-        const double least = failed ? kErrorStep : 0;
-        return {false, std::isfinite(lasts) ? std::max(lasts, least) : kErrorStep};
+        scene.quiet = std::isfinite(lasts) ? lasts : kBlindStep;
+        return scene;
     }
 
     scene.site = TurnedAboutPole(quest_.site, SiderealFromJD(start_ + seconds / kSecondsPerDay));
     const double apart = ClampedArcCos(Dot(scene.r, scene.site) / scene.radius);
-    const double below = (apart - rates_.horizonAngle) / (rates_.orbit + kEarthRate);
-    if (below > kFarBelow && !failed) return {false, below};
-    scene.source = SourceAt(seconds);
-    scene.sun = quest_.source == LightSource::Moon ? SunAt(seconds) : scene.source;
-    Answer answer = BeamAnswer(scene);
-    if (!answer.flare) answer.lasts = std::max(answer.lasts, below);
-    if (failed || !std::isfinite(answer.lasts)) answer.lasts = kErrorStep;
-    return answer;
+    scene.quiet = (apart - rates_.horizonAngle) / (rates_.orbit + kEarthRate);
+    scene.open = !(scene.quiet > kFarBelow);
+    if (scene.open) AddSurroundings(seconds, scene);
+    return scene;
 }
 
-FlareSearch::Answer FlareSearch::BeamAnswer(const Scene& scene) const {
+void FlareSearch::AddSurroundings(double seconds, Scene& scene) const {
+    scene.source = SourceAt(seconds);
+    scene.sun = quest_.source == LightSource::Moon ? SunAt(seconds) : scene.source;
+    scene.ray = Normalized(scene.r - scene.source);
+    const Vector3 u = Normalized(scene.source);
+    const double along = Dot(scene.r, u);
+    const double across = Length(CrossProduct(scene.r, u));
+    const double shift = rates_.speed + scene.radius * rates_.source;
+    scene.dark = InShadow(scene.r, u);
+    scene.shadeLasts = scene.dark ? std::min(1 - across, -along) / shift : std::max(across - 1, along) / shift;
+    const Vector3 sight = scene.site - scene.r;
+    scene.range = Length(sight);
+    scene.sight = sight / scene.range;
+}
+
+FlareSearch::FrameMotion FlareSearch::FrameIn(FlareGeometry geometry, const Scene& scene) const {
+    constexpr double forever = std::numeric_limits<double>::infinity();
+    FrameMotion motion;
+    motion.frame = FrameOf(geometry, scene.r, scene.v, scene.sun, 0);
+    motion.trusted = forever;
+    switch (geometry) {
+        case FlareGeometry::Transit:
+        case FlareGeometry::Inertial:
+            break;
+        case FlareGeometry::AlongTrack:
+            motion.rate = rates_.orbit + kPlaneRate;
+            break;
+        case FlareGeometry::VerticalSun: {
+            // Near the sub-solar point the Sun's azimuth, and the body with it, turns fast: as 1 over the sine of its
+            // zenith distance. Until that sine has halved, the rate is at most twice that.
+            const double sine = Length(CrossProduct(scene.r / scene.radius, Normalized(scene.sun - scene.r)));
+            const double swing = rates_.orbit + rates_.sunSight;
+            motion.rate = 2 * swing / sine;
+            motion.trusted = 0.5 * sine / swing;
+            break;
+        }
+    }
+    return motion;
+}
+
+FlareSearch::Answer FlareSearch::BeamAnswer(const MirrorSetting& mirror, Scene& scene) const {
     constexpr double forever = std::numeric_limits<double>::infinity();
     const Vector3& r = scene.r;
-    const Vector3 ray = Normalized(r - scene.source);
 
     // The beam, and how fast the mirror's normal turns.
-    Vector3 beam = ray;
+    Vector3 beam = scene.ray;
     double onNormal = -1;
     double normalRate = 0;
     double trusted = forever;  // for how long `normalRate` holds
     bool dark = false;
     double shadeLasts = forever;
-    if (quest_.mirror.geometry != FlareGeometry::Transit) {
-        const Vector3 normal = NormalOf(quest_.mirror, r, scene.v, scene.sun, 0);
-        if (!IsFinite(normal)) return {false, kNoFrameStep};
-        onNormal = Dot(ray, normal);
-        beam = ray - 2 * onNormal * normal;
-        if (quest_.mirror.geometry == FlareGeometry::AlongTrack) {
-            normalRate = rates_.orbit + kPlaneRate;
-        } else if (quest_.mirror.geometry == FlareGeometry::VerticalSun) {
-            // Near the sub-solar point the Sun's azimuth, and the body with it, turns fast: as 1 over the sine of its
-            // zenith distance. Until that sine has halved, the rate is at most twice that.
-            const double sine = Length(CrossProduct(r / scene.radius, Normalized(scene.sun - r)));
-            const double swing = rates_.orbit + rates_.sunSight;
-            normalRate = 2 * swing / sine;
-            trusted = 0.5 * sine / swing;
+    if (mirror.geometry != FlareGeometry::Transit) {
+        if (!scene.frame || scene.frameGeometry != mirror.geometry) {
+            scene.frame = FrameIn(mirror.geometry, scene);
+            scene.frameGeometry = mirror.geometry;
         }
-
-        const Vector3 u = Normalized(scene.source);
-        const double along = Dot(r, u);
-        const double across = Length(CrossProduct(r, u));
-        const double shift = rates_.speed + scene.radius * rates_.source;
-        dark = InShadow(r, u);
-        shadeLasts = dark ? std::min(1 - across, -along) / shift : std::max(across - 1, along) / shift;
+        const FrameMotion& body = *scene.frame;
+        const Vector3 normal = OnFrame(mirror.components, body.frame);
+        if (!IsFinite(normal)) return {false, kNoFrameStep};
+        onNormal = Dot(scene.ray, normal);
+        beam = scene.ray - 2 * onNormal * normal;
+        normalRate = body.rate;
+        trusted = body.trusted;
+        dark = scene.dark;
+        shadeLasts = scene.shadeLasts;
     }
     const bool lit = onNormal <= 0;
     const double litLasts = ClampedArcSin(std::abs(onNormal)) / (normalRate + rates_.incident);
@@ -237,72 +303,116 @@ FlareSearch::Answer FlareSearch::BeamAnswer(const Scene& scene) const {
     else if (inside)
         lasts = 0;
     if (!lit) lasts = std::max(lasts, litLasts);
-    const Vector3 sight = scene.site - r;
-    const double range = Length(sight);
-    lasts = std::max(lasts, AimLasts(ClampedArcCos(Dot(beam, sight) / range), range, quest_.maxDistance,
+    lasts = std::max(lasts, AimLasts(ClampedArcCos(Dot(beam, scene.sight)), scene.range, quest_.maxDistance,
                                      rates_.speed + kEarthRate, beamRate));
     lasts = std::min(lasts, trusted);
     if (dark) lasts = std::max(lasts, shadeLasts);
     return {false, lasts};
 }
 
-std::optional<double> FlareSearch::FirstFlare(double from, double to) {
-    for (double t = from; t < to;) {
-        const Answer answer = At(t);
-        if (answer.flare) return t;
-        t += std::max(answer.lasts, quest_.finestStep);
+std::optional<FlareSearch::Hit> FlareSearch::FirstFlare(std::span<WatchedMirror> mirrors, double to) {
+    constexpr double never = std::numeric_limits<double>::infinity();
+    for (;;) {
+        double t = never;
+        for (const WatchedMirror& watched : mirrors) t = std::min(t, watched.from);
+        if (!(t < to)) return std::nullopt;
+        Scene scene = SceneAt(t, to);
+        const double quietUntil = t + std::max(scene.quiet, quest_.finestStep);
+        for (std::size_t i = 0; i < mirrors.size(); ++i) {
+            WatchedMirror& watched = mirrors[i];
+            if (!scene.open) {
+                watched.from = std::max(watched.from, quietUntil);
+                continue;
+            }
+            if (watched.from > t) continue;
+            const Answer answer = BeamAnswer(watched.mirror, scene);
+            if (answer.flare) return Hit{t, i};
+            const double lasts = std::isfinite(answer.lasts) ? answer.lasts : kBlindStep;
+            watched.from = t + std::max({lasts, scene.quiet, quest_.finestStep});
+        }
     }
-    return std::nullopt;
 }
 
-double FlareSearch::PassEnd(double from, double to) {
+double FlareSearch::PassEnd(const MirrorSetting& mirror, double from, double to) {
     for (double t = from; t < to;) {
-        const Answer answer = At(t);
+        Scene scene = SceneAt(t, to);
+        if (!scene.open) return t;
+        const Answer answer = BeamAnswer(mirror, scene);
         if (!answer.flare) return t;
         t += std::max(answer.lasts, quest_.finestStep);
     }
     return to;
 }
 
+bool FlareSearch::FlareAt(const MirrorSetting& mirror, double seconds) {
+    Scene scene = SceneAt(seconds, seconds);
+    return scene.open && BeamAnswer(mirror, scene).flare;
+}
+
 namespace {
 
-/// The search in a window across which the sidereal angle is continuous.
-std::optional<double> FindInWindow(const Sgp4Record& record, const FlareQuest& quest, double start, double seconds,
-                                   bool skip) {
+/// The mirrors of one call, in a place of their own: nothing here allocates.
+using Watched = std::array<WatchedMirror, kMostWatched>;
+
+/// The search in a window across which the sidereal angle is continuous. `mirrors` count from its start.
+std::optional<FoundFlare> FindInWindow(const Sgp4Record& record, const FlareQuest& quest,
+                                       std::span<WatchedMirror> mirrors, double start, double seconds,
+                                       std::int64_t& propagations) {
     FlareSearch search(record, quest, start);
-    double from = 0;
-    std::optional<double> found = search.FirstFlare(from, seconds);
-    if (!found && seconds <= 0 && search.FlareAt(0)) found = 0;
-    while (skip && found && *found <= kSkipGuard) {
-        from = search.PassEnd(*found, seconds);
-        found = search.FirstFlare(from, seconds);
+    std::optional<FlareSearch::Hit> hit;
+    while ((hit = search.FirstFlare(mirrors, seconds))) {
+        WatchedMirror& watched = mirrors[hit->mirror];
+        if (!watched.skip || hit->seconds > kSkipGuard) break;
+        watched.from = search.PassEnd(watched.mirror, hit->seconds, seconds);
     }
-    if (!found) return std::nullopt;
-    // A Julian date in a double is good to 40 microseconds; the one handed out shall itself lie in the flare.
-    double jd = start + *found / kSecondsPerDay;
-    constexpr int kRoundingSteps = 4;
-    for (int i = 0; i < kRoundingSteps && !search.FlareAt((jd - start) * kSecondsPerDay); ++i)
-        jd = std::nextafter(jd, std::numeric_limits<double>::infinity());
-    return jd;
+    // A window without length is one instant.
+    for (std::size_t i = 0; i < mirrors.size() && !hit && seconds <= 0; ++i)
+        if (!mirrors[i].skip && mirrors[i].from <= 0 && search.FlareAt(mirrors[i].mirror, 0))
+            hit = FlareSearch::Hit{0, i};
+    std::optional<FoundFlare> found;
+    if (hit) {
+        // A Julian date in a double is good to 40 microseconds; the one handed out shall itself lie in the flare.
+        const MirrorSetting& mirror = mirrors[hit->mirror].mirror;
+        double jd = start + hit->seconds / kSecondsPerDay;
+        constexpr int kRoundingSteps = 4;
+        for (int i = 0; i < kRoundingSteps && !search.FlareAt(mirror, (jd - start) * kSecondsPerDay); ++i)
+            jd = std::nextafter(jd, std::numeric_limits<double>::infinity());
+        found = FoundFlare{jd, hit->mirror};
+    }
+    propagations += search.Propagations();
+    return found;
 }
 
 }  // namespace
 
-std::optional<double> FindFlare(const Sgp4Record& record, const FlareQuest& quest, double start, double length,
-                                bool skip) {
-    const bool sane = std::isfinite(start) && length >= 0 && quest.maxDistance > 0 && quest.siteRadius > 0 &&
-                      std::isfinite(quest.siteRadius) && IsFinite(quest.site) && IsFinite(quest.mirror.components);
+std::optional<FoundFlare> FindFlare(const Sgp4Record& record, const FlareQuest& quest,
+                                    std::span<const WatchedMirror> mirrors, double start, double length,
+                                    std::int64_t* propagations) {
+    const bool sane = std::isfinite(start) && length >= 0 && length <= kLongestWindow && quest.maxDistance > 0 &&
+                      quest.siteRadius > 0 && std::isfinite(quest.siteRadius) && IsFinite(quest.site) &&
+                      mirrors.size() <= kMostWatched;
     if (!sane) return std::nullopt;
-    const double window = std::min(length, kLongestWindow);
-    // The Greenwich angle changes its sign at noon of 1 January 2000: no rate bounds the observer's motion across that
-    // instant.
-    if (start < kJ2000 && start + window > kJ2000) {
+    Watched room;
+    const std::span<WatchedMirror> watched(room.data(), mirrors.size());
+    std::int64_t cost = 0;
+    std::optional<FoundFlare> found;
+    double seconds = length * kSecondsPerDay;
+    std::ranges::copy(mirrors, watched.begin());
+    if (start < kJ2000 && start + length > kJ2000) {
+        // The Greenwich angle changes its sign at noon of 1 January 2000: no rate bounds the observer's motion across
+        // that instant.
         const double before = (kJ2000 - start) * kSecondsPerDay;
-        if (const auto found = FindInWindow(record, quest, start, before, skip)) return found;
-        const bool guarded = skip && before <= kSkipGuard;
-        return FindInWindow(record, quest, kJ2000, (window - (kJ2000 - start)) * kSecondsPerDay, guarded);
+        found = FindInWindow(record, quest, watched, start, before, cost);
+        for (std::size_t i = 0; i < watched.size(); ++i) {
+            watched[i].from = std::max(mirrors[i].from - before, 0.0);
+            watched[i].skip = mirrors[i].skip && before <= kSkipGuard;
+        }
+        start = kJ2000;
+        seconds -= before;
     }
-    return FindInWindow(record, quest, start, window * kSecondsPerDay, skip);
+    if (!found) found = FindInWindow(record, quest, watched, start, seconds, cost);
+    if (propagations != nullptr) *propagations += cost;
+    return found;
 }
 
 }  // namespace glintara

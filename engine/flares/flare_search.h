@@ -1,6 +1,6 @@
 #pragma once
 
-// The earliest flare of one mirror near one place.
+// The earliest flare of the mirrors of one satellite near one place.
 //
 // The search is exact by bounds, not by luck. At each instant it works out for how many seconds the answer "no flare
 // here" must certainly last: every quantity that decides (the satellite's height above the observer's horizon, the
@@ -8,8 +8,17 @@
 // beam's foot) changes at a rate that is bounded by the orbit's greatest speed and angular speed, and the one that
 // excludes a flare longest sets the step. Close to a flare the steps shrink to `kFinestFlareStep`; a flare shorter than
 // that can be missed, nothing else can.
+//
+// All mirrors of a satellite are followed together: what is costly, the propagation, is the same for all.
+//
+// An instant at which the propagator reports an error holds no flare. Such a stretch is passed over in growing steps,
+// and its end found by halving; only a sound stretch between two in error that is shorter than such a step (a minute
+// while the orbit still leaves the Earth, ten at the most) can be passed over with them.
 
+#include <cstddef>
+#include <cstdint>
 #include <optional>
+#include <span>
 
 #include "engine/astro/vector.h"
 #include "engine/flares/flare_evaluation.h"
@@ -20,9 +29,15 @@ namespace glintara {
 /// The finest step of the search, seconds: the precision of its answers.
 inline constexpr double kFinestFlareStep = 1e-3;
 
+/// Days that one search covers at the most.
+inline constexpr double kLongestWindow = 366;
+
+/// Seconds at the start of a window in which a pass in progress is left out under the skip flag: the program's clock
+/// stands at the previous flare to 0.1 s and a millisecond.
+inline constexpr double kSkipGuard = 0.101;
+
 /// What is looked for.
 struct FlareQuest {
-    MirrorSetting mirror;
     LightSource source = LightSource::Sun;
     Vector3 site{1, 0, 0};                 ///< the observer on the unit sphere, Earth-fixed
     double siteRadius = 0;                 ///< unit of length, metres
@@ -30,24 +45,40 @@ struct FlareQuest {
     double finestStep = kFinestFlareStep;  ///< seconds
 };
 
+/// A mirror that the search follows.
+struct WatchedMirror {
+    MirrorSetting mirror;
+    double from = 0;    ///< seconds after the start before which this mirror is not asked
+    bool skip = false;  ///< a pass in progress at any time in the first `kSkipGuard` of the window is left out
+};
+
 /// One window of the search: a satellite and an instant from which seconds are counted.
 class FlareSearch {
   public:
+    /// A flare found: when, in seconds after the start, and the index of its mirror.
+    struct Hit {
+        double seconds = 0;
+        std::size_t mirror = 0;
+    };
+
     /// `record` is copied. `start` is a Julian date (UTC).
     FlareSearch(const Sgp4Record& record, const FlareQuest& quest, double start);
 
-    /// First instant from `from` on and before `to`, seconds after the start, at which there is a flare within the
-    /// distance.
-    std::optional<double> FirstFlare(double from, double to);
+    /// The first instant before `to` at which one of the mirrors has a flare within the distance, not before its
+    /// `from`; of equal instants the first mirror. Each `from` moves on to an instant before which there is none.
+    std::optional<Hit> FirstFlare(std::span<WatchedMirror> mirrors, double to);
 
-    /// First instant from `from` on at which there is none; `to` when it lasts that long.
-    double PassEnd(double from, double to);
+    /// First instant from `from` on at which `mirror` has none; `to` when it lasts that long.
+    double PassEnd(const MirrorSetting& mirror, double from, double to);
 
-    /// Whether there is a flare within the distance at `seconds` after the start.
-    bool FlareAt(double seconds) { return At(seconds).flare; }
+    /// Whether `mirror` has a flare within the distance at `seconds` after the start.
+    bool FlareAt(const MirrorSetting& mirror, double seconds);
+
+    /// How many times the satellite was propagated so far: what a search costs.
+    std::int64_t Propagations() const { return propagations_; }
 
   private:
-    /// The answer at one instant, and for how many seconds it certainly stays the same.
+    /// The answer for one mirror at one instant, and for how many seconds it certainly stays the same.
     struct Answer {
         bool flare = false;
         double lasts = 0;
@@ -64,21 +95,48 @@ class FlareSearch {
                                   ///< is within the distance
     };
 
-    /// A satellite and its surroundings at one instant, on inertial axes.
-    struct Scene;
+    /// How a frame stands at one instant, and how fast it turns.
+    struct FrameMotion {
+        BodyFrame frame;
+        double rate = 0;     ///< greatest, radians per second
+        double trusted = 0;  ///< for how many seconds `rate` holds
+    };
 
-    Answer At(double seconds);
-    void EnterPiece(double seconds);
-    void SetRates(const Vector3& r, const Vector3& v);
-    Vector3 SunAt(double seconds) const;
-    Vector3 SourceAt(double seconds) const;
-    Answer BeamAnswer(const Scene& scene) const;
+    /// A satellite and its surroundings at one instant, on inertial axes: what all mirrors share.
+    struct Scene {
+        double quiet = 0;   ///< for how many seconds no mirror can have a flare, whatever it is
+        bool open = false;  ///< whether mirrors are to be asked at all; when not, nothing below is set
+        Vector3 r;
+        Vector3 v;
+        Vector3 site;
+        Vector3 source;
+        Vector3 sun;
+        double radius = 0;
+        Vector3 ray;                       ///< from the source to the satellite, unit
+        bool dark = false;                 ///< in the Earth's shadow
+        double shadeLasts = 0;             ///< for how many seconds `dark` stays as it is
+        Vector3 sight;                     ///< from the satellite to the observer, unit
+        double range = 0;                  ///< the distance of the two
+        std::optional<FrameMotion> frame;  ///< of the mirror asked last; the next one mostly has the same
+        FlareGeometry frameGeometry = FlareGeometry::Transit;
+    };
 
     /// A slowly moving body between three places: start, middle and end of a piece.
     struct Body {
         Vector3 first, middle, last;
         Vector3 At(double fraction) const;
     };
+
+    Sgp4State Propagated(double seconds);
+    double ErrorEnd(double from, double to);
+    Scene SceneAt(double seconds, double to);
+    void AddSurroundings(double seconds, Scene& scene) const;
+    FrameMotion FrameIn(FlareGeometry geometry, const Scene& scene) const;
+    Answer BeamAnswer(const MirrorSetting& mirror, Scene& scene) const;
+    void EnterPiece(double seconds);
+    void SetRates(const Vector3& r, const Vector3& v);
+    Vector3 SunAt(double seconds) const;
+    Vector3 SourceAt(double seconds) const;
 
     Sgp4Record record_;
     FlareQuest quest_;
@@ -89,19 +147,25 @@ class FlareSearch {
     Body sun_;
     Body moon_;
     Rates rates_;
+    bool ratesHold_ = false;
     double capAngle_;
+    std::int64_t propagations_ = 0;
 };
 
-/// The entry `Satellite_FindFlare` on a record: the Julian date found. `length` in days; more than `kLongestWindow` is
-/// cut.
-std::optional<double> FindFlare(const Sgp4Record& record, const FlareQuest& quest, double start, double length,
-                                bool skip);
+/// Mirrors that one call of `FindFlare` follows together.
+inline constexpr std::size_t kMostWatched = 32;
 
-/// Days that one search covers at the most.
-inline constexpr double kLongestWindow = 366;
+/// A flare found: Julian date (UTC), and the index of its mirror.
+struct FoundFlare {
+    double jd = 0;
+    std::size_t mirror = 0;
+};
 
-/// Seconds at the start of a window in which a pass in progress is left out under the skip flag: the program's clock
-/// stands at the previous flare to 0.1 s and a millisecond.
-inline constexpr double kSkipGuard = 0.101;
+/// The search behind the C entries: the earliest flare of `mirrors` (as many as `kMostWatched`) in the window of
+/// `length` days from Julian date `start` on; of equal instants that of the first mirror. `propagations`, when given,
+/// is raised by what the search cost. Nothing is found in a window longer than `kLongestWindow`.
+std::optional<FoundFlare> FindFlare(const Sgp4Record& record, const FlareQuest& quest,
+                                    std::span<const WatchedMirror> mirrors, double start, double length,
+                                    std::int64_t* propagations = nullptr);
 
 }  // namespace glintara

@@ -9,15 +9,6 @@
 
 namespace glintara {
 
-/// How the mirrors of a satellite are carried around its orbit.
-enum class OrientationType : int {
-    AlongTrack = 0,   ///< vertical, and ahead along the horizontal part of the velocity
-    Inertial = 1,     ///< fixed in space
-    Rotating = 2,     ///< spinning about an axis fixed in space
-    AlongTarget = 3,  ///< vertical, and ahead towards another satellite
-    VerticalSun = 4,  ///< vertical, and ahead towards the Sun
-};
-
 /// Three unit vectors at right angles: the frame in which `Angle` and `Tilt` of a mirror are counted.
 struct BodyFrame {
     Vector3 BodyUp;

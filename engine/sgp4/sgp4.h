@@ -188,12 +188,16 @@ inline constexpr double kIntegratorSpan = 100 * 365.25 * 1440;
 [[nodiscard]] bool Sgp4Prepare(const MeanElements& elements, Sgp4Record& record);
 
 /// Position and velocity `minutes` after the epoch. Moves the integrator in `record`; the result does not depend, in
-/// any bit, on what was asked before. Position and velocity are finite for every argument:
-///   - decayed: the numbers of the theory as they fall;
-///   - elements that the theory refuses: they are brought back into range (too great an eccentricity to that of a
-///     semi-latus rectum of one Earth radius), and the state follows from that;
-///   - no finite state, or one farther than 1e12 km (or faster than 1e12 km/s): zeros, with the first error found or
-///   `MeanElements`.
+/// any bit, on what was asked before. Position and velocity are finite for every argument. What they are under an error:
+///
+///   | state                                               | numbers                                                  |
+///   |-----------------------------------------------------|----------------------------------------------------------|
+///   | decayed                                             | those of the theory, as they fall                        |
+///   | elements that the theory refuses                    | what follows when they are brought back into range: too  |
+///   |                                                     | great an eccentricity to that of a semi-latus rectum of  |
+///   |                                                     | one Earth radius                                         |
+///   | not finite, farther than 1e12 km or faster than     | zeros, with the first error found or `MeanElements`      |
+///   | 1e12 km/s                                           |                                                          |
 Sgp4State Sgp4AtMinutes(Sgp4Record& record, double minutes);
 
 /// Minutes from the epoch of `record` to Julian date `jd` (UTC), negative before. Loses nothing to the size of the

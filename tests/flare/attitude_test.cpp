@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "engine/geometry/attitude_types.h"
 #include "flare/observed_night.h"
 #include "orbit/propagation.h"
 
@@ -254,13 +255,52 @@ TEST_F(AttitudeTest, ATypeThatIsNoneGivesNoFrame) {
     }
 }
 
-TEST(GeometryCode, RotatingAndTargetAreCarriedAsFixedInSpace) {
-    EXPECT_EQ(GeometryCodeOf(0, false), 0);
-    EXPECT_EQ(GeometryCodeOf(1, false), 1);
-    EXPECT_EQ(GeometryCodeOf(2, false), 1);
-    EXPECT_EQ(GeometryCodeOf(3, false), 1);
-    EXPECT_EQ(GeometryCodeOf(4, false), 4);
-    for (int type = 0; type <= 4; ++type) EXPECT_EQ(GeometryCodeOf(type, true), -1);
+struct SurfacesTakingPartTest : AttitudeTest {
+    std::vector<int> Geometries(bool transit) {
+        std::vector<int> codes;
+        for (const GlintSurface& surface : SurfacesTakingPart(First(), transit).All())
+            codes.push_back(surface.Geometry);
+        return codes;
+    }
+};
+
+TEST_F(SurfacesTakingPartTest, RotatingAndTargetAreCarriedAsFixedInSpace) {
+    First().Surface.MirrorCount = 1;
+    const std::vector<int> codes{0, 1, 1, 1, 4};
+    for (int type = 0; type <= 4; ++type) {
+        First().Surface.OrientationType = type;
+        EXPECT_EQ(Geometries(false), std::vector<int>{codes[static_cast<std::size_t>(type)]}) << type;
+        EXPECT_EQ(Geometries(true), std::vector<int>{-1}) << type;
+    }
+}
+
+TEST_F(SurfacesTakingPartTest, AllThreeAntennasInTheirOrderInRadians) {
+    const EngineSurfaces surfaces = SurfacesTakingPart(First(), false);
+    ASSERT_EQ(surfaces.All().size(), 3u);
+    for (std::size_t k = 0; k < 3; ++k) {
+        const MirrorRecord& mirror = First().Surface.Mirror(static_cast<int>(k) + 1);
+        EXPECT_NEAR(surfaces.All()[k].Angle, mirror.Angle * kDegree, 1e-12);
+        EXPECT_NEAR(surfaces.All()[k].Tilt, 40 * kDegree, 1e-12);
+        EXPECT_EQ(surfaces.All()[k].Skip, 0);
+    }
+}
+
+TEST_F(SurfacesTakingPartTest, NoneOfASatelliteThatIsDisabledOrHasNoModel) {
+    First().Surface.OrientationType = 5;
+    EXPECT_TRUE(Geometries(false).empty());
+    EXPECT_EQ(Geometries(true).size(), 1u);
+    First().Surface.OrientationType = 0;
+    First().Surface.ModelFlags[0] = '0';
+    EXPECT_TRUE(Geometries(false).empty());
+    First().Surface.ModelFlags[0] = '1';
+    First().Surface.MirrorCount = 20;
+    EXPECT_EQ(Geometries(false).size(), 20u);
+    First().Surface.MirrorCount = 0;
+    EXPECT_TRUE(Geometries(false).empty());
+    First().Surface.MirrorCount = 3;
+    First().OptionFlags = "1100000000000000";
+    EXPECT_TRUE(Geometries(false).empty());
+    EXPECT_TRUE(Geometries(true).empty());
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "engine/geometry/attitude_types.h"
 #include "flare/attitude.h"
 #include "flare/observed_night.h"
 #include "flare/surface_models.h"

@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "engine/geometry/attitude_types.h"
 #include "orbit/location.h"
 #include "scene/scene_fixture.h"
 

@@ -5,6 +5,7 @@
 #include <new>
 
 #include "engine/astro/number_text.h"
+#include "engine/geometry/attitude_types.h"
 #include "flare/observed_night.h"
 #include "orbit/propagation.h"
 #include "scene/flare_marks.h"
