@@ -1,6 +1,7 @@
 #include "orbit/satellite_table.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <optional>
 #include <utility>
@@ -57,6 +58,20 @@ std::string ShownName(std::string_view name) {
 double SatelliteNumberValue(std::string_view satNumber) {
     const std::string_view text = TrimmedText(satNumber);
     return Alpha5Value(text).value_or(LeadingNumber(text));
+}
+
+std::string SatelliteNumberText(double number) {
+    std::string start(kSatNumberWidth, '0');
+    if (number >= kAlpha5FirstValue * kAlpha5Unit && number <= kLargestSatelliteNumber) {
+        const double tenThousands = std::floor(number / kAlpha5Unit);
+        start = kAlpha5Letters[static_cast<std::size_t>(tenThousands - kAlpha5FirstValue)];
+        number -= tenThousands * kAlpha5Unit;
+        start.append(kSatNumberWidth - 1, '0');
+        const std::string digits = PlainNumberText(number);
+        return start.substr(0, kSatNumberWidth - digits.size()) + digits;
+    }
+    const std::string text = start + PlainNumberText(number);
+    return text.substr(text.size() - kSatNumberWidth);
 }
 
 int SearchOrbitNumber(const CommonData& data, int number) {

@@ -20,6 +20,13 @@ std::string ShownName(std::string_view name);
 /// "Z9999" 339999). Any other text is read as a number from its start; 0 when there is none.
 double SatelliteNumberValue(std::string_view satNumber);
 
+/// The largest catalogue number that five characters can hold.
+inline constexpr double kLargestSatelliteNumber = 339999;
+
+/// The other way: the five characters of catalogue number `number`, a whole number of 0 to `kLargestSatelliteNumber`.
+/// Numbers beyond 99999 are in the Alpha-5 form; any other number is zero padded and its last five characters are taken.
+std::string SatelliteNumberText(double number);
+
 /// Index of the last satellite with that `OrbitNumber`; 0 for none.
 int SearchOrbitNumber(const CommonData& data, int number);
 

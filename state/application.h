@@ -8,6 +8,8 @@
 #include "state/main_controls.h"
 #include "state/message_boxes.h"
 #include "state/mirror_controls.h"
+#include "state/observation_controls.h"
+#include "state/output_controls.h"
 #include "state/run_state.h"
 #include "state/window_signals.h"
 
@@ -30,6 +32,8 @@ struct Application {
     MainControls Main;
     FindFlareControls FindFlare;
     MirrorControls Mirror;
+    ObservationControls Observations;
+    OutputControls Output;
     RunState Run;
 
     MessageBoxes& Boxes;
