@@ -70,10 +70,10 @@ struct Day {
 };
 
 /// Hours of satellites in which there is a flare.
-int SearchHours(const Day& day, double start) {
+int SearchHours(Day& day, double start) {
     int found = 0;
     for (int hour = 0; hour < kHours; ++hour) {
-        for (const Followed& satellite : day.followed) {
+        for (Followed& satellite : day.followed) {
             const std::span<const GlintSurface> surfaces = satellite.surfaces.All();
             double jd = 0;
             found += Satellite_FindFirstFlare(start + hour * kHour, kHour, GLINTCORE_SUN, kResolution,

@@ -9,9 +9,8 @@
  *   State       The library remembers two things between calls: the observer's place and the pair of precession epochs.
  *               Everything about a satellite is in the caller's EngineBlock.
  *   Threads     Once place and epochs are set, all other calls may run in parallel, each on a block of its own. Calls
- *               on one block are to be made one at a time, except that any number may search it (Satellite_FindFlare,
- *               Satellite_FindFirstFlare) while nobody propagates it. Satellite_SetSiteGeoPosition and
- *               Satellite_SetPrecession are to be called while no other call runs.
+ *               on one block are to be made one at a time. Satellite_SetSiteGeoPosition and Satellite_SetPrecession are
+ *               to be called while no other call runs.
  *   Errors      No call throws, and none crashes on bad numbers, bad text or null pointers. What a null pointer does is
  *               told for every argument. No number handed out is ever infinite or no number.
  *   Ranges      Instants are Julian dates (UTC) from GLINTCORE_FIRST_JD to GLINTCORE_LAST_JD, observers stand between
@@ -238,12 +237,14 @@ GLINTCORE_API int32_t Satellite_FindFlare(double start, double length, int32_t s
  *   surfaces     `count` surfaces; those with a geometry that is none, or numbers that are none, have no flares. Null:
  *                result 0
  *   count        how many; 0 or less: result 0
+ *   block        as Satellite_SGP4 takes it: its private bytes are updated, which makes the next search faster and
+ *                changes nothing else. Null: result 0
  *   the others   as for Satellite_FindFlare
  *
  * Returns the number of the surface, counted from 1; of equal instants the first surface. Otherwise 0, as
  * Satellite_FindFlare does. */
 GLINTCORE_API int32_t Satellite_FindFirstFlare(double start, double length, int32_t source, double resolution,
-                                               double siteRadius, const void* block, const GlintSurface* surfaces,
+                                               double siteRadius, void* block, const GlintSurface* surfaces,
                                                int32_t count, double maxDistance, double* found);
 
 /* Draws the countries: each polygon filled, then outlined. On the globe what lies behind it is left away, and the

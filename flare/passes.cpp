@@ -102,7 +102,7 @@ class SatellitePasses {
         return moment && moment->distance < quest_.maxDistance ? moment : std::nullopt;
     }
 
-    /// Follows the pass of surface number `mirror` that begins at `begin`, appends it, and returns an instant behind it.
+    /// Follows the pass of surface `mirror` that begins at `begin`, appends it, and returns an instant behind it.
     double AppendPass(double begin, int mirror, std::vector<FlarePass>& passes) {
         const GlintSurface& surface = surfaces_.All()[static_cast<std::size_t>(mirror - 1)];
         const double spanEnd = SpanEnd(quest_);

@@ -58,8 +58,8 @@ struct SurfaceFlare {
     int mirror = 0;
 };
 
-std::optional<SurfaceFlare> Ask(const SatRecord& satellite, const Settings& settings,
-                                std::span<const GlintSurface> surfaces, double from, double length) {
+std::optional<SurfaceFlare> Ask(SatRecord& satellite, const Settings& settings, std::span<const GlintSurface> surfaces,
+                                double from, double length) {
     double jd = 0;
     const int mirror = Satellite_FindFirstFlare(from, length, settings.source, kResolution, settings.siteRadius,
                                                 &satellite.EngineBlock, surfaces.data(),
@@ -69,16 +69,16 @@ std::optional<SurfaceFlare> Ask(const SatRecord& satellite, const Settings& sett
 
 /// Whether `flare`, found in a later hour of "Find Next", is what is left of a pass that was passed over in the hour
 /// before: nothing else can be in progress across the border, or it would have been found there.
-bool LastsFromTheHourBefore(const SatRecord& satellite, const Settings& settings, const GlintSurface& surface,
+bool LastsFromTheHourBefore(SatRecord& satellite, const Settings& settings, const GlintSurface& surface,
                             const SurfaceFlare& flare, const Hour& hour) {
     if (hour.number == 0 || flare.jd > hour.from + kFinest) return false;
     return Ask(satellite, settings, {&surface, 1}, hour.from, 0) &&
            Ask(satellite, settings, {&surface, 1}, hour.from - 2 * kFinest, 0);
 }
 
-/// The earliest flare of a satellite in an hour. Under "Find Next" the flare that the clock stands on is passed over, and
-/// so is one of another surface at the same instant: else two that flare together would be found in turns for ever.
-std::optional<SurfaceFlare> FlareOfSatellite(const SatRecord& satellite, const Settings& settings,
+/// The earliest flare of a satellite in an hour. Under "Find Next" the flare that the clock stands on is passed over,
+/// and so is one of another surface at the same instant: else two that flare together would be found in turns for ever.
+std::optional<SurfaceFlare> FlareOfSatellite(SatRecord& satellite, const Settings& settings,
                                              const FindFlareControls& form, const Hour& hour,
                                              std::span<GlintSurface> surfaces) {
     const bool onTheClock = settings.next && hour.number == 0;
@@ -97,11 +97,11 @@ std::optional<SurfaceFlare> FlareOfSatellite(const SatRecord& satellite, const S
 }
 
 /// The earliest flare of all surfaces in an hour. Once one is known, the others are asked only for something earlier.
-std::optional<Found> SearchHour(const Application& app, const Settings& settings, Hour hour, bool& anyTried) {
+std::optional<Found> SearchHour(Application& app, const Settings& settings, Hour hour, bool& anyTried) {
     std::optional<Found> best;
-    const CommonData& data = app.Data;
+    CommonData& data = app.Data;
     for (int s = 1; s <= data.SatCount; ++s) {
-        const SatRecord& satellite = data.Satellite(s);
+        SatRecord& satellite = data.Satellite(s);
         if (!satellite.Selected) continue;
         EngineSurfaces surfaces = SurfacesTakingPart(satellite, settings.transit);
         if (surfaces.All().empty()) continue;

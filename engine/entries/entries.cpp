@@ -80,7 +80,7 @@ bool IsEpoch(double year) { return year >= GLINTCORE_FIRST_EPOCH && year <= GLIN
 /// A surface as the search follows it from `start` on; nothing for one that is none.
 std::optional<WatchedMirror> MirrorOf(const GlintSurface& surface, double start) {
     const auto geometry = FlareGeometryOf(surface.Geometry);
-    if (!geometry) return std::nullopt;
+    if (!geometry || !std::isfinite(surface.From)) return std::nullopt;
     WatchedMirror watched;
     watched.mirror = MakeMirrorSetting(*geometry, surface.Angle, surface.Tilt);
     // A transit reads no angles.
@@ -89,9 +89,53 @@ std::optional<WatchedMirror> MirrorOf(const GlintSurface& surface, double start)
     else if (!IsFinite(watched.mirror.components))
         return std::nullopt;
     watched.from = std::max(0.0, (surface.From - start) * kSecondsPerDay);
-    if (!std::isfinite(watched.from)) return std::nullopt;
     watched.skip = surface.Skip != 0;
     return watched;
+}
+
+/// What a search is asked, as it comes in.
+struct Asked {
+    double start = 0;
+    double length = 0;
+    int32_t source = 0;
+    double resolution = 0;
+    double siteRadius = 0;
+    double maxDistance = 0;
+};
+
+/// The number of the surface that flares first, and when; 0 when none does, or the question is none.
+int32_t FirstFlare(const Asked& asked, Sgp4Record& record, std::span<const GlintSurface> surfaces, double* found) {
+    if (!IsJulianDate(asked.start) || !IsJulianDate(asked.start + asked.length) || !IsNearEarth(asked.siteRadius))
+        return 0;
+    ClearUpperHalves();
+    FlareQuest quest;
+    quest.source = SourceOfCode(asked.source);
+    quest.site = observer.unit;
+    quest.siteRadius = asked.siteRadius;
+    quest.maxDistance = asked.maxDistance / asked.siteRadius;
+    const double step = asked.resolution * kSecondsPerDay;
+    quest.finestStep = step > 0 ? std::clamp(step, kJulianDateGrain, kFinestFlareStep) : kFinestFlareStep;
+
+    int32_t first = 0;
+    double length = asked.length;
+    for (std::size_t next = 0; next < surfaces.size();) {
+        std::array<WatchedMirror, kMostWatched> mirrors;
+        std::array<std::size_t, kMostWatched> places{};
+        std::size_t watched = 0;
+        for (; next < surfaces.size() && watched < kMostWatched; ++next) {
+            const std::optional<WatchedMirror> mirror = MirrorOf(surfaces[next], asked.start);
+            if (!mirror) continue;
+            mirrors[watched] = *mirror;
+            places[watched++] = next;
+        }
+        // Once one is known, the others are asked only for something earlier.
+        const auto flare = FindFlare(record, quest, {mirrors.data(), watched}, asked.start, length);
+        if (!flare || (first != 0 && !(flare->jd < asked.start + length))) continue;
+        first = static_cast<int32_t>(places[flare->mirror] + 1);
+        length = flare->jd - asked.start;
+        if (found != nullptr) *found = flare->jd;
+    }
+    return first;
 }
 
 /// The block as one that holds no satellite.
@@ -172,46 +216,21 @@ int32_t Satellite_CalcFlare(double jd, int32_t source, int32_t geometry, double 
 int32_t Satellite_FindFlare(double start, double length, int32_t source, double resolution, double siteRadius,
                             void* block, int32_t geometry, double angle, double tilt, double maxDistance, int8_t skip,
                             double* found) {
+    Sgp4Record record;
+    if (block == nullptr || !LoadRecord(block, record)) return 0;
     const GlintSurface surface{angle, tilt, 0, geometry, skip};
-    return Satellite_FindFirstFlare(start, length, source, resolution, siteRadius, block, &surface, 1, maxDistance,
-                                    found);
+    return FirstFlare({start, length, source, resolution, siteRadius, maxDistance}, record, {&surface, 1}, found);
 }
 
 int32_t Satellite_FindFirstFlare(double start, double length, int32_t source, double resolution, double siteRadius,
-                                 const void* block, const GlintSurface* surfaces, int32_t count, double maxDistance,
+                                 void* block, const GlintSurface* surfaces, int32_t count, double maxDistance,
                                  double* found) {
     Sgp4Record record;
     if (block == nullptr || surfaces == nullptr || count <= 0 || !LoadRecord(block, record)) return 0;
-    if (!IsJulianDate(start) || !IsJulianDate(start + length) || !IsNearEarth(siteRadius)) return 0;
-    ClearUpperHalves();
-    FlareQuest quest;
-    quest.source = SourceOfCode(source);
-    quest.site = observer.unit;
-    quest.siteRadius = siteRadius;
-    quest.maxDistance = maxDistance / siteRadius;
-    const double asked = resolution * kSecondsPerDay;
-    quest.finestStep = asked > 0 ? std::clamp(asked, kJulianDateGrain, kFinestFlareStep) : kFinestFlareStep;
-
-    int32_t first = 0;
-    const std::span<const GlintSurface> all(surfaces, static_cast<std::size_t>(count));
-    for (std::size_t next = 0; next < all.size();) {
-        std::array<WatchedMirror, kMostWatched> mirrors;
-        std::array<std::size_t, kMostWatched> places{};
-        std::size_t watched = 0;
-        for (; next < all.size() && watched < kMostWatched; ++next) {
-            const std::optional<WatchedMirror> mirror = MirrorOf(all[next], start);
-            if (!mirror) continue;
-            mirrors[watched] = *mirror;
-            places[watched++] = next;
-        }
-        // Once one is known, the others are asked only for something earlier.
-        const auto flare = FindFlare(record, quest, {mirrors.data(), watched}, start, length);
-        if (!flare || (first != 0 && !(flare->jd < start + length))) continue;
-        first = static_cast<int32_t>(places[flare->mirror] + 1);
-        length = flare->jd - start;
-        if (found != nullptr) *found = flare->jd;
-    }
-    return first;
+    const int32_t surface = FirstFlare({start, length, source, resolution, siteRadius, maxDistance}, record,
+                                       {surfaces, static_cast<std::size_t>(count)}, found);
+    StoreIntegrator(block, record);
+    return surface;
 }
 
 void Satellite_DrawEarth(const GlintDrawTarget* target, const GlintViewConfig* config, int32_t n, const double* lat,

@@ -34,8 +34,8 @@ struct MirrorSetting {
 /// The setting of a mirror at `angle`, `tilt`, radians.
 MirrorSetting MakeMirrorSetting(FlareGeometry geometry, double angle, double tilt);
 
-/// The frame that carries the mirrors of a geometry, on a satellite at `r` with velocity direction `v`, on axes turned by
-/// `greenwichAngle`. Not for transits.
+/// The frame that carries the mirrors of a geometry, on a satellite at `r` with velocity direction `v`, on axes turned
+/// by `greenwichAngle`. Not for transits.
 BodyFrame FrameOf(FlareGeometry geometry, const Vector3& r, const Vector3& v, const Vector3& sun,
                   double greenwichAngle);
 

@@ -84,7 +84,7 @@ Vector3 FlareSearch::Body::At(double fraction) const {
     return a * first + b * middle + c * last;
 }
 
-FlareSearch::FlareSearch(const Sgp4Record& record, const FlareQuest& quest, double start)
+FlareSearch::FlareSearch(Sgp4Record& record, const FlareQuest& quest, double start)
     : record_(record),
       quest_(quest),
       start_(start),
@@ -355,9 +355,8 @@ namespace {
 using Watched = std::array<WatchedMirror, kMostWatched>;
 
 /// The search in a window across which the sidereal angle is continuous. `mirrors` count from its start.
-std::optional<FoundFlare> FindInWindow(const Sgp4Record& record, const FlareQuest& quest,
-                                       std::span<WatchedMirror> mirrors, double start, double seconds,
-                                       std::int64_t& propagations) {
+std::optional<FoundFlare> FindInWindow(Sgp4Record& record, const FlareQuest& quest, std::span<WatchedMirror> mirrors,
+                                       double start, double seconds, std::int64_t& propagations) {
     FlareSearch search(record, quest, start);
     std::optional<FlareSearch::Hit> hit;
     while ((hit = search.FirstFlare(mirrors, seconds))) {
@@ -385,9 +384,8 @@ std::optional<FoundFlare> FindInWindow(const Sgp4Record& record, const FlareQues
 
 }  // namespace
 
-std::optional<FoundFlare> FindFlare(const Sgp4Record& record, const FlareQuest& quest,
-                                    std::span<const WatchedMirror> mirrors, double start, double length,
-                                    std::int64_t* propagations) {
+std::optional<FoundFlare> FindFlare(Sgp4Record& record, const FlareQuest& quest, std::span<const WatchedMirror> mirrors,
+                                    double start, double length, std::int64_t* propagations) {
     const bool sane = std::isfinite(start) && length >= 0 && length <= kLongestWindow && quest.maxDistance > 0 &&
                       quest.siteRadius > 0 && std::isfinite(quest.siteRadius) && IsFinite(quest.site) &&
                       mirrors.size() <= kMostWatched;

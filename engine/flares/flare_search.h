@@ -61,8 +61,8 @@ class FlareSearch {
         std::size_t mirror = 0;
     };
 
-    /// `record` is copied. `start` is a Julian date (UTC).
-    FlareSearch(const Sgp4Record& record, const FlareQuest& quest, double start);
+    /// `record` is propagated in place, and must outlive the search. `start` is a Julian date (UTC).
+    FlareSearch(Sgp4Record& record, const FlareQuest& quest, double start);
 
     /// The first instant before `to` at which one of the mirrors has a flare within the distance, not before its
     /// `from`; of equal instants the first mirror. Each `from` moves on to an instant before which there is none.
@@ -138,7 +138,7 @@ class FlareSearch {
     Vector3 SunAt(double seconds) const;
     Vector3 SourceAt(double seconds) const;
 
-    Sgp4Record record_;
+    Sgp4Record& record_;
     FlareQuest quest_;
     double start_;
     double startMinutes_;
@@ -163,9 +163,9 @@ struct FoundFlare {
 
 /// The search behind the C entries: the earliest flare of `mirrors` (as many as `kMostWatched`) in the window of
 /// `length` days from Julian date `start` on; of equal instants that of the first mirror. `propagations`, when given,
-/// is raised by what the search cost. Nothing is found in a window longer than `kLongestWindow`.
-std::optional<FoundFlare> FindFlare(const Sgp4Record& record, const FlareQuest& quest,
-                                    std::span<const WatchedMirror> mirrors, double start, double length,
-                                    std::int64_t* propagations = nullptr);
+/// is raised by what the search cost. Nothing is found in a window longer than `kLongestWindow`. The integrator in
+/// `record` moves: the next window costs less then, years after the epoch, and nothing else changes.
+std::optional<FoundFlare> FindFlare(Sgp4Record& record, const FlareQuest& quest, std::span<const WatchedMirror> mirrors,
+                                    double start, double length, std::int64_t* propagations = nullptr);
 
 }  // namespace glintara

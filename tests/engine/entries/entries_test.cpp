@@ -58,6 +58,41 @@ TEST(Init, RefusesWhatCannotBePropagated) {
     EXPECT_NE(SatelliteInit(kIss.line1.c_str(), kIss.line2.c_str(), 'i', nullptr), 0);
 }
 
+TEST(Init, EachReasonThatTextCanGiveHasItsNumber) {
+    EngineBlock block;
+    const auto init = [&](const std::string& line1, const std::string& line2) {
+        return SatelliteInit(line1.c_str(), line2.c_str(), 'i', &block);
+    };
+    const auto line2With = [](std::size_t column, const std::string& text) {
+        std::string line = kIss.line2;
+        return line.replace(column - 1, text.size(), text);
+    };
+    EXPECT_EQ(SatelliteInit(nullptr, kIss.line2.c_str(), 'i', &block), 1);
+    EXPECT_EQ(SatelliteInit(kIss.line1.c_str(), nullptr, 'i', &block), 1);
+    EXPECT_EQ(SatelliteInit(kIss.line1.c_str(), kIss.line2.c_str(), 'i', nullptr), 1);
+    EXPECT_EQ(init(kIss.line2, kIss.line1), 2);
+    EXPECT_EQ(init(kIss.line1, kIss.line1), 2);
+    EXPECT_EQ(init(kIss.line1.substr(0, 40), kIss.line2), 2);
+    EXPECT_EQ(init(kIss.line1, line2With(9, " 5x.6436")), 3);
+    EXPECT_EQ(init(kIss.line1, line2With(53, " 0.00000000")), 4);
+    EXPECT_EQ(init(kIss.line1, line2With(53, "-1.00000000")), 4);
+    EXPECT_EQ(init(kIss.line1, line2With(27, "-003466")), 5);
+}
+
+TEST(Init, EveryRefusedBlockIsOneWithoutASatellite) {
+    const std::string lines[][2] = {{kIss.line2, kIss.line1},
+                                    {kIss.line1, "2 25544  5x.6436 147.2345 0003466 310.9234 150.4321 15.54000000"},
+                                    {kIss.line1, "2 25544  51.6436 147.2345 0003466 310.9234 150.4321  0.00000000"}};
+    for (const auto& pair : lines) {
+        EngineBlock block = BlockOf(kIss);
+        ASSERT_NE(SatelliteInit(pair[0].c_str(), pair[1].c_str(), 'i', &block), 0);
+        double p[3] = {1, 1, 1};
+        double v[3] = {1, 1, 1};
+        EXPECT_EQ(Satellite_SGP4(&block, kNoon, p, v), -1);
+        for (const double number : {p[0], p[1], p[2], v[0], v[1], v[2]}) EXPECT_EQ(number, 0);
+    }
+}
+
 TEST(Init, AcceptsCircularOrbitsAndAlpha5Numbers) {
     EngineBlock block;
     EXPECT_EQ(SatelliteInit("1 A0000U 98067A   18020.52500000  .00002182  00000-0  40864-4 0  9990",
@@ -94,6 +129,305 @@ TEST(Sgp4Entry, NeverReturnsNumbersThatAreNone) {
             EXPECT_TRUE(std::isfinite(v[i])) << jd;
         }
     }
+}
+
+TEST(Sgp4Entry, AnswersFromTheFirstToTheLastJulianDateAndNoOther) {
+    EngineBlock block = BlockOf(kIss);
+    double p[3];
+    double v[3];
+    for (const double jd : {GLINTCORE_FIRST_JD, GLINTCORE_LAST_JD}) EXPECT_NE(Satellite_SGP4(&block, jd, p, v), -1);
+    for (const double jd : {std::nextafter(GLINTCORE_FIRST_JD, -1.0), std::nextafter(GLINTCORE_LAST_JD, 2e7), 1e300,
+                            -1e300, HUGE_VAL, std::nan("")}) {
+        p[0] = v[2] = 1;
+        EXPECT_EQ(Satellite_SGP4(&block, jd, p, v), -1) << jd;
+        EXPECT_EQ(p[0], 0);
+        EXPECT_EQ(v[2], 0);
+    }
+}
+
+TEST(Sgp4Entry, EitherResultMayBeLeftAway) {
+    EngineBlock block = BlockOf(kIss);
+    double p[3];
+    double v[3];
+    double q[3];
+    ASSERT_EQ(Satellite_SGP4(&block, kNoon, p, v), 0);
+    EXPECT_EQ(Satellite_SGP4(&block, kNoon, q, nullptr), 0);
+    EXPECT_EQ(q[1], p[1]);
+    EXPECT_EQ(Satellite_SGP4(&block, kNoon, nullptr, q), 0);
+    EXPECT_EQ(q[1], v[1]);
+    EXPECT_EQ(Satellite_SGP4(&block, kNoon, nullptr, nullptr), 0);
+    EXPECT_EQ(Satellite_SGP4(nullptr, kNoon, nullptr, nullptr), -1);
+    EXPECT_EQ(Satellite_SGP4(nullptr, kNoon, q, q), -1);
+    EXPECT_EQ(q[1], 0);
+}
+
+TEST(Version, IsThatOfTheHeader) {
+    EXPECT_EQ(GlintcoreVersion(), GLINTCORE_VERSION);
+    EXPECT_EQ(GlintcoreVersion() / 10000, GLINTCORE_VERSION_MAJOR);
+    EXPECT_EQ(GlintcoreVersion() / 100 % 100, GLINTCORE_VERSION_MINOR);
+    EXPECT_EQ(GlintcoreVersion() % 100, GLINTCORE_VERSION_PATCH);
+}
+
+/// A question with an answer: the Sun in line with the space station, somewhere within 12000 km.
+struct Question {
+    double start = kNoon;
+    double length = 0.2;
+    double resolution = 1e-6;
+    double siteRadius = kSiteRadius;
+    double maxDistance = 12e6;
+    GlintSurface surface{0, 0, 0, GLINTCORE_TRANSIT, 0};
+
+    int32_t Answer(double* found) const {
+        EngineBlock block = BlockOf(kIss);
+        const int32_t one =
+            Satellite_FindFlare(start, length, GLINTCORE_SUN, resolution, siteRadius, &block, surface.Geometry,
+                                surface.Angle, surface.Tilt, maxDistance, static_cast<int8_t>(surface.Skip), found);
+        double again = 0;
+        const int32_t several = Satellite_FindFirstFlare(start, length, GLINTCORE_SUN, resolution, siteRadius, &block,
+                                                         &surface, 1, maxDistance, &again);
+        EXPECT_EQ(one, several);
+        if (one != 0 && found != nullptr) EXPECT_EQ(again, *found);
+        return one;
+    }
+};
+
+TEST(FindFlareRanges, WhatLiesOutsideIsRefusedAndLeavesTheResultAlone) {
+    SetObserver({1, 0, 0});
+    double found = 0;
+    ASSERT_NE(Question().Answer(&found), 0);
+    EXPECT_GE(found, kNoon);
+    const double none = std::nan("");
+    const auto refused = [](auto change) {
+        Question question;
+        change(question);
+        double untouched = 7;
+        EXPECT_EQ(question.Answer(&untouched), 0);
+        EXPECT_EQ(untouched, 7);
+    };
+    for (const double bad : {none, HUGE_VAL, -HUGE_VAL, -1.0, 1e300, 1e7}) {
+        SCOPED_TRACE(bad);
+        refused([&](Question& q) { q.start = bad; });
+    }
+    for (const double bad : {none, HUGE_VAL, -1e-9, 366.001, 1e300}) {
+        SCOPED_TRACE(bad);
+        refused([&](Question& q) { q.length = bad; });
+    }
+    for (const double bad : {none, HUGE_VAL, 0.0, -6371000.0, 9.9e5, 1.01e8, 1e-300}) {
+        SCOPED_TRACE(bad);
+        refused([&](Question& q) { q.siteRadius = bad; });
+    }
+    for (const double bad : {none, 0.0, -1.0, -HUGE_VAL}) {
+        SCOPED_TRACE(bad);
+        refused([&](Question& q) { q.maxDistance = bad; });
+    }
+    for (const int32_t bad : {-2, 2, 3, 5, 1000, INT32_MIN, INT32_MAX})
+        refused([&](Question& q) { q.surface.Geometry = bad; });
+    refused([&](Question& q) { q.surface = {none, 0, 0, GLINTCORE_INERTIAL, 0}; });
+    refused([&](Question& q) { q.surface = {0, HUGE_VAL, 0, GLINTCORE_ALONG_TRACK, 0}; });
+}
+
+TEST(FindFlareRanges, AnglesOfATransitAndAnyResolutionAreTaken) {
+    double expected = 0;
+    ASSERT_NE(Question().Answer(&expected), 0);
+    for (const double odd : {std::nan(""), HUGE_VAL, -HUGE_VAL, 0.0, 1e300}) {
+        double found = 0;
+        Question question;
+        question.surface.Angle = question.surface.Tilt = odd;
+        EXPECT_NE(question.Answer(&found), 0);
+        EXPECT_EQ(found, expected);
+        question = {};
+        question.resolution = odd;
+        EXPECT_NE(question.Answer(&found), 0);
+        EXPECT_NEAR(found, expected, 1.1e-3 / kSecondsPerDay);
+    }
+    EXPECT_NE(Question().Answer(nullptr), 0);
+    double found = 0;
+    Question wide;
+    wide.maxDistance = HUGE_VAL;
+    EXPECT_NE(wide.Answer(&found), 0);
+    EXPECT_TRUE(std::isfinite(found));
+}
+
+TEST(FindFirstFlare, NullPointersAndNoSurfacesFindNothing) {
+    EngineBlock block = BlockOf(kIss);
+    const Question q;
+    double found = 7;
+    const auto ask = [&](void* satellite, const GlintSurface* surfaces, int32_t count) {
+        return Satellite_FindFirstFlare(q.start, q.length, GLINTCORE_SUN, q.resolution, q.siteRadius, satellite,
+                                        surfaces, count, q.maxDistance, &found);
+    };
+    EXPECT_EQ(ask(nullptr, &q.surface, 1), 0);
+    EXPECT_EQ(ask(&block, nullptr, 1), 0);
+    EXPECT_EQ(ask(&block, &q.surface, 0), 0);
+    EXPECT_EQ(ask(&block, &q.surface, -1), 0);
+    EXPECT_EQ(ask(&block, &q.surface, INT32_MIN), 0);
+    EngineBlock empty{};
+    EXPECT_EQ(ask(&empty, &q.surface, 1), 0);
+    EXPECT_EQ(Satellite_FindFlare(q.start, q.length, GLINTCORE_SUN, q.resolution, q.siteRadius, nullptr,
+                                  GLINTCORE_TRANSIT, 0, 0, q.maxDistance, 0, &found),
+              0);
+    EXPECT_EQ(found, 7);
+    EXPECT_EQ(ask(&block, &q.surface, 1), 1);
+    EXPECT_NE(found, 7);
+}
+
+TEST(FindFirstFlare, NamesTheSurfaceAmongMoreThanAreFollowedTogether) {
+    EngineBlock block = BlockOf(kIss);
+    Question q;
+    const auto ask = [&](const std::vector<GlintSurface>& surfaces, double& found) {
+        return Satellite_FindFirstFlare(q.start, q.length, GLINTCORE_SUN, q.resolution, q.siteRadius, &block,
+                                        surfaces.data(), static_cast<int32_t>(surfaces.size()), q.maxDistance, &found);
+    };
+    double first = 0;
+    ASSERT_EQ(ask({q.surface}, first), 1);
+    const GlintSurface none{0, 0, 0, 17, 0};
+    GlintSurface late = q.surface;
+    late.From = first + 1.0 / 1440;
+    for (const int32_t place : {1, 2, 32, 33, 64, 65, 100}) {
+        std::vector<GlintSurface> surfaces(100, late);
+        surfaces[static_cast<std::size_t>(place - 1)] = q.surface;
+        if (place > 1) surfaces[0] = none;
+        double found = 0;
+        EXPECT_EQ(ask(surfaces, found), place);
+        EXPECT_EQ(found, first);
+    }
+    // Of equal ones the first, here too.
+    double found = 0;
+    EXPECT_EQ(ask(std::vector<GlintSurface>(100, q.surface), found), 1);
+    // What begins before it is asked is found where it is asked.
+    EXPECT_EQ(ask({late}, found), 1);
+    EXPECT_NEAR(found, late.From, 1e-3 / kSecondsPerDay);
+    late.From = std::nan("");
+    EXPECT_EQ(ask({late}, found), 0);
+    late.From = q.start + 1;
+    EXPECT_EQ(ask({late}, found), 0);
+}
+
+TEST(FindFirstFlare, TheBlockItLeavesGivesTheSameNumbers) {
+    // A Molniya, whose resonance is integrated from the epoch on: years later that is what costs.
+    EngineBlock block;
+    for (const ElementSet& set : ExampleSets("all.tle"))
+        if (set.name.starts_with("MOLNIYA 1-53")) block = BlockOf(set);
+    EngineBlock untouched = block;
+    const Question q;
+    double found = 0;
+    const double later = kNoon + 3000;
+    Satellite_FindFirstFlare(later, 1, GLINTCORE_SUN, q.resolution, q.siteRadius, &block, &q.surface, 1, 30e3, &found);
+    for (const double jd : {later, later + 1, kNoon, kNoon + 1500}) {
+        double p[3];
+        double v[3];
+        double expected[3];
+        Satellite_SGP4(&block, jd, p, v);
+        EngineBlock fresh = untouched;
+        Satellite_SGP4(&fresh, jd, expected, v);
+        for (int i = 0; i < 3; ++i) EXPECT_EQ(p[i], expected[i]);
+    }
+}
+
+TEST(CalcFlare, ResultsMayBeLeftAwayAndRangesAreKept) {
+    const Vector3 above = 1.1 * SunAt(kNoon);
+    double centre[3] = {7, 7, 7};
+    double result[5] = {7, 7, 7, 7, 7};
+    const auto ask = [&](double jd, double* c, double* r) {
+        return Satellite_CalcFlare(jd, GLINTCORE_SUN, GLINTCORE_TRANSIT, above.x, above.y, above.z, 0, 0, 0, 0, 0, c,
+                                   r);
+    };
+    EXPECT_NE(ask(kNoon, nullptr, nullptr), 0);
+    EXPECT_NE(ask(kNoon, centre, nullptr), 0);
+    EXPECT_NEAR(std::hypot(centre[0], centre[1], centre[2]), 1, 1e-9);
+    EXPECT_NE(ask(kNoon, nullptr, result), 0);
+    EXPECT_NEAR(result[1], 1, 1e-6);
+    for (const double jd : {std::nan(""), -1.0, 1.0000001e7, HUGE_VAL, 1e300}) {
+        centre[0] = 7;
+        EXPECT_EQ(ask(jd, centre, result), 0);
+        EXPECT_EQ(centre[0], 7);
+    }
+}
+
+TEST(CalcFlare, NoNumberHandedOutIsNone) {
+    const double odd[] = {0, 1e-320, 1, -1.2, 1e155, -1e300, HUGE_VAL, std::nan("")};
+    int flares = 0;
+    for (const double x : odd)
+        for (const double y : odd)
+            for (const double vx : odd)
+                for (const double angle : odd)
+                    for (const int32_t geometry : {-1, 0, 1, 4}) {
+                        double centre[3] = {0, 0, 0};
+                        double result[5] = {0, 0, 0, 0, 0};
+                        flares += Satellite_CalcFlare(kNoon, 0, geometry, x, y, 0.3, vx, 1, 0, angle, 0.4, centre,
+                                                      result) != 0;
+                        for (const double number : centre) ASSERT_TRUE(std::isfinite(number));
+                        for (const double number : result) ASSERT_TRUE(std::isfinite(number));
+                    }
+    EXPECT_GT(flares, 0);
+}
+
+TEST(Site, OutsideTheEarthsNeighbourhoodThePlaceBeforeStays) {
+    const Question q;
+    SetObserver({1, 0, 0});
+    Question near;
+    near.maxDistance = 500e3;
+    near.length = 3;
+    double expected = 0;
+    ASSERT_NE(near.Answer(&expected), 0);
+    const double none = std::nan("");
+    const double places[][4] = {{0, 6e6, 0, 9.9e5}, {0, 6e6, 0, 1.01e8},  {0, 6e6, 0, none},   {0, 6e6, 0, HUGE_VAL},
+                                {0, 9e5, 0, 6.4e6}, {0, 1.1e8, 0, 6.4e6}, {0, none, 0, 6.4e6}, {0, HUGE_VAL, 0, 6.4e6},
+                                {0, 0, 0, 6.4e6},   {0, 6e6, 0, 0},       {0, 6e6, 0, -6.4e6}};
+    for (const auto& place : places) {
+        Satellite_SetSiteGeoPosition(place[0], place[1], place[2], place[3]);
+        double found = 0;
+        ASSERT_NE(near.Answer(&found), 0);
+        EXPECT_EQ(found, expected);
+    }
+    Satellite_SetSiteGeoPosition(0, 6.4e6, 0, 6.4e6);
+    double found = 0;
+    EXPECT_TRUE(near.Answer(&found) == 0 || found != expected);
+    SetObserver({1, 0, 0});
+}
+
+TEST(Precession, OutsideTheRangeThePairBeforeStaysAndNullPointersDoNothing) {
+    double in[2] = {1, 0.5};
+    double expected[2];
+    Satellite_SetPrecession(2018, 2000);
+    Satellite_PrecessRADEC(expected, in, nullptr);
+    const double none = std::nan("");
+    for (const double bad : {none, HUGE_VAL, -HUGE_VAL, -5001.0, 25001.0, 1e300}) {
+        double out[2];
+        Satellite_SetPrecession(bad, 2000);
+        Satellite_PrecessRADEC(out, in, nullptr);
+        EXPECT_EQ(out[0], expected[0]);
+        Satellite_SetPrecession(2018, bad);
+        Satellite_PrecessRADEC(out, in, nullptr);
+        EXPECT_EQ(out[1], expected[1]);
+    }
+    for (const double epoch : {GLINTCORE_FIRST_EPOCH, GLINTCORE_LAST_EPOCH}) {
+        double out[2];
+        Satellite_SetPrecession(epoch, 2000);
+        Satellite_PrecessRADEC(out, in, nullptr);
+        EXPECT_NE(out[0], expected[0]);
+        EXPECT_TRUE(std::isfinite(out[0]) && std::isfinite(out[1]));
+    }
+    Satellite_PrecessRADEC(nullptr, in, nullptr);
+    Satellite_PrecessRADEC(nullptr, nullptr, nullptr);
+    double out[2] = {7, 7};
+    Satellite_PrecessRADEC(out, nullptr, nullptr);
+    EXPECT_EQ(out[0], 0);
+    EXPECT_EQ(out[1], 0);
+    for (const double bad : {none, HUGE_VAL}) {
+        const double first[2] = {bad, 0.5};
+        const double second[2] = {0.5, bad};
+        for (const double* place : {first, second}) {
+            out[0] = out[1] = 7;
+            Satellite_PrecessRADEC(out, place, nullptr);
+            EXPECT_EQ(out[0], 0);
+            EXPECT_EQ(out[1], 0);
+        }
+    }
+    const double huge[2] = {1e300, -1e300};
+    Satellite_PrecessRADEC(out, huge, nullptr);
+    EXPECT_TRUE(std::isfinite(out[0]) && std::isfinite(out[1]));
+    Satellite_SetPrecession(2018, 2000);
 }
 
 TEST(Sgp4Entry, BlockIsAPlainValue) {
