@@ -4,6 +4,7 @@
 #include <numeric>
 #include <random>
 
+#include "engine/geometry/attitude_types.h"
 #include "flare/observed_night.h"
 #include "flare/surface_models.h"
 
@@ -273,6 +274,54 @@ TEST_F(FlareSearchTest, FindNextFromTheMiddleOfTheFlarePassesOverTheRestOfIt) {
     FindFirst();
     ASSERT_EQ(clock.instants.size(), 2u);
     EXPECT_EQ(clock.instants[1], middle);
+}
+
+TEST_F(FlareSearchTest, FindNextFindsWhatBeginsWithAnHourOfTheSearch) {
+    o.LoadOne("iridium.tle", kIridium32);
+    Ask("240", "150");
+    FindFirst();
+    const int mirror = form.LastFoundMirror;
+    for (int i = 0; i < 8 && (clock.instants.size() < 2 || form.LastFoundMirror != mirror); ++i) FindNext();
+    ASSERT_GE(clock.instants.size(), 2u);
+    ASSERT_EQ(form.LastFoundMirror, mirror);
+    const double flare = clock.instants.back();
+    for (const int hour : {1, 3}) {
+        for (const double ahead : {0.0, 0.02, 0.05, 0.09, 0.11, 0.5}) {
+            SetInstant(o.app.Data, flare - hour * kHour - ahead * kSecond);
+            FindNext();
+            ASSERT_EQ(Status(), "Flare Found! (IRIDIUM 32 [+])");
+            EXPECT_NEAR(clock.instants.back(), flare, 1.2e-3 * kSecond) << hour << ", " << ahead;
+        }
+    }
+}
+
+TEST_F(FlareSearchTest, FindNextPassesOverAFlareThatLastsForHours) {
+    // High up on its orbit it hardly turns under the Sun, and its light lies on Europe for nine hours.
+    o.LoadOne("all.tle", "MOLNIYA 3-8");
+    SurfaceModel& model = o.app.Data.Satellite(1).Surface;
+    model.ModelFlags[0] = '1';
+    model.OrientationType = static_cast<std::int32_t>(OrientationType::VerticalSun);
+    model.MirrorCount = 1;
+    model.Mirror(1).Angle = 0;
+    model.Mirror(1).Tilt = 40;
+    SetInstant(o.app.Data, kNight + 23 * kHour);
+    Ask("72", "12000");
+    FindFirst();
+    ASSERT_EQ(clock.instants.size(), 1u);
+    Surface surface = SurfaceOf(o.app.Data.Satellite(1), 1);
+    surface.lowest = -1;
+    double end = clock.instants[0];
+    while (GlimpseAt(surface, o.app.Data.Site, end).distance < 12000e3) end += 10 * kSecond;
+    ASSERT_GT(end - clock.instants[0], 2 * kHour);
+    FindNext();
+    ASSERT_EQ(clock.instants.size(), 2u);
+    EXPECT_GT(clock.instants[1], end);
+    // Two that last as long side by side are not found in turns either.
+    o.Append(o.app.Data.Satellite(1)).Name = "THE SAME AGAIN";
+    SetInstant(o.app.Data, clock.instants[0]);
+    FindFirst();
+    FindNext();
+    EXPECT_GT(clock.instants.back(), end);
 }
 
 TEST_F(FlareSearchTest, SatellitesThatFlareTogetherAreNotFoundInTurnsForEver) {

@@ -142,11 +142,14 @@ TEST(SearchTogether, EachHasItsOwnSkipFlag) {
 
 TEST(SearchTogether, NothingIsFoundOfNoMirrorOrTooMany) {
     Satellite iridium = ExampleSatellite("iridium.tle", "IRIDIUM 32 [+]");
-    const FlareQuest quest = QuestFrom(kTurin, 20e6);
+    const FlareQuest quest = QuestFrom(kTurin, 800e3);
     EXPECT_FALSE(FindFlare(iridium.record, quest, {}, kNight, 1));
-    const std::vector<WatchedMirror> most(kMostWatched, ThreeAntennas()[1]);
+    const std::vector<WatchedMirror> antennas = ThreeAntennas();
+    const auto flare = FindFlare(iridium.record, quest, antennas, kNight, 1);
+    ASSERT_TRUE(flare);
+    const std::vector<WatchedMirror> most(kMostWatched, antennas[flare->mirror]);
     EXPECT_TRUE(FindFlare(iridium.record, quest, most, kNight, 1));
-    const std::vector<WatchedMirror> more(kMostWatched + 1, ThreeAntennas()[1]);
+    const std::vector<WatchedMirror> more(kMostWatched + 1, antennas[flare->mirror]);
     EXPECT_FALSE(FindFlare(iridium.record, quest, more, kNight, 1));
 }
 
