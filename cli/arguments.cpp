@@ -1,13 +1,17 @@
 #include "cli/arguments.h"
 
+#include <algorithm>
 #include <array>
+#include <cctype>
 #include <chrono>
 #include <cmath>
+#include <utility>
 
 #include "engine/astro/calendar.h"
 #include "engine/astro/constants.h"
 #include "engine/astro/number_text.h"
 #include "orbit/location.h"
+#include "orbit/satellite_table.h"
 
 namespace glintara::cli {
 
@@ -20,6 +24,9 @@ constexpr int kLastYear = 2199;
 
 constexpr double kUnixEpochJd = 2440587.5;
 
+constexpr std::array<std::pair<std::string_view, Format>, 3> kFormats = {
+    {{"text", Format::Text}, {"csv", Format::Csv}, {"json", Format::Json}}};
+
 std::vector<std::string_view> Split(std::string_view text, char mark) {
     std::vector<std::string_view> parts;
     for (;;) {
@@ -31,7 +38,7 @@ std::vector<std::string_view> Split(std::string_view text, char mark) {
 }
 
 [[noreturn]] void FailSite(std::string_view text, const std::string& why) {
-    throw Failure(kBadUsage, "--site \"" + std::string(text) + "\": " + why);
+    throw Failure(kBadUsage, "--site \"" + ShownName(text) + "\": " + why);
 }
 
 double NumberIn(std::string_view site, std::string_view part, const std::string& what, double low, double high) {
@@ -42,7 +49,7 @@ double NumberIn(std::string_view site, std::string_view part, const std::string&
 }
 
 [[noreturn]] void FailInstant(std::string_view text) {
-    throw Failure(kBadUsage, "\"" + std::string(text) +
+    throw Failure(kBadUsage, "\"" + ShownName(text) +
                                  "\" is no instant; write for example 2018-01-20, 2018-01-20T05:30 or "
                                  "2018-01-20T05:30:12.5Z (UTC, years 1900 to 2199)");
 }
@@ -67,7 +74,7 @@ class Reader {
     int Digits(int count) {
         int value = 0;
         for (int i = 0; i < count; ++i) {
-            if (rest_.empty() || rest_.front() < '0' || rest_.front() > '9') FailInstant(whole_);
+            if (rest_.empty() || !IsDigit(rest_.front())) FailInstant(whole_);
             value = 10 * value + (rest_.front() - '0');
             rest_.remove_prefix(1);
         }
@@ -78,7 +85,7 @@ class Reader {
     double Fraction() {
         double value = 0;
         double weight = 0.1;
-        while (!rest_.empty() && rest_.front() >= '0' && rest_.front() <= '9') {
+        while (!rest_.empty() && IsDigit(rest_.front())) {
             value += weight * (rest_.front() - '0');
             weight /= 10;
             rest_.remove_prefix(1);
@@ -133,6 +140,26 @@ double ParseInstant(std::string_view text) {
         FailInstant(text);
     return jd;
 }
+
+std::string LowerCase(std::string_view text) {
+    std::string lower(text);
+    std::transform(lower.begin(), lower.end(), lower.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    return lower;
+}
+
+Format ParseFormat(std::string_view text) {
+    for (const auto& [name, format] : kFormats)
+        if (LowerCase(text) == name) return format;
+    throw Failure(kBadUsage, "--format \"" + ShownName(text) + "\": choose text, csv or json");
+}
+
+double ParseNumber(const std::string& name, std::string_view text) {
+    if (const std::optional<double> value = StrictNumber(text)) return *value;
+    throw Failure(kBadUsage, name + " \"" + ShownName(text) + "\": not a number");
+}
+
+double InstantOf(const std::optional<std::string>& text) { return text ? ParseInstant(*text) : Now(); }
 
 double Now() {
     const std::chrono::duration<double> seconds = std::chrono::system_clock::now().time_since_epoch();

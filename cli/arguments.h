@@ -34,8 +34,8 @@ enum class Format { Text, Csv, Json };
 struct CommonOptions {
     std::vector<std::string> tleFiles;  ///< "-" is standard input
     std::string site;
-    std::string from;  ///< an instant; empty for now
-    std::string name;  ///< part of a satellite's name; empty for all
+    std::optional<std::string> from;  ///< an instant; none for now
+    std::string name;                 ///< part of a satellite's name; empty for all
     Format format = Format::Text;
 };
 
@@ -55,5 +55,17 @@ double ParseInstant(std::string_view text);
 
 /// Julian date of the computer's clock.
 double Now();
+
+/// `text` with its ASCII capitals made small.
+std::string LowerCase(std::string_view text);
+
+/// The format of that name, in any case. Throws `Failure`.
+Format ParseFormat(std::string_view text);
+
+/// A number that the option `name` was given. Throws `Failure`.
+double ParseNumber(const std::string& name, std::string_view text);
+
+/// The instant of an option: now when it was not given. Throws `Failure`.
+double InstantOf(const std::optional<std::string>& text);
 
 }  // namespace glintara::cli

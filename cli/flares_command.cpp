@@ -1,12 +1,16 @@
 #include "cli/flares_command.h"
 
 #include <nlohmann/json.hpp>
+#include <set>
 
 #include "cli/session.h"
 #include "cli/texts.h"
 #include "engine/astro/constants.h"
 #include "engine/astro/number_text.h"
 #include "flare/passes.h"
+#include "flare/surface_models.h"
+#include "orbit/propagation.h"
+#include "orbit/satellite_table.h"
 
 namespace glintara::cli {
 
@@ -49,7 +53,7 @@ void PrintText(const CommonData& data, const std::vector<FlarePass>& passes, boo
     if (!transit) table.AddColumn({"Sun-mirror", "deg"}, Right);
     for (const FlarePass& pass : passes) {
         const SatRecord& satellite = data.Satellite(pass.satellite);
-        std::vector<std::string> row{ShortInstant(pass.closest), NumberOf(satellite), satellite.Name};
+        std::vector<std::string> row{ShortInstant(pass.closest), NumberOf(satellite), ShownName(satellite.Name)};
         if (!transit) row.push_back(SurfaceOf(satellite, pass, transit));
         row.push_back(FixedText(pass.distance / 1000, 2));
         row.push_back(FixedText((pass.end - pass.begin) * kSecondsPerDay, 1));
@@ -70,7 +74,7 @@ void PrintCsv(const CommonData& data, const std::vector<FlarePass>& passes, bool
     for (const FlarePass& pass : passes) {
         const SatRecord& satellite = data.Satellite(pass.satellite);
         out << CsvLine({IsoInstant(pass.closest), IsoInstant(pass.begin), IsoInstant(pass.end), FullText(pass.closest),
-                        NumberOf(satellite), satellite.Name, SurfaceOf(satellite, pass, transit),
+                        NumberOf(satellite), ShownName(satellite.Name), SurfaceOf(satellite, pass, transit),
                         FullText(pass.distance / 1000), FullText(Degrees(pass.centre.lat)),
                         FullText(Degrees(pass.centre.lon)), FullText(Degrees(pass.sunElevation)),
                         FullText(Degrees(pass.sky.azimuth)), FullText(Degrees(pass.sky.altitude)),
@@ -84,7 +88,7 @@ nlohmann::ordered_json PassJson(const CommonData& data, const FlarePass& pass, b
     nlohmann::ordered_json json{
         {"utc", IsoInstant(pass.closest)}, {"begin_utc", IsoInstant(pass.begin)},
         {"end_utc", IsoInstant(pass.end)}, {"jd", pass.closest},
-        {"number", NumberOf(satellite)},   {"name", satellite.Name},
+        {"number", NumberOf(satellite)},   {"name", ShownName(satellite.Name)},
     };
     if (!transit) json["surface"] = SurfaceOf(satellite, pass, transit);
     json["distance_km"] = pass.distance / 1000;
@@ -97,7 +101,7 @@ nlohmann::ordered_json PassJson(const CommonData& data, const FlarePass& pass, b
     return json;
 }
 
-void PrintJson(const CommonData& data, const PassQuest& quest, const std::vector<FlarePass>& passes,
+void PrintJson(const CommonData& data, const PassQuest& quest, const std::vector<FlarePass>& passes, bool complete,
                std::ostream& out) {
     nlohmann::ordered_json json;
     json["from"] = IsoInstant(quest.start);
@@ -108,10 +112,68 @@ void PrintJson(const CommonData& data, const PassQuest& quest, const std::vector
     json["within_km"] = quest.maxDistance / 1000;
     json["source"] = quest.moon ? "moon" : "sun";
     json["kind"] = quest.transit ? "transit" : "flare";
+    if (!complete) json["interrupted"] = true;
     json["flares"] = nlohmann::ordered_json::array();
     for (const FlarePass& pass : passes) json["flares"].push_back(PassJson(data, pass, quest.transit));
     // Names may hold any bytes; what is no UTF-8 is replaced.
     out << json.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) << '\n';
+}
+
+/// Whether the elements give a position at that instant.
+bool HasOrbit(const CommonData& data, const SatRecord& satellite, double jd) {
+    EngineBlock block = satellite.EngineBlock;
+    return PropagateSatellite(data, EarthRotation::GivenJd, block, jd).result == 0;
+}
+
+/// Takes away what was worked out from a failing propagation, and tells of which satellites there is no word, or none
+/// for all of the span.
+void LeaveOutErrors(const CommonData& data, const PassQuest& quest, std::vector<FlarePass>& passes) {
+    std::set<int> failing;
+    for (int i = 1; i <= data.SatCount; ++i) {
+        const SatRecord& satellite = data.Satellite(i);
+        const bool searched = !satellite.IsDisabled() && (quest.transit || HasFlareModel(satellite));
+        if (!searched) continue;
+        if (!HasOrbit(data, satellite, quest.start) || !HasOrbit(data, satellite, quest.start + quest.days))
+            failing.insert(i);
+    }
+    std::erase_if(passes, [&](const FlarePass& pass) {
+        const SatRecord& satellite = data.Satellite(pass.satellite);
+        const bool failed = !HasOrbit(data, satellite, pass.begin) || !HasOrbit(data, satellite, pass.closest) ||
+                            !HasOrbit(data, satellite, pass.end);
+        if (failed) failing.insert(pass.satellite);
+        return failed;
+    });
+    if (failing.empty()) return;
+
+    constexpr std::size_t kMostNamed = 5;
+    std::string text = "left out where the elements give no orbit:";
+    std::size_t named = 0;
+    for (const int i : failing) {
+        if (named++ == kMostNamed) break;
+        text += std::string(named > 1 ? "," : "") + " " + ShownName(data.Satellite(i).Name) + " (" +
+                NumberOf(data.Satellite(i)) + ")";
+    }
+    if (failing.size() > kMostNamed) text += " and " + std::to_string(failing.size() - kMostNamed) + " more";
+    Warn(text);
+}
+
+void Print(const CommonData& data, const FlareOptions& options, const PassQuest& quest,
+           const std::vector<FlarePass>& passes, bool complete, std::ostream& out) {
+    switch (options.format) {
+        case Format::Text:
+            if (!passes.empty())
+                PrintText(data, passes, quest.transit, out);
+            else if (complete)
+                out << (quest.transit ? "No transit" : "No flare") << " within " << FullText(options.within)
+                    << " km in " << FullText(options.hours) << " hours from " << ShortInstant(quest.start) << " UTC\n";
+            return;
+        case Format::Csv:
+            PrintCsv(data, passes, quest.transit, out);
+            return;
+        case Format::Json:
+            PrintJson(data, quest, passes, complete, out);
+            return;
+    }
 }
 
 }  // namespace
@@ -119,7 +181,7 @@ void PrintJson(const CommonData& data, const PassQuest& quest, const std::vector
 void RunFlares(const FlareOptions& options, std::ostream& out) {
     Check(options);
     PassQuest quest;
-    quest.start = options.from.empty() ? Now() : ParseInstant(options.from);
+    quest.start = InstantOf(options.from);
     quest.days = options.hours / kHoursPerDay;
     quest.maxDistance = options.within * 1000;
     quest.moon = options.moon;
@@ -135,24 +197,14 @@ void RunFlares(const FlareOptions& options, std::ostream& out) {
             "looks for passages in front of the Sun or Moon)");
     }
     Progress progress("Searching...");
-    const std::vector<FlarePass> passes = ListPasses(data, quest, std::ref(progress));
+    std::vector<FlarePass> passes = ListPasses(data, quest, std::ref(progress));
     progress.Clear();
-    if (Progress::Interrupted()) throw Failure(kInterrupted, "interrupted");
-    switch (options.format) {
-        case Format::Text:
-            if (passes.empty()) {
-                out << (quest.transit ? "No transit" : "No flare") << " within " << FullText(options.within)
-                    << " km in " << FullText(options.hours) << " hours from " << ShortInstant(quest.start) << " UTC\n";
-                return;
-            }
-            PrintText(data, passes, quest.transit, out);
-            return;
-        case Format::Csv:
-            PrintCsv(data, passes, quest.transit, out);
-            return;
-        case Format::Json:
-            PrintJson(data, quest, passes, out);
-            return;
+    LeaveOutErrors(data, quest, passes);
+    const bool complete = !Progress::Interrupted();
+    Print(data, options, quest, passes, complete, out);
+    if (!complete) {
+        out.flush();
+        throw Failure(kInterrupted, "interrupted; what had been found until then is listed");
     }
 }
 

@@ -2,20 +2,33 @@
 
 #include <CLI/CLI.hpp>
 #include <iostream>
-#include <map>
+#include <string>
+#include <vector>
 
 #include "cli/arguments.h"
 #include "cli/flares_command.h"
 #include "cli/where_command.h"
+#include "engine/astro/number_text.h"
+#include "orbit/out_of_memory.h"
+#include "orbit/satellite_table.h"
 
 namespace {
 
 using namespace glintara::cli;
+using glintara::PlainNumberText;
+
+constexpr const char* kSeeHelp = "\nRun with --help for more information.";
+
+/// An option that is one number.
+CLI::Option* AddNumber(CLI::App& command, const std::string& name, double& target, const std::string& help) {
+    return command
+        .add_option_function<std::string>(
+            name, [name, &target](const std::string& text) { target = ParseNumber(name, text); }, help)
+        ->default_str(PlainNumberText(target));
+}
 
 void AddCommonOptions(CLI::App& command, CommonOptions& options, const std::string& instantName,
                       const std::string& instantHelp) {
-    static const std::map<std::string, Format> formats{
-        {"text", Format::Text}, {"csv", Format::Csv}, {"json", Format::Json}};
     command
         .add_option("--tle", options.tleFiles,
                     "File of two- or three-line element sets; \"-\" reads standard input; may be given more than once")
@@ -26,18 +39,40 @@ void AddCommonOptions(CLI::App& command, CommonOptions& options, const std::stri
     command.add_option("--site", options.site, "The observer: degrees north, degrees east, metres (150 when left out)")
         ->required()
         ->type_name("LAT,LON[,HEIGHT]");
-    command.add_option(instantName, options.from, instantHelp)->type_name("UTC");
+    command
+        .add_option_function<std::string>(
+            instantName, [&options](const std::string& text) { options.from = text; }, instantHelp)
+        ->type_name("UTC");
     command.add_option("--name", options.name, "Only satellites whose name contains this, in any case")
         ->type_name("TEXT");
-    command.add_option("--format", options.format, "text (aligned, for people), csv or json (all digits)")
-        ->transform(CLI::CheckedTransformer(formats, CLI::ignore_case).description(""))
+    command
+        .add_option_function<std::string>(
+            "--format", [&options](const std::string& text) { options.format = ParseFormat(text); },
+            "text (aligned, for people), csv or json (all digits)")
         ->type_name("text|csv|json")
         ->default_str("text");
 }
 
-}  // namespace
+/// What is wrong with the command line, in the words of the program.
+std::string UsageText(const CLI::App& app, const CLI::ParseError& error) {
+    const std::vector<std::string> unknown = app.remaining(true);
+    if (!unknown.empty()) {
+        const std::string& word = unknown.front();
+        const bool option = word.size() > 1 && word.front() == '-';
+        const char* const kind = option ? "option" : app.get_subcommands().empty() ? "command" : "argument";
+        return std::string("no such ") + kind + ": " + glintara::ShownName(word) + kSeeHelp;
+    }
+    if (app.get_subcommands().empty()) return std::string("tell what to do: flares or where") + kSeeHelp;
+    return glintara::ShownName(error.what()) + kSeeHelp;
+}
 
-int main(int argc, char** argv) {
+/// What was printed must have arrived: a full disk or a closed pipe is no success.
+void EndOutput() {
+    std::cout.flush();
+    if (!std::cout) throw Failure(kBadData, "the output could not be written");
+}
+
+void Run(int argc, char** argv) {
     CLI::App app{"Flares of artificial satellites, and where the satellites are."};
     app.name("glint");
     app.set_version_flag("--version", "glint " GLINT_VERSION);
@@ -48,10 +83,8 @@ int main(int argc, char** argv) {
         app.add_subcommand("flares", "Lists the flares, or transits, near a place in order of time");
     AddCommonOptions(*flares, flareOptions, "--from",
                      "Start of the search, such as 2018-01-20T05:30:00Z (now when left out)");
-    flares->add_option("--hours", flareOptions.hours, "Length of the search")->type_name("H")->capture_default_str();
-    flares->add_option("--within", flareOptions.within, "Greatest distance of the flare's centre")
-        ->type_name("KM")
-        ->capture_default_str();
+    AddNumber(*flares, "--hours", flareOptions.hours, "Length of the search")->type_name("H");
+    AddNumber(*flares, "--within", flareOptions.within, "Greatest distance of the flare's centre")->type_name("KM");
     flares->add_flag("--moon", flareOptions.moon, "Moonlight instead of sunlight");
     flares->add_flag("--transit", flareOptions.transit,
                      "Passages in front of the Sun (with --moon, the Moon) instead of flares");
@@ -64,17 +97,28 @@ int main(int argc, char** argv) {
     app.footer("Exit codes: 0 done, 1 bad data, 2 bad command line, 130 interrupted.");
     try {
         app.parse(argc, argv);
+    } catch (const CLI::Success& help) {
+        app.exit(help);
+        EndOutput();
+        return;
     } catch (const CLI::ParseError& error) {
-        return app.exit(error) == 0 ? kSuccess : kBadUsage;
+        throw Failure(kBadUsage, UsageText(app, error));
     }
 
+    if (flares->parsed())
+        RunFlares(flareOptions, std::cout);
+    else
+        RunWhere(whereOptions, std::cout);
+    EndOutput();
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    glintara::EndInWordsWithoutMemory("glint");
     try {
-        if (flares->parsed())
-            RunFlares(flareOptions, std::cout);
-        else
-            RunWhere(whereOptions, std::cout);
-        std::cout.flush();
-        if (!std::cout) throw Failure(kBadData, "the output could not be written");
+        Run(argc, argv);
+        return kSuccess;
     } catch (const Failure& failure) {
         std::cerr << "glint: " << failure.what() << '\n';
         return failure.Code();
@@ -82,5 +126,4 @@ int main(int argc, char** argv) {
         std::cerr << "glint: " << error.what() << '\n';
         return kBadData;
     }
-    return kSuccess;
 }

@@ -3,17 +3,18 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <cctype>
 #include <chrono>
 #include <cmath>
 #include <csignal>
 #include <iostream>
-#include <iterator>
+#include <optional>
 
 #include "cli/texts.h"
 #include "engine/astro/constants.h"
 #include "orbit/element_sets.h"
+#include "orbit/files.h"
 #include "orbit/location.h"
+#include "orbit/satellite_table.h"
 
 namespace glintara::cli {
 
@@ -32,12 +33,6 @@ volatile std::sig_atomic_t interrupted = 0;
 double Seconds() {
     const std::chrono::duration<double> now = std::chrono::steady_clock::now().time_since_epoch();
     return now.count();
-}
-
-std::string LowerCase(std::string text) {
-    std::transform(text.begin(), text.end(), text.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    return text;
 }
 
 }  // namespace
@@ -59,19 +54,18 @@ void Session::Prepare(const CommonOptions& options, double jd) {
 }
 
 void Session::LoadFile(const std::string& file) {
-    const std::string shown = file == kStandardInput ? "standard input" : file;
-    messages_.Clear();
-    if (file == kStandardInput) {
-        std::cin >> std::noskipws;
-        EnterTLEText(app_, std::string(std::istreambuf_iterator<char>(std::cin), std::istreambuf_iterator<char>()));
-    } else if (!LoadTLEFile(app_, file)) {
-        throw Failure(kBadData, shown + ": " + messages_.Last());
-    }
+    const bool standardInput = file == kStandardInput;
+    const std::string shown = standardInput ? "standard input" : ShownName(file);
+    std::string why;
+    const std::optional<std::string> text =
+        standardInput ? ReadToEnd(STDIN_FILENO, kLargestTLEFile, &why) : ReadWholeFile(file, kLargestTLEFile, &why);
+    if (!text) throw Failure(kBadData, shown + ": " + why);
+    EnterTLEText(app_, *text);
     const AdmissionOutcome outcome = CApplyTLEOrbit_click(app_);
     if (!outcome.Failed()) return;
-    std::string text = shown + ": " + AdmissionLabel(outcome);
-    if (const std::string refusal = RefusalText(outcome); !refusal.empty()) text += ": " + refusal;
-    throw Failure(kBadData, text);
+    std::string answer = shown + ": " + AdmissionLabel(outcome);
+    if (const std::string refusal = RefusalText(outcome); !refusal.empty()) answer += ". " + refusal;
+    throw Failure(kBadData, answer);
 }
 
 void Session::KeepNames(const std::string& part) {
@@ -84,7 +78,7 @@ void Session::KeepNames(const std::string& part) {
         satellite.OptionFlags[kDisabledPlace] = fits ? '0' : '1';
         kept += fits ? 1 : 0;
     }
-    if (kept == 0) throw Failure(kBadData, "no satellite's name contains \"" + part + "\"");
+    if (kept == 0) throw Failure(kBadData, "no satellite's name contains \"" + ShownName(part) + "\"");
 }
 
 Progress::Progress(std::string what)

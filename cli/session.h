@@ -13,23 +13,17 @@
 
 namespace glintara::cli {
 
-/// Message boxes on a terminal: what is told is kept for the one who reports.
-class KeptMessages : public MessageBoxes {
+/// No message boxes on a terminal: what they would tell is in the outcome of what was done.
+class NoBoxes : public MessageBoxes {
   public:
-    void Tell(std::string_view text, MessageIcon /*icon*/) override { last_ = text; }
+    void Tell(std::string_view /*text*/, MessageIcon /*icon*/) override {}
     bool AskYesNo(std::string_view /*text*/) override { return false; }
-
-    const std::string& Last() const { return last_; }
-    void Clear() { last_.clear(); }
-
-  private:
-    std::string last_;
 };
 
 /// The state with its services.
 class Session {
   public:
-    Session() : app_(messages_, events_, windows_, ApplyDefaultModel) {}
+    Session() : app_(boxes_, events_, windows_, ApplyDefaultModel) {}
 
     /// Sets the place, loads the files, and disables the satellites whose name does not fit. Warnings go to standard
     /// error. Throws `Failure`.
@@ -41,7 +35,7 @@ class Session {
     void LoadFile(const std::string& file);
     void KeepNames(const std::string& part);
 
-    KeptMessages messages_;
+    NoBoxes boxes_;
     Events events_;
     WindowSignals windows_;
     Application app_;

@@ -1,5 +1,6 @@
 #include "core/program_folder.h"
 
+#include <fcntl.h>
 #include <unistd.h>
 
 #include <system_error>
@@ -17,7 +18,7 @@ bool HoldsData(const fs::path& folder) {
     return fs::exists(folder / kFineBorderFile, failed);
 }
 
-bool CanBeWrittenTo(const fs::path& folder) { return access(folder.c_str(), W_OK) == 0; }
+bool CanBeWrittenTo(const fs::path& folder) { return faccessat(AT_FDCWD, folder.c_str(), W_OK, AT_EACCESS) == 0; }
 
 /// Copies a file beside its place and renames it, so that a copy broken off is not taken for the file.
 void CopyWhole(const fs::path& from, const fs::path& to) {
@@ -43,13 +44,16 @@ void FillUp(const fs::path& folder, const fs::path& installed) {
 
 }  // namespace
 
-fs::path ProgramFolder(const DataFolders& folders) {
-    if (HoldsData(folders.executable) && CanBeWrittenTo(folders.executable)) return folders.executable;
+ProgramFolders FindProgramFolders(const DataFolders& folders) {
+    const bool standsAlone = HoldsData(folders.executable);
+    if (standsAlone && CanBeWrittenTo(folders.executable)) return {folders.executable, {}};
+    const fs::path& source = standsAlone ? folders.executable : folders.installed;
+
     std::error_code failed;
     fs::create_directories(folders.user, failed);
-    if (failed || !CanBeWrittenTo(folders.user)) return folders.executable;
-    FillUp(folders.user, folders.installed);
-    return folders.user;
+    if (!fs::is_directory(folders.user, failed)) return {source, {folders.installed}};
+    FillUp(folders.user, source);
+    return {folders.user, {source, folders.installed}};
 }
 
 }  // namespace glintara

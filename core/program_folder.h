@@ -1,8 +1,9 @@
 #pragma once
 
-// Where the program's data stand.
+// Where the program works, and where its data stand.
 
 #include <filesystem>
+#include <vector>
 
 namespace glintara {
 
@@ -13,9 +14,16 @@ struct DataFolders {
     std::filesystem::path user;        ///< the user's, made when it is needed
 };
 
-/// The folder that the program works in: that of the executable when the data stand there and it can be written to;
-/// otherwise the user's, filled with those installed data files that it does not have yet. A file that the user has is
-/// never replaced. When the user's folder cannot be made, that of the executable.
-std::filesystem::path ProgramFolder(const DataFolders& folders);
+/// What the program makes of them.
+struct ProgramFolders {
+    std::filesystem::path work;               ///< becomes the current directory; what the program writes stands there
+    std::vector<std::filesystem::path> data;  ///< where else a data file is read that is missing in `work`, in order
+};
+
+/// Works in the folder of the executable when the data stand there and it can be written to. Otherwise in the user's,
+/// filled with those data files of the executable's folder, or of the installation, that it does not have yet; a file
+/// that the user has is never replaced. What cannot be copied (a full disk) is read where it stands. When there is no
+/// user's folder and none can be made, the program works where its data stand.
+ProgramFolders FindProgramFolders(const DataFolders& folders);
 
 }  // namespace glintara

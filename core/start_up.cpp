@@ -28,12 +28,14 @@ void RestLib3D(MainControls& main) {
     main.MnuLib3D.Enabled = false;
 }
 
-bool Load(const std::function<bool()>& load) { return !load || load(); }
-
 void LoadDataFiles(Application& app, const StartUpHooks& hooks) {
-    const bool map = Load(hooks.loadMap);
-    const bool sites = Load(hooks.loadSites);
-    if (!map || !sites) app.Boxes.Tell("Error Loading Database", MessageIcon::Critical);
+    const std::vector<std::string> notRead = hooks.loadMap ? hooks.loadMap() : std::vector<std::string>();
+    const bool sites = !hooks.loadSites || hooks.loadSites();
+    if (notRead.empty() && sites) return;
+    std::string text = "Error Loading Database";
+    if (!notRead.empty()) text += "\n\nMissing or damaged:";
+    for (const std::string& file : notRead) text += " " + file;
+    app.Boxes.Tell(text, MessageIcon::Critical);
 }
 
 void StartSky(Application& app, const StartUpHooks& hooks) {

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "core/simulated_time.h"
 #include "core/usage_record.h"
@@ -17,16 +18,17 @@ inline constexpr const char* kWindowTitle = "Glintara - v.1.5.2";
 
 /// What start-up asks of other rooms. What is empty is left out.
 struct StartUpHooks {
-    std::function<bool()> loadMap;          ///< reads borders, stars and constellations; whether all could be read
-    std::function<bool()> loadSites;        ///< reads cities and sites
+    /// Reads borders, stars and constellations; gives the names of the files that could not be read.
+    std::function<std::vector<std::string>()> loadMap;
+    std::function<bool()> loadSites;        ///< reads cities and sites; whether they could be read
     std::function<void()> rebuildStarList;  ///< after a change of `MaxStarMag`
     std::function<void()> applyFormColors;  ///< the default colours
 };
 
 /// Brings the state to where the program starts, loads the data files, counts the start, and arms the opening. The
 /// controls must have their handlers already. Data files that cannot be read give one message box, "Error Loading
-/// Database", and the program goes on with what there is. `programFolder` becomes the current directory, unless it is
-/// empty.
+/// Database" with their names, and the program goes on with what there is. `programFolder` becomes the current
+/// directory, unless it is empty.
 void Form_Load(Application& app, SimulatedTime& time, UsageRecord& usage, const StartUpHooks& hooks,
                const std::filesystem::path& programFolder);
 

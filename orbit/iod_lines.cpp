@@ -117,8 +117,6 @@ constexpr Columns kPlaceAccuracy{63, 64};
 
 constexpr std::array<std::size_t, 10> kBlankColumns{6, 9, 16, 21, 23, 41, 44, 47, 62, 65};
 
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
-
 std::string ColumnsText(Columns columns) {
     if (columns.first == columns.last) return "column " + std::to_string(columns.first);
     return "columns " + std::to_string(columns.first) + " to " + std::to_string(columns.last);

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <utility>
 
 #include "orbit/files.h"
@@ -102,15 +103,19 @@ std::string_view PlotName(const StarRecord& star) {
     return {};
 }
 
-/// Reads a file into `table`, which stays as it was when the file is none.
+/// Reads a file, in the first of `folders` where that can be done, into `table`; nowhere, and it stays as it was.
 template <typename Table>
-bool Load(const std::filesystem::path& path, std::optional<Table> (*decode)(std::string_view), Table& table) {
-    const std::optional<std::string> bytes = ReadWholeFile(path, kLargestFile);
-    if (!bytes) return false;
-    std::optional<Table> read = decode(*bytes);
-    if (!read) return false;
-    table = std::move(*read);
-    return true;
+bool Load(std::span<const std::filesystem::path> folders, const char* file,
+          std::optional<Table> (*decode)(std::string_view), Table& table) {
+    for (const std::filesystem::path& folder : folders) {
+        const std::optional<std::string> bytes = ReadWholeFile(folder / file, kLargestFile);
+        if (!bytes) continue;
+        std::optional<Table> read = decode(*bytes);
+        if (!read) continue;
+        table = std::move(*read);
+        return true;
+    }
+    return false;
 }
 
 }  // namespace
@@ -217,20 +222,25 @@ std::vector<StarPlotRecord> MakeStarPlotTable(const std::vector<StarRecord>& sta
     return table;
 }
 
-std::vector<std::string> LoadMapFiles(const std::filesystem::path& folder, MapTables& map, StarTables& stars,
+std::vector<std::string> LoadMapFiles(std::span<const std::filesystem::path> folders, MapTables& map, StarTables& stars,
                                       CityTables& cities) {
     std::vector<std::string> failed;
-    const auto note = [&failed](bool loaded, const char* file) {
+    const auto load = [&](const char* file, auto decode, auto& table) {
+        const bool loaded = Load(folders, file, decode, table);
         if (!loaded) failed.emplace_back(file);
         return loaded;
     };
-    note(Load(folder / kFineBorderFile, DecodeBorders, map.Border), kFineBorderFile);
-    note(Load(folder / kReducedBorderFile, DecodeBorders, map.Zip), kReducedBorderFile);
-    if (note(Load(folder / kStarFile, DecodeStars, stars.StarCatalogue), kStarFile))
-        stars.StarPlotTable = MakeStarPlotTable(stars.StarCatalogue);
-    note(Load(folder / kConstellationFile, DecodeConstellations, stars.Constellations), kConstellationFile);
-    note(Load(folder / kCityFile, DecodeCities, cities.Cities), kCityFile);
+    load(kFineBorderFile, DecodeBorders, map.Border);
+    load(kReducedBorderFile, DecodeBorders, map.Zip);
+    if (load(kStarFile, DecodeStars, stars.StarCatalogue)) stars.StarPlotTable = MakeStarPlotTable(stars.StarCatalogue);
+    load(kConstellationFile, DecodeConstellations, stars.Constellations);
+    load(kCityFile, DecodeCities, cities.Cities);
     return failed;
+}
+
+std::vector<std::string> LoadMapFiles(const std::filesystem::path& folder, MapTables& map, StarTables& stars,
+                                      CityTables& cities) {
+    return LoadMapFiles(std::span(&folder, 1), map, stars, cities);
 }
 
 std::vector<std::string> SaveMapFiles(const std::filesystem::path& folder, const MapTables& map,

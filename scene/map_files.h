@@ -32,6 +32,7 @@
 
 #include <filesystem>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -48,8 +49,12 @@ inline constexpr const char* kStarFile = "DB003.VDB";
 inline constexpr const char* kConstellationFile = "DB004.VDB";
 inline constexpr const char* kCityFile = "DB005.VDB";
 
-/// Reads the five files in `folder`. Each is taken or left as a whole: the table of one that cannot be read, or that
-/// holds what it cannot, stays as it was. Gives the names of those.
+/// Reads the five files, each in the first of `folders` where it can be read. Each is taken or left as a whole: the
+/// table of one that cannot be read, or that holds what it cannot, stays as it was. Gives the names of those.
+std::vector<std::string> LoadMapFiles(std::span<const std::filesystem::path> folders, MapTables& map, StarTables& stars,
+                                      CityTables& cities);
+
+/// The same in one folder.
 std::vector<std::string> LoadMapFiles(const std::filesystem::path& folder, MapTables& map, StarTables& stars,
                                       CityTables& cities);
 

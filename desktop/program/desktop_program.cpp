@@ -90,16 +90,17 @@ ProgramHooks DesktopProgram::MakeHooks() {
     return hooks;
 }
 
-bool DesktopProgram::LoadMap() {
+std::vector<std::string> DesktopProgram::LoadMap() {
     CommonData& data = app_.Data;
     if (mapTools_) {
         // Nobody else asks for the sea spots; without the file the tools have none to write.
         LoadSeaSpots(".", data.Map);
     }
-    return LoadMapFiles(".", data.Map, data.Stars, data.Cities).empty();
+    return LoadMapFiles(dataFolders_, data.Map, data.Stars, data.Cities);
 }
 
-void DesktopProgram::Start(const std::filesystem::path& folder) {
+void DesktopProgram::Start(const std::filesystem::path& folder, const std::vector<std::filesystem::path>& dataFolders) {
+    dataFolders_.insert(dataFolders_.end(), dataFolders.begin(), dataFolders.end());
     FollowSize();
     program_->Start(folder);
     timers_ = std::make_unique<TimerDrivers>(app_.Main);

@@ -6,6 +6,8 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <string>
+#include <vector>
 
 #include "core/keys.h"
 #include "core/mouse.h"
@@ -51,8 +53,9 @@ class DesktopProgram {
     DesktopProgram(const DesktopProgram&) = delete;
     DesktopProgram& operator=(const DesktopProgram&) = delete;
 
-    /// Shows the window and begins the opening. `folder` is where the data stand; it becomes the current directory.
-    void Start(const std::filesystem::path& folder);
+    /// Shows the window and begins the opening. `folder` becomes the current directory; data files that are missing
+    /// there are read in `dataFolders`.
+    void Start(const std::filesystem::path& folder, const std::vector<std::filesystem::path>& dataFolders = {});
 
     Application& State() { return app_; }
     MainScope& Window() { return *window_; }
@@ -67,14 +70,15 @@ class DesktopProgram {
     void OpenTLEFile();
     void ShowSearch();
     void ShowSatellites();
-    bool LoadMap();
+    std::vector<std::string> LoadMap();
     void MakePicture();
     void ShowNotice();
     void FollowSize();
     void ShowFullScreen(bool fullScreen);
 
     const bool mapTools_;
-    QSettings places_;  // outlives the windows, which write to it when they close
+    std::vector<std::filesystem::path> dataFolders_{"."};  // where data files are looked for, in order
+    QSettings places_;                                     // outlives the windows, which write to it when they close
     QtMessageBoxes boxes_;
     QtEvents events_;
     DesktopSignals signals_;

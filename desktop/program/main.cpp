@@ -8,6 +8,7 @@
 #include "desktop/main/style.h"
 #include "desktop/main/window_memory.h"
 #include "desktop/program/desktop_program.h"
+#include "orbit/out_of_memory.h"
 
 namespace {
 
@@ -19,15 +20,16 @@ constexpr auto kMapToolsOption = "--map-tools";
 
 std::filesystem::path PathOf(const QString& path) { return path.toStdString(); }
 
-std::filesystem::path FindFolder() {
+glintara::ProgramFolders FindFolders() {
     const std::filesystem::path executable = PathOf(QCoreApplication::applicationDirPath());
     const QString user = QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation);
-    return glintara::ProgramFolder({executable, executable / kInstalledData, PathOf(user)});
+    return glintara::FindProgramFolders({executable, executable / kInstalledData, PathOf(user)});
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
+    glintara::EndInWordsWithoutMemory("glintara");
     QApplication application(argc, argv);
     QCoreApplication::setApplicationName("Glintara");
     QCoreApplication::setApplicationVersion(GLINTARA_VERSION);
@@ -36,6 +38,7 @@ int main(int argc, char** argv) {
     glintara::desktop::ApplyStyle(application);
     const bool mapTools = QCoreApplication::arguments().contains(kMapToolsOption);
     glintara::desktop::DesktopProgram program(glintara::desktop::WindowPlacesFile(), mapTools);
-    program.Start(FindFolder());
+    const glintara::ProgramFolders folders = FindFolders();
+    program.Start(folders.work, folders.data);
     return QApplication::exec();
 }

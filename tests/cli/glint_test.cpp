@@ -1,17 +1,25 @@
 // The program as a user runs it: what it prints, and its exit codes.
 
 #include <gtest/gtest.h>
+#include <pty.h>
 #include <sys/wait.h>
+#include <unistd.h>
 
+#include <algorithm>
 #include <array>
+#include <cmath>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <nlohmann/json.hpp>
+#include <set>
 #include <sstream>
 #include <string>
 #include <vector>
+
+#include "support/temporary_folder.h"
 
 namespace {
 
@@ -30,27 +38,25 @@ std::string Contents(const std::filesystem::path& path) {
 
 class Glint : public testing::Test {
   protected:
-    void SetUp() override {
-        std::string pattern = (std::filesystem::temp_directory_path() / "glint_test_XXXXXX").string();
-        ASSERT_NE(mkdtemp(pattern.data()), nullptr);
-        folder_ = pattern;
-    }
-    void TearDown() override { std::filesystem::remove_all(folder_); }
-
     Answer Call(const std::string& arguments) const {
-        const std::string command = "cd " GLINTARA_SOURCE_DIR "/data/examples && " GLINT_PROGRAM " " + arguments +
-                                    " >" + (folder_ / "out").string() + " 2>" + (folder_ / "err").string();
-        const int status = std::system(command.c_str());
-        return {WEXITSTATUS(status), Contents(folder_ / "out"), Contents(folder_ / "err")};
+        const std::string command = "cd " GLINTARA_SOURCE_DIR "/data/examples && " GLINT_PROGRAM " " + arguments;
+        return Shell("{ " + command + "; }");
+    }
+
+    Answer Shell(const std::string& command) const {
+        const std::string out = (folder_.Path() / "out").string();
+        const std::string err = (folder_.Path() / "err").string();
+        const int status = std::system((command + " >" + out + " 2>" + err).c_str());
+        return {WEXITSTATUS(status), Contents(out), Contents(err)};
     }
 
     std::string Write(const std::string& name, const std::string& text) const {
-        const std::filesystem::path path = folder_ / name;
+        const std::filesystem::path path = folder_.Path() / name;
         std::ofstream(path, std::ios::binary) << text;
         return path.string();
     }
 
-    std::filesystem::path folder_;
+    glintara::testing::TemporaryFolder folder_;
 };
 
 std::vector<std::string> Lines(const std::string& text) {
@@ -65,7 +71,10 @@ const std::string kTurin = " --site 45.07,7.69,240 --from 2018-01-20T00:00:00Z";
 TEST_F(Glint, ListsTheFlaresOfADayInOrderOfTime) {
     const Answer run = Call("flares --tle iridium.tle" + kTurin + " --hours 24 --within 30");
     EXPECT_EQ(run.code, 0);
-    EXPECT_EQ(run.err, "");
+    // The list has two that were about to decay when their elements were taken.
+    EXPECT_EQ(run.err,
+              "glint: warning: left out where the elements give no orbit: IRIDIUM 6 [-] (24794), IRIDIUM 34 [-] "
+              "(24969)\n");
     const std::vector<std::string> lines = Lines(run.out);
     ASSERT_GE(lines.size(), 3U);  // two of heading
     EXPECT_EQ(lines[0].substr(0, 3), "UTC");
@@ -159,7 +168,7 @@ TEST_F(Glint, BadCommandLinesAreToldApart) {
 
 TEST_F(Glint, BadFilesAreToldApart) {
     const std::string noise = Write("noise.tle", std::string("\0\xff\r\n1\r\n2 \x80\r\n", 12));
-    const std::string folder = folder_.string();
+    const std::string folder = folder_.Path().string();
     for (const std::string& file : {noise, folder, std::string("missing.tle"), Write("empty.tle", "")}) {
         const Answer run = Call("flares --tle " + file + " --site 1,2 --from 2018-01-20");
         EXPECT_EQ(run.code, 1) << file;
@@ -173,8 +182,10 @@ TEST_F(Glint, TellsWhereAFileGoesWrong) {
     const std::string file = Write("broken.tle", text + "SPUTNIK\n1 00002U 57001B   broken\n2 00002\n");
     const Answer run = Call("where --tle " + file + " --site 1,2 --at 2018-01-20");
     EXPECT_EQ(run.code, 1);
-    EXPECT_NE(run.err.find("ERROR: Bad TLE Data"), std::string::npos);
-    EXPECT_NE(run.err.find("SPUTNIK"), std::string::npos);
+    const auto sets = Lines(text).size() / 3;
+    EXPECT_EQ(run.err, "glint: " + file + ": ERROR: Invalid TLE Text (" + std::to_string(sets) +
+                           " satellites added before that). Set " + std::to_string(sets + 1) +
+                           " (SPUTNIK), line 1: it is too short\n");
 }
 
 TEST_F(Glint, SaysThatSatellitesWithoutSurfacesDoNotFlare) {
@@ -195,6 +206,193 @@ TEST_F(Glint, TransitsNeedNoSurfaces) {
     ASSERT_GT(json["flares"].size(), 0U);
     EXPECT_FALSE(json["flares"][0].contains("surface"));
     EXPECT_EQ(json["kind"], "transit");
+}
+
+TEST_F(Glint, WhereTellsTheRange) {
+    // On the equator the vertical goes through the Earth's centre, so that range, elevation and the distances of
+    // observer and satellite from the centre belong to one triangle.
+    const Answer run = Call("where --tle all.tle --site 0,10,0 --at 2018-01-20T12:00:00Z --format json");
+    const auto json = nlohmann::json::parse(run.out);
+    ASSERT_GT(json["satellites"].size(), 900U);
+    for (const auto& satellite : json["satellites"]) {
+        if (satellite["range_km"].is_null()) continue;
+        const auto p = satellite["inertial_position_km"].get<std::vector<double>>();
+        const double r = std::hypot(p.at(0), p.at(1), p.at(2));
+        constexpr double kRadius = 6378.137;
+        const double elevation = satellite["elevation_deg"].get<double>() * 3.14159265358979 / 180;
+        const double horizontal = kRadius * std::cos(elevation);
+        const double range = std::sqrt(r * r - horizontal * horizontal) - kRadius * std::sin(elevation);
+        EXPECT_NEAR(satellite["range_km"].get<double>(), range, 1e-3) << satellite["name"];
+    }
+}
+
+TEST_F(Glint, JsonNamesTheSurface) {
+    const auto json =
+        nlohmann::json::parse(Call("flares --tle iridium.tle" + kTurin + " --within 60 --format json").out);
+    ASSERT_GT(json["flares"].size(), 2U);
+    const auto csv = Lines(Call("flares --tle iridium.tle" + kTurin + " --within 60 --format csv").out);
+    std::set<std::string> surfaces;
+    for (std::size_t i = 0; i < json["flares"].size(); ++i) {
+        const std::string surface = json["flares"][i]["surface"];
+        surfaces.insert(surface);
+        EXPECT_NE(csv[i + 1].find("," + surface + ","), std::string::npos) << csv[i + 1];
+    }
+    for (const std::string& surface : surfaces)
+        EXPECT_TRUE(surface == "F" || surface == "L" || surface == "R") << surface;
+    EXPECT_GT(surfaces.size(), 1U);
+}
+
+TEST_F(Glint, UnknownWordsAreNamed) {
+    const std::string seeHelp = "\nRun with --help for more information.\n";
+    EXPECT_EQ(Call("bogus").err, "glint: no such command: bogus" + seeHelp);
+    EXPECT_EQ(Call("").err, "glint: tell what to do: flares or where" + seeHelp);
+    EXPECT_EQ(Call("--quick flares").err, "glint: no such option: --quick" + seeHelp);
+    EXPECT_EQ(Call("where --tle geo.tle --site 1,2 --fast").err, "glint: no such option: --fast" + seeHelp);
+    EXPECT_EQ(Call("where there").err, "glint: no such argument: there" + seeHelp);
+    EXPECT_EQ(Call("where").err, "glint: --tle is required" + seeHelp);
+}
+
+TEST_F(Glint, WrongChoicesAndNumbersAreToldInWords) {
+    const std::string iridium = "flares --tle iridium.tle --site 1,2 ";
+    EXPECT_EQ(Call(iridium + "--format xml").err, "glint: --format \"xml\": choose text, csv or json\n");
+    EXPECT_EQ(Call(iridium + "--hours soon").err, "glint: --hours \"soon\": not a number\n");
+    EXPECT_EQ(Call(iridium + "--within 1,5").err, "glint: --within \"1,5\": not a number\n");
+    EXPECT_EQ(Call("where --tle geo.tle --site 1,2 --at 2018-01-20 --format CSV").code, 0);
+}
+
+TEST_F(Glint, AnEmptyInstantIsNotNow) {
+    for (const std::string& arguments : std::vector<std::string>{"flares --tle iridium.tle --site 1,2 --from ''",
+                                                                 "where --tle geo.tle --site 1,2 --at ''"}) {
+        const Answer run = Call(arguments);
+        EXPECT_EQ(run.code, 2);
+        EXPECT_EQ(run.err.substr(0, 26), "glint: \"\" is no instant; w") << run.err;
+    }
+    EXPECT_EQ(Call("where --tle geo.tle --site 1,2 --at=").code, 2);
+}
+
+TEST_F(Glint, StandardInputIsLimitedLikeAFile) {
+    const Answer endless = Call("where --tle - --site 1,2 < /dev/zero");
+    EXPECT_EQ(endless.code, 1);
+    EXPECT_EQ(endless.err, "glint: standard input: it is larger than 16 MiB\n");
+    const Answer pipe = Call("where --tle <(cat geo.tle) --site 1,2");
+    EXPECT_NE(pipe.code, 0);
+}
+
+TEST_F(Glint, FilesThatCannotBeReadSayWhy) {
+    EXPECT_EQ(Call("where --tle missing.tle --site 1,2").err, "glint: missing.tle: there is no such file\n");
+    EXPECT_EQ(Call("where --tle . --site 1,2").err, "glint: .: it is a folder\n");
+    EXPECT_EQ(Call("where --tle /dev/zero --site 1,2").err, "glint: /dev/zero: it is no plain file\n");
+}
+
+TEST_F(Glint, NamesShowNoControlCharacters) {
+    std::string sets = Contents(GLINTARA_SOURCE_DIR "/data/examples/iridium.tle");
+    sets.replace(0, sets.find('\n'), "\x1b[2JIRIDIUM\tX\x7f");
+    const std::string file = Write("control.tle", sets);
+    for (const std::string& format : std::vector<std::string>{"text", "csv", "json"}) {
+        const std::string common = " --tle " + file + " --name x --format " + format + kTurin;
+        for (const std::string& command : std::vector<std::string>{"where", "flares --hours 72 --within 500"}) {
+            const Answer run = Call(command + common);
+            EXPECT_EQ(run.code, 0) << run.err;
+            EXPECT_NE(run.out.find("?[2JIRIDIUM?X?"), std::string::npos) << run.out;
+            EXPECT_TRUE(std::none_of(run.out.begin(), run.out.end(),
+                                     [](unsigned char c) { return (c < ' ' && c != '\n') || c == 0x7F; }));
+        }
+    }
+}
+
+TEST_F(Glint, WhereAPropagationFailsThereAreNoNumbers) {
+    const std::string question = "where --tle iridium.tle --site 1,2 --at 2100-01-01 --format ";
+    const auto json = nlohmann::json::parse(Call(question + "json").out);
+    const auto text = Lines(Call(question + "text").out);
+    const auto csv = Lines(Call(question + "csv").out);
+    int failed = 0;
+    int good = 0;
+    for (std::size_t i = 0; i < json["satellites"].size(); ++i) {
+        const auto& satellite = json["satellites"][i];
+        const std::string light = satellite["light"];
+        const bool fails = light == "no orbit" || light == "decayed";
+        (fails ? failed : good) += 1;
+        for (const char* quantity : {"azimuth_deg", "elevation_deg", "range_km", "latitude_deg", "longitude_deg",
+                                     "height_km", "inertial_position_km", "inertial_velocity_km_s"})
+            EXPECT_EQ(satellite[quantity].is_null(), fails) << quantity;
+        EXPECT_EQ(csv[i + 1].find(",,,,,,," + light + ",,,,,,") != std::string::npos, fails) << csv[i + 1];
+        EXPECT_EQ(text[i + 4].find(" -  ") != std::string::npos, fails) << text[i + 4];
+        if (fails)
+            EXPECT_EQ(std::count(text[i + 4].begin(), text[i + 4].end(), '-'),
+                      9 + (text[i + 4].find("[-]") != std::string::npos));
+    }
+    EXPECT_GT(failed, 5);
+    EXPECT_GT(good, 5);
+}
+
+TEST_F(Glint, FlaresOfFailingPropagationsAreLeftOutAndTold) {
+    const Answer run =
+        Call("flares --tle iridium.tle --site 45,7 --from 2100-01-01 --hours 6 --within 20000 --format csv");
+    EXPECT_EQ(run.code, 0);
+    const auto at = run.err.find("left out where the elements give no orbit: ");
+    ASSERT_NE(at, std::string::npos) << run.err;
+    EXPECT_NE(run.err.find("IRIDIUM 6 [-] (24794)"), std::string::npos) << run.err;
+    EXPECT_NE(run.err.find(" more\n"), std::string::npos) << run.err;
+    EXPECT_GT(Lines(run.out).size(), 1U);
+    EXPECT_EQ(run.out.find(",24794,"), std::string::npos);
+    EXPECT_EQ(Call("flares --tle iridium.tle --name 7" + kTurin).err, "") << "what takes no part is not told of";
+}
+
+TEST_F(Glint, OutputThatDoesNotArriveIsNoSuccess) {
+    for (const std::string& arguments : std::vector<std::string>{"--help", "--version", "where --help",
+                                                                 "where --tle geo.tle --site 1,2 --at 2018-01-20"}) {
+        for (const char* sink : {">/dev/full", ">&-"}) {
+            const Answer run = Call(arguments + " " + sink);
+            EXPECT_EQ(run.code, 1) << arguments << sink;
+            EXPECT_EQ(run.err, "glint: the output could not be written\n") << arguments << sink;
+        }
+    }
+}
+
+TEST_F(Glint, RunningOutOfMemoryEndsWithASentence) {
+    std::string sets;
+    const std::string example = Contents(GLINTARA_SOURCE_DIR "/data/examples/all.tle");
+    while (sets.size() + example.size() < (std::size_t{16} << 20)) sets += example;
+    const std::string file = Write("large.tle", sets);
+    const Answer run = Call("where --tle geo.tle --tle " + file + " --site 1,2");
+    EXPECT_EQ(run.err.find("memory"), std::string::npos);
+    const Answer poor = Shell("( ulimit -v 60000; exec " GLINT_PROGRAM " where --tle " + file + " --site 1,2 )");
+    EXPECT_EQ(poor.code, 1);
+    EXPECT_EQ(poor.err, "glint: out of memory\n");
+}
+
+TEST_F(Glint, AnInterruptPrintsWhatWasFoundSoFar) {
+    // On a terminal the search tells how far it is; once it does, it is interrupted. A year takes minutes.
+    const std::string out = (folder_.Path() / "out").string();
+    int terminal = -1;
+    const pid_t child = forkpty(&terminal, nullptr, nullptr, nullptr);
+    ASSERT_GE(child, 0);
+    if (child == 0) {
+        if (freopen(out.c_str(), "w", stdout) == nullptr) _exit(99);
+        execl(GLINT_PROGRAM, "glint", "flares", "--transit", "--tle", GLINTARA_SOURCE_DIR "/data/examples/all.tle",
+              "--site", "45,7", "--from", "2018-01-20", "--hours", "8784", "--within", "2000", "--format", "json",
+              nullptr);
+        _exit(98);
+    }
+    std::string seen;
+    std::array<char, 256> part;
+    while (seen.find(" %") == std::string::npos) {
+        const ssize_t count = read(terminal, part.data(), part.size());
+        if (count <= 0) break;
+        seen.append(part.data(), static_cast<std::size_t>(count));
+    }
+    kill(child, SIGINT);
+    while (read(terminal, part.data(), part.size()) > 0) {
+    }
+    int status = 0;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    close(terminal);
+    EXPECT_NE(seen.find("Searching... "), std::string::npos) << seen;
+    ASSERT_TRUE(WIFEXITED(status));
+    EXPECT_EQ(WEXITSTATUS(status), 130);
+    const auto json = nlohmann::json::parse(Contents(out));
+    EXPECT_EQ(json["interrupted"], true);
+    EXPECT_GT(json["flares"].size(), 0U);
 }
 
 TEST_F(Glint, HelpAndVersionSucceed) {

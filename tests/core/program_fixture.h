@@ -81,7 +81,9 @@ struct ProgramTest : ::testing::Test {
         hooks.picture.findObject = [this] { ++objectsSought; };
         hooks.picture.showNextView = [this] { ++viewsShown; };
         hooks.picture.updateSatPosition = [this] { ++positionsTold; };
-        hooks.startUp.loadMap = [this] { return mapLoads; };
+        hooks.startUp.loadMap = [this] {
+            return mapLoads ? std::vector<std::string>() : std::vector<std::string>{"DB001.VDB", "DB003.VDB"};
+        };
         hooks.startUp.loadSites = [this] { return sitesLoad; };
         hooks.startUp.rebuildStarList = [this] { starLimits.push_back(app.Data.View.MaxStarMag); };
         hooks.loadStartUpWorkspace = [this] {

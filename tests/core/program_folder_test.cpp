@@ -1,6 +1,7 @@
 #include "core/program_folder.h"
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <fstream>
 #include <iterator>
@@ -22,18 +23,46 @@ std::string TextOf(const fs::path& file) {
     return {std::istreambuf_iterator<char>(in), {}};
 }
 
+/// A user who owns nothing, as long as it stands.
+class Nobody {
+  public:
+    Nobody() : user_(geteuid()) {
+        constexpr uid_t kNobody = 65534;
+        if (user_ == 0) EXPECT_EQ(seteuid(kNobody), 0);
+    }
+    Nobody(const Nobody&) = delete;
+    Nobody& operator=(const Nobody&) = delete;
+    ~Nobody() {
+        if (user_ == 0) EXPECT_EQ(seteuid(user_), 0);
+    }
+
+  private:
+    uid_t user_;
+};
+
 class ProgramFolderTest : public ::testing::Test {
   protected:
     testing::TemporaryFolder home_;
     const DataFolders folders_{home_.Path() / "bin", home_.Path() / "share", home_.Path() / "user" / "Glintara"};
 
     void SetUp() override { fs::create_directories(folders_.executable); }
+
+    void ExpectWork(const fs::path& folder) const { EXPECT_EQ(FindProgramFolders(folders_).work, folder); }
+
+    /// Where a data file of that name is read.
+    std::string Found(const fs::path& file) const {
+        const ProgramFolders found = FindProgramFolders(folders_);
+        if (fs::exists(found.work / file)) return TextOf(found.work / file);
+        for (const fs::path& folder : found.data)
+            if (fs::exists(folder / file)) return TextOf(folder / file);
+        return "nowhere";
+    }
 };
 
 TEST_F(ProgramFolderTest, UnpackedArchiveWorksWhereItStands) {
     Write(folders_.executable / "DB001.VDB", "map");
     Write(folders_.installed / "DB001.VDB", "another");
-    EXPECT_EQ(ProgramFolder(folders_), folders_.executable);
+    ExpectWork(folders_.executable);
     EXPECT_FALSE(fs::exists(folders_.user));
 }
 
@@ -41,7 +70,7 @@ TEST_F(ProgramFolderTest, InstalledProgramFillsTheUsersFolderOnce) {
     Write(folders_.installed / "DB001.VDB", "map");
     Write(folders_.installed / "SeaSpot.txt", "0\n");
     Write(folders_.installed / "examples" / "iridium.tle", "sets");
-    EXPECT_EQ(ProgramFolder(folders_), folders_.user);
+    ExpectWork(folders_.user);
     EXPECT_EQ(TextOf(folders_.user / "examples" / "iridium.tle"), "sets");
     EXPECT_EQ(TextOf(folders_.user / "DB001.VDB"), "map");
     EXPECT_EQ(TextOf(folders_.user / "SeaSpot.txt"), "0\n");
@@ -49,20 +78,63 @@ TEST_F(ProgramFolderTest, InstalledProgramFillsTheUsersFolderOnce) {
     // What the user has changed since stays theirs; what is new in an installation comes in.
     Write(folders_.user / "SeaSpot.txt", "1\n0.5\n0.5\n");
     Write(folders_.installed / "DB005.VDB", "cities");
-    EXPECT_EQ(ProgramFolder(folders_), folders_.user);
+    ExpectWork(folders_.user);
     EXPECT_EQ(TextOf(folders_.user / "SeaSpot.txt"), "1\n0.5\n0.5\n");
     EXPECT_EQ(TextOf(folders_.user / "DB005.VDB"), "cities");
     EXPECT_FALSE(fs::exists(folders_.user / "DB005.VDB.part"));
 }
 
+TEST_F(ProgramFolderTest, ACopyOfAnotherOwnerFillsTheUsersFolderToo) {
+    Write(folders_.executable / "DB001.VDB", "map");
+    fs::create_directories(folders_.user);
+    fs::permissions(home_.Path(), fs::perms::all);
+    fs::permissions(folders_.user, fs::perms::all);
+    fs::permissions(folders_.executable, fs::perms(0555));
+    {
+        const Nobody nobody;
+        ExpectWork(folders_.user);
+        EXPECT_EQ(Found("DB001.VDB"), "map");
+    }
+    fs::permissions(folders_.executable, fs::perms::all);
+    EXPECT_EQ(TextOf(folders_.user / "DB001.VDB"), "map");
+}
+
+TEST_F(ProgramFolderTest, WithoutAHomeAReadableCopyWorksWhereItStands) {
+    Write(folders_.executable / "DB001.VDB", "map");
+    fs::permissions(home_.Path(), fs::perms(0555));
+    fs::permissions(folders_.executable, fs::perms(0555));
+    {
+        const Nobody nobody;
+        ExpectWork(folders_.executable);
+        EXPECT_EQ(Found("DB001.VDB"), "map");
+    }
+    fs::permissions(home_.Path(), fs::perms::all);
+    fs::permissions(folders_.executable, fs::perms::all);
+}
+
+TEST_F(ProgramFolderTest, WhatCannotBeCopiedIsReadWhereItStands) {
+    Write(folders_.installed / "DB001.VDB", "map");
+    Write(folders_.installed / "DB002.VDB", "reduced");
+    // As on a disk that has no room for the second.
+    fs::create_directories(folders_.user / "DB002.VDB.part" / "in the way");
+    Write(folders_.user / "startup.cst", "mine");
+    ExpectWork(folders_.user);
+    EXPECT_FALSE(fs::exists(folders_.user / "DB002.VDB"));
+    EXPECT_EQ(Found("DB001.VDB"), "map");
+    EXPECT_EQ(Found("DB002.VDB"), "reduced");
+    EXPECT_EQ(Found("startup.cst"), "mine");
+}
+
 TEST_F(ProgramFolderTest, NoInstalledDataStillGivesTheUserAFolder) {
-    EXPECT_EQ(ProgramFolder(folders_), folders_.user);
+    ExpectWork(folders_.user);
     EXPECT_TRUE(fs::is_empty(folders_.user));
 }
 
-TEST_F(ProgramFolderTest, AFileInTheWayLeavesTheExecutablesFolder) {
+TEST_F(ProgramFolderTest, AFileInPlaceOfTheUsersFolderLeavesTheInstalledData) {
     Write(folders_.user.parent_path(), "no folder");
-    EXPECT_EQ(ProgramFolder(folders_), folders_.executable);
+    Write(folders_.installed / "DB001.VDB", "map");
+    ExpectWork(folders_.installed);
+    EXPECT_EQ(Found("DB001.VDB"), "map");
 }
 
 }  // namespace

@@ -98,7 +98,7 @@ TEST_F(StartUpTest, DataThatCannotBeReadIsToldOnceAndTheProgramGoesOn) {
     sitesLoad = false;
     EXPECT_TRUE(Open());
     ASSERT_EQ(boxes.messages.size(), 1U);
-    EXPECT_EQ(boxes.messages[0].text, "Error Loading Database");
+    EXPECT_EQ(boxes.messages[0].text, "Error Loading Database\n\nMissing or damaged: DB001.VDB DB003.VDB");
     EXPECT_EQ(boxes.messages[0].icon, MessageIcon::Critical);
     EXPECT_FALSE(pictures.empty());
 }

@@ -1,6 +1,7 @@
 #include "scene/map_files.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <cmath>
 #include <cstddef>
@@ -282,6 +283,29 @@ TEST(MapFiles, ABadFileIsNamedAndTheOthersAreRead) {
     EXPECT_EQ(tables.map.Zip.Count(), 2);
     EXPECT_EQ(tables.stars.StarCatalogue.size(), 1U);
     EXPECT_EQ(tables.stars.Constellations.size(), 2U);
+}
+
+TEST(MapFiles, EachFileIsReadInTheFirstFolderThatHasAGoodOne) {
+    const TemporaryFolder first;
+    const TemporaryFolder second;
+    AllTables tables = FilledTables();
+    ASSERT_TRUE(tables.Save(second.Path()).empty());
+    tables.map.Zip.Id = {0, 7, 7};
+    ASSERT_TRUE(tables.Save(first.Path()).empty());
+    std::filesystem::resize_file(first.Path() / "DB001.VDB", 43);  // cut off
+    std::filesystem::remove(first.Path() / "DB003.VDB");
+    std::filesystem::remove(first.Path() / "DB004.VDB");
+    ASSERT_EQ(mkfifo((first.Path() / "DB004.VDB").c_str(), 0600), 0);
+    std::filesystem::remove(second.Path() / "DB005.VDB");
+
+    AllTables read;
+    const std::vector<std::filesystem::path> folders = {first.Path() / "none", first.Path(), second.Path()};
+    EXPECT_TRUE(LoadMapFiles(folders, read.map, read.stars, read.cities).empty());
+    EXPECT_EQ(read.map.Border.Lon, TwoVertices().Lon);
+    EXPECT_EQ(read.map.Zip.Id, (std::vector<std::int32_t>{0, 7, 7}));
+    EXPECT_EQ(read.stars.StarCatalogue.at(1), Sirius());
+    EXPECT_EQ(read.stars.Constellations.size(), 2U);
+    EXPECT_EQ(read.cities.Cities.at(1), Turin());
 }
 
 TEST(MapFiles, AMissingFolderFailsForAll) {
