@@ -11,6 +11,7 @@
 #include "engine/astro/number_text.h"
 #include "orbit/out_of_memory.h"
 #include "orbit/satellite_table.h"
+#include "state/version.h"
 
 namespace {
 
@@ -75,7 +76,7 @@ void EndOutput() {
 void Run(int argc, char** argv) {
     CLI::App app{"Flares of artificial satellites, and where the satellites are."};
     app.name("glint");
-    app.set_version_flag("--version", "glint " GLINT_VERSION);
+    app.set_version_flag("--version", "glint " + std::string(glintara::kVersion));
     app.require_subcommand(1);
 
     FlareOptions flareOptions;

@@ -11,6 +11,7 @@
 
 #include "cli/texts.h"
 #include "engine/astro/constants.h"
+#include "orbit/element_age.h"
 #include "orbit/element_sets.h"
 #include "orbit/files.h"
 #include "orbit/location.h"
@@ -21,9 +22,6 @@ namespace glintara::cli {
 namespace {
 
 constexpr std::string_view kStandardInput = "-";
-
-/// Elements older than this many days still give an orbit, but no flare to the second.
-constexpr double kFreshDays = 30;
 
 /// Work that takes less than this shows no progress, seconds.
 constexpr double kPatience = 0.4;
@@ -44,12 +42,10 @@ void Session::Prepare(const CommonOptions& options, double jd) {
     for (const std::string& file : options.tleFiles) LoadFile(file);
     KeepNames(options.name);
 
-    double oldest = 0;
-    for (int i = 1; i <= app_.Data.SatCount; ++i)
-        if (!app_.Data.Satellite(i).IsDisabled())
-            oldest = std::max(oldest, std::abs(jd - EpochToJD(app_.Data.Satellite(i))));
-    if (oldest > kFreshDays)
-        Warn("element sets are up to " + FixedText(oldest, 0) + " days away from that date; predictions will be off");
+    const ElementAge age = ElementAgeAt(app_.Data, jd);
+    if (std::abs(age.farthest) > kUsefulDays)
+        Warn("element sets are up to " + FixedText(std::abs(age.farthest), 0) +
+             " days away from that date; predictions will be off");
     if (jd < kJ2000) Warn("before noon of 1 January 2000 places on the ground are not the true ones");
 }
 

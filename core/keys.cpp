@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <string_view>
 
 #include "core/camera_moves.h"
 #include "core/opening.h"
@@ -79,8 +80,11 @@ constexpr std::array kViewKeys{
     ViewKey{SpecialKey::F8, &MainControls::CRefreshDraw},
 };
 
+/// The letters that move the displayed instant, and the one that lets it run.
+constexpr std::string_view kTimeKeys = "HMSDYE0R";
+
 void TurnOver(CheckBox& box) {
-    if (box.Enabled) box.Value = !box.Value;
+    if (box.Enabled && box.Acts) box.Value = !box.Value;
 }
 
 bool PressButton(MainControls& main, const KeyPress& key) {
@@ -157,6 +161,11 @@ bool LeaveFullScreen(Application& app, const KeyPress& key) {
 }
 
 }  // namespace
+
+bool ActsInEveryWindow(const KeyPress& key) {
+    if (key.character != '\0') return kTimeKeys.find(key.character) != std::string_view::npos;
+    return key.special >= SpecialKey::F1 && key.special <= SpecialKey::F9;
+}
 
 bool Form_KeyDown(Application& app, RunLoop& loop, const KeyPress& key) {
     if (app.Run.KeyLock) return false;

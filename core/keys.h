@@ -17,9 +17,13 @@ struct KeyPress {
     bool shift = false;
 };
 
+/// Whether the key acts in the other windows of the program too, where no text takes it: the function keys, and those
+/// of the displayed instant.
+bool ActsInEveryWindow(const KeyPress& key);
+
 /// Acts on a key that no text field has taken; while `KeyLock` is set there is none. Any key cuts the opening short and
-/// stops the idle turning; `U` does not start again what it has just stopped. A key whose control is disabled does
-/// nothing. Returns whether the key means anything.
+/// stops the idle turning; `U` does not start again what it has just stopped. A key whose control is disabled, or
+/// stands for what is still to come, does nothing. Returns whether the key means anything.
 bool Form_KeyDown(Application& app, RunLoop& loop, const KeyPress& key);
 
 }  // namespace glintara

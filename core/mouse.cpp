@@ -45,7 +45,7 @@ double SecondsBetween(MouseSteering::Clock::time_point from, MouseSteering::Cloc
 
 void MouseSteering::Moved(const MousePlace& place, const MouseHold& hold) {
     NoteMouse(place);
-    if (!hold.left && !hold.right) {
+    if (!hold.left && !hold.right && !hold.middle) {
         EndDrag();
         ShowMenusByEdge(app_, place.y / std::max(place.height, 1.0));
         return;
@@ -95,7 +95,7 @@ MouseSteering::Action MouseSteering::ActionOf(const MouseHold& hold) const {
     if (hold.shift) return Action::Shift;
     if (hold.left && hold.right) return Action::Zoom;
     if (hold.right) return Action::Roll;
-    if (hold.control || hold.alt) return Action::None;
+    if (!hold.left || hold.control || hold.alt) return Action::None;
     return app_.Main.CPlaniSphere.Value ? Action::Shift : Action::Turn;
 }
 

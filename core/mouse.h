@@ -15,6 +15,7 @@ namespace glintara {
 struct MouseHold {
     bool left = false;
     bool right = false;
+    bool middle = false;
     bool shift = false;
     bool control = false;
     bool alt = false;
@@ -39,8 +40,8 @@ class MouseSteering {
         : app_(app), loop_(loop), now_(std::move(now)) {}
 
     /// The mouse has moved to `place`, or a button has been pressed there. The first move with a button held begins a
-    /// drag, which the later ones follow: left turns the globe, right rolls it, both zoom, Shift shifts the picture,
-    /// and so does left on the flat map. A move without a button ends the drag. Left with Control or Alt leaves the
+    /// drag, which the later ones follow: left turns the globe, right rolls it, both zoom, any button with Shift
+    /// shifts the picture, and so does left on the flat map. A move without a button ends the drag. Left with Control or Alt leaves the
     /// view alone.
     void Moved(const MousePlace& place, const MouseHold& hold);
 

@@ -13,6 +13,9 @@ namespace {
 
 constexpr int kWaitMs = 1;
 
+/// The splash stands this long with its last line.
+constexpr int kLastSplashMs = 500;
+
 // The Earth comes near from afar, then goes back to where it can be seen as a whole.
 constexpr double kFirstZoom = 1;
 constexpr double kNearestZoom = 64;
@@ -81,8 +84,17 @@ bool Opening::Show(double zoom) {
     const std::int64_t before = loop_.PicturesMade();
     app_.Windows.UpdateGraphicsLevel2();
     main.Timer4.Restart(kWaitMs);
-    while (!Ended() && (main.Timer4.Enabled || loop_.PicturesMade() == before)) app_.EventQueue.ServeEvents();
+    while (!Ended() && (main.Timer4.Enabled || loop_.PicturesMade() == before)) app_.EventQueue.WaitForEvents();
     return !Ended();
+}
+
+void Opening::ShowLastSplash() {
+    Timer& wait = app_.Main.Timer4;
+    app_.Run.SplashShown = Splash::Final;
+    loop_.MakePicture();
+    wait.Restart(kLastSplashMs);
+    while (!Ended() && wait.Enabled) app_.EventQueue.WaitForEvents();
+    wait.Stop();
 }
 
 void Opening::ComeToRest(int fineInterval) {
@@ -92,8 +104,8 @@ void Opening::ComeToRest(int fineInterval) {
     if (run.Closing) return;
     main.Timer4.Stop();
     ApplyCamera(app_.Data.View, kStartCamera);
-    run.SplashShown = Splash::Final;
-    loop_.MakePicture();
+    ShowLastSplash();
+    if (run.Closing) return;
     main.Timer2.Stop();
     main.Timer3.Stop();
     main.Timer3.Interval = fineInterval;  // the near pictures have set it to theirs

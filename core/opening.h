@@ -20,7 +20,7 @@ struct OpeningHooks {
 /// A key or a click: an opening that is under way goes straight to its end.
 void CutOpeningShort(RunState& run);
 
-/// The opening sequence. It lasts one to two seconds and serves events meanwhile; `CutOpeningShort` ends its pictures.
+/// The opening sequence. It lasts about two seconds and serves events meanwhile; `CutOpeningShort` ends its pictures.
 class Opening {
   public:
     Opening(Application& app, const ComputerClock& clock, RunLoop& loop, OpeningHooks hooks)
@@ -33,6 +33,7 @@ class Opening {
     void Run();
     void ZoomThrough();
     bool Show(double zoom);
+    void ShowLastSplash();
     void ComeToRest(int fineInterval);
     bool Ended() const { return app_.Run.OpeningCut || app_.Run.Closing; }
 

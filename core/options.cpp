@@ -111,7 +111,11 @@ void ConnectLocks(Application& app, const OptionHooks& hooks) {
 void ConnectModel(Application& app, OptionButton& box, OptionButton& other) {
     box.Value.SetHandler([&app, &box, &other] {
         if (!box.Value && other.Value) return;
-        if (box.Value) other.Value = false;
+        if (!box.Value) {
+            box.Value = true;  // one of the two is always set
+            return;
+        }
+        other.Value = false;
         ShowOption(app);
     });
 }

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "core/element_labels.h"
 #include "core/panels.h"
 #include "core/satellite_panel.h"
 #include "core/time_buttons.h"
@@ -12,38 +13,28 @@
 namespace glintara {
 
 void ProgramSignals::UpDateAll() {
-    if (app_ != nullptr) RefreshSatellitePanel(*app_);
+    RefreshSatellitePanel(app_);
+    ShowElementAge(app_);
 }
 
-void ProgramSignals::ShowWorkingSatellite() {
-    if (app_ != nullptr) RefreshSatellitePanel(*app_);
-}
+void ProgramSignals::ShowWorkingSatellite() { RefreshSatellitePanel(app_); }
 
-void ProgramSignals::UpdateGraphicsLevel2() {
-    if (app_ != nullptr) glintara::UpdateGraphicsLevel2(app_->Main);
-}
+void ProgramSignals::UpdateGraphicsLevel2() { glintara::UpdateGraphicsLevel2(app_.Main); }
 
-void ProgramSignals::SyncronizeMenuBar() {
-    if (app_ != nullptr) glintara::SyncronizeMenuBar(app_->Main);
-}
+void ProgramSignals::SyncronizeMenuBar() { glintara::SyncronizeMenuBar(app_.Main); }
 
-void ProgramSignals::SaveStat() {
-    if (usage_ != nullptr) usage_->SaveStat();
-}
+void ProgramSignals::SaveStat() { usage_.SaveStat(); }
 
-Program::Program(Application& app, ProgramSignals& signals, const ComputerClock& clock, Browser& browser,
-                 ProgramHooks hooks, const std::filesystem::path& usageFile)
+Program::Program(Application& app, UsageRecord& usage, const ComputerClock& clock, ProgramHooks hooks)
     : app_(app),
       startUpHooks_(hooks.startUp),
       Time(app, clock),
-      Usage(app.Data.UsageStats, clock, browser, usageFile),
+      Usage(usage),
       Loop(app, Time, hooks.picture),
       OpeningSequence(
           app, clock, Loop,
           {std::move(hooks.loadStartUpWorkspace), [this] { Usage.CheckForUpdate(app_.Data.UpdateCheckDays, false); }}),
       End(app, std::move(hooks.shutDown)) {
-    signals.app_ = &app;
-    signals.usage_ = &Usage;
     Loop.Connect();
     OpeningSequence.Connect();
     End.Connect();

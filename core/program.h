@@ -25,8 +25,11 @@ struct ProgramHooks {
 };
 
 /// The services of the core behind `WindowSignals`. The windows derive from it, and what they override goes on to it.
+/// `app` and `usage` may be built after it, but before the first call.
 class ProgramSignals : public WindowSignals {
   public:
+    ProgramSignals(Application& app, UsageRecord& usage) : app_(app), usage_(usage) {}
+
     void UpDateAll() override;
     void ShowWorkingSatellite() override;
     void UpdateGraphicsLevel2() override;
@@ -34,17 +37,15 @@ class ProgramSignals : public WindowSignals {
     void SaveStat() override;
 
   private:
-    friend class Program;
-    Application* app_ = nullptr;  // set when the program has been put together
-    UsageRecord* usage_ = nullptr;
+    Application& app_;
+    UsageRecord& usage_;
 };
 
-/// The core of the program. It hangs its handlers on the controls of `app`, so both live together; the clock, the
-/// browser and the signals must outlive it.
+/// The core of the program. It hangs its handlers on the controls of `app`, so both live together; the clock and the
+/// usage record must outlive it.
 class Program {
   public:
-    Program(Application& app, ProgramSignals& signals, const ComputerClock& clock, Browser& browser, ProgramHooks hooks,
-            const std::filesystem::path& usageFile = kUsageFile);
+    Program(Application& app, UsageRecord& usage, const ComputerClock& clock, ProgramHooks hooks);
     Program(const Program&) = delete;
     Program& operator=(const Program&) = delete;
 
@@ -62,7 +63,7 @@ class Program {
 
   public:
     SimulatedTime Time;
-    UsageRecord Usage;
+    UsageRecord& Usage;
     RunLoop Loop;
     Opening OpeningSequence;
     ShutDown End;

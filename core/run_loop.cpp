@@ -1,7 +1,10 @@
 #include "core/run_loop.h"
 
 #include <algorithm>
+#include <cmath>
 #include <string>
+
+#include "core/element_labels.h"
 
 namespace glintara {
 
@@ -18,6 +21,9 @@ constexpr int kFarFineMs = 14500;
 
 /// Longest time between two pictures of the running clock, milliseconds: a day.
 constexpr double kMostStepMs = 86400e3;
+
+/// The age of the elements is told in days; it is looked at anew when the instant has moved by this much of one.
+constexpr double kAgeStep = 0.04;
 
 constexpr int kSecondsPerMinute = 60;
 constexpr int kSecondsInDay = 86400;
@@ -91,11 +97,19 @@ void RunLoop::Connect() {
 bool RunLoop::MakePicture() {
     if (app_.Run.FrameBusy) return false;
     const Raised busy(app_.Run.FrameBusy);
+    ShowElementAgeOfInstant();
     if (hooks_.makePicture) hooks_.makePicture();
     ++picturesMade_;
     app_.Windows.RefreshSatPosition();
     if (hooks_.updateSatPosition) hooks_.updateSatPosition();
     return true;
+}
+
+void RunLoop::ShowElementAgeOfInstant() {
+    const double now = app_.Data.SimTime;
+    if (std::abs(now - ageShownAt_) < kAgeStep) return;
+    ageShownAt_ = now;
+    ShowElementAge(app_);
 }
 
 void RunLoop::CoarsePicture() {

@@ -58,6 +58,7 @@ class RunLoop {
     GlobeTurning& GlobeRotation() { return turning_; }
 
   private:
+    void ShowElementAgeOfInstant();
     void CoarsePicture();
     void FinePicture();
     void FastRefresh();
@@ -70,6 +71,7 @@ class RunLoop {
     GlobeTurning turning_;
     PictureHooks hooks_;
     std::int64_t picturesMade_ = 0;
+    double ageShownAt_ = 0;     // the instant for which the age of the elements was worked out last
     int lastSecondOfDay_ = -1;  // at the last tick; -1 for none
 };
 

@@ -10,11 +10,12 @@
 #include "core/simulated_time.h"
 #include "core/usage_record.h"
 #include "state/application.h"
+#include "state/version.h"
 
 namespace glintara {
 
 /// Title of the main window.
-inline constexpr const char* kWindowTitle = "Glintara - v.1.5.2";
+inline std::string WindowTitle() { return "Glintara - " + VersionLabel(); }
 
 /// What start-up asks of other rooms. What is empty is left out.
 struct StartUpHooks {

@@ -12,13 +12,13 @@
 #include "engine/astro/number_text.h"
 #include "orbit/files.h"
 #include "orbit/little_endian.h"
+#include "state/version.h"
 
 namespace glintara {
 
 namespace {
 
 constexpr std::size_t kIdDigits = 10;
-constexpr std::string_view kVersionNumber = "152";
 
 constexpr std::size_t kRecordBytes = 3 * kIntegerBytes + kLengthBytes + kIdDigits + kRealBytes;
 
@@ -46,6 +46,13 @@ std::optional<UsageStats> Decode(std::string_view bytes) {
     const bool digits = std::all_of(stats.RandomID.begin(), stats.RandomID.end(), IsDigit);
     if (stats.RandomID.size() != kIdDigits || !digits || !std::isfinite(stats.LastCheckJD)) return std::nullopt;
     return stats;
+}
+
+/// The digits of the version alone, as the news page reads it.
+std::string VersionDigits() {
+    std::string digits(kVersion);
+    std::erase(digits, '.');
+    return digits;
 }
 
 /// The clock as whole seconds of local time, as a Julian date.
@@ -90,7 +97,7 @@ std::string UsageRecord::MakeRNDID() const {
 std::string UsageRecord::MakeStatString() const {
     return "?r=" + stats_.RandomID + "&c=" + std::to_string(stats_.StartCount) +
            "&t=" + std::to_string(stats_.TLECount) + "&m=" + std::to_string(stats_.MirrorAddCount) +
-           "&v=" + std::string(kVersionNumber);
+           "&v=" + VersionDigits();
 }
 
 void UsageRecord::ConnectStat() const { browser_.Open(std::string(kNewsPage) + MakeStatString()); }

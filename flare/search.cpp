@@ -12,6 +12,7 @@
 #include "engine/astro/number_text.h"
 #include "engine/glintcore.h"
 #include "flare/attitude.h"
+#include "flare/found_flare.h"
 #include "orbit/satellite_table.h"
 
 namespace glintara {
@@ -114,11 +115,8 @@ std::optional<Found> SearchHour(Application& app, const Settings& settings, Hour
     return best;
 }
 
-/// A text box of the form as a number that is not negative; what is no number counts as 0.
-double NotNegative(const TextBox& box) {
-    const double value = LeadingNumber(box.Text.Get());
-    return value > 0 ? value : 0;
-}
+/// A text box of the form as a number that is not negative.
+double NotNegative(const TextBox& box) { return std::max(0.0, StrictNumber(box.Text.Get()).value_or(0)); }
 
 void SetSearching(FindFlareControls& form, bool searching) {
     form.CAbort.Enabled = searching;
@@ -137,6 +135,11 @@ void RunSearch(Application& app, SearchClock& clock, SearchStart start) {
         return;
     }
     FindFlareControls& form = app.FindFlare;
+    for (const TextBox* box : {&form.TInterval, &form.TMaxDistance}) {
+        if (StrictNumber(box->Text.Get())) continue;
+        form.LStatus.Caption = NotANumber(*box);
+        return;
+    }
     const double hours = NotNegative(form.TInterval);
     const double kilometres = NotNegative(form.TMaxDistance);
     SetSearching(form, true);
@@ -156,6 +159,7 @@ bool SearchFlares(Application& app, SearchClock& clock, double maxDistanceMetres
     settings.start = app.Data.SimTime;
     settings.next = start == SearchStart::Next;
     form.LStatus.Caption = "Searching...";
+    TellFoundFlare(app, std::nullopt);
     app.EventQueue.ServeEvents();
     settings.transit = app.Main.MnuTransitMode[kTransitEntry].Checked;
     settings.source = app.Main.CMoonFlares.Value ? GLINTCORE_MOON : GLINTCORE_SUN;
@@ -180,9 +184,12 @@ bool SearchFlares(Application& app, SearchClock& clock, double maxDistanceMetres
     form.LastFoundMirror = best->mirror;
     clock.SetJDToTimeOffset(best->jd);
     form.LStatus.Caption = "Flare Found! (" + best->name + ")";
+    TellFoundFlare(app, PassOfFoundFlare(app, best->orbitNumber, best->mirror, best->jd, maxDistanceMetres));
     if (form.CAutoWSet.Value) ChangeWorkingSatellite(app, best->orbitNumber);
     return true;
 }
+
+std::string NotANumber(const TextBox& box) { return "Not a number: " + box.Text.Get(); }
 
 void CFindFirst_click(Application& app, SearchClock& clock) {
     app.FindFlare.LastFoundSat = -1;

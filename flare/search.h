@@ -3,6 +3,8 @@
 // The search for the next flare, or transit, near the observer: hour by hour, satellite by satellite, surface by
 // surface.
 
+#include <string>
+
 #include "state/application.h"
 
 namespace glintara {
@@ -34,7 +36,11 @@ enum class SearchStart {
 bool SearchFlares(Application& app, SearchClock& clock, double maxDistanceMetres, double intervalDays,
                   SearchStart start);
 
-/// The button `CFindFirst`.
+/// What the form says of a field whose text is no number.
+std::string NotANumber(const TextBox& box);
+
+/// The button `CFindFirst`. A field that holds no number is told in `LStatus`, and nothing is searched; a negative number
+/// counts as 0.
 void CFindFirst_click(Application& app, SearchClock& clock);
 
 /// The button `CFindNext`.

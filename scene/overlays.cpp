@@ -2,13 +2,14 @@
 
 #include <string>
 
+#include "state/version.h"
+
 namespace glintara {
 namespace {
 
 constexpr std::string_view kTitle = "Glintara";
 constexpr std::string_view kJoint = "- ";
 constexpr std::string_view kAuthor = "By Ostelvane ";
-constexpr std::string_view kVersion = "v.1.5.2";
 constexpr std::string_view kReleaseDate = "3 January 2010";
 constexpr std::string_view kPlottingNotice = "Finely Plotting - Please Wait ";
 
@@ -100,7 +101,7 @@ void DrawSplash(const SceneContext& scene) {
     double y = surface.ScaleHeight / 2 - surface.TextHeight(kTitle);
     PrintCentered(surface, y, kTitle);
     UseTextFont(surface, kSplashLineSize);
-    PrintCentered(surface, y, kVersion);
+    PrintCentered(surface, y, VersionLabel());
     if (splash == Splash::Final) PrintCentered(surface, y, kReleaseDate);
 }
 
@@ -115,7 +116,7 @@ void DrawLabelOverlay(const SceneContext& scene) {
     const std::string& said = main.LCommandOutput.Caption.Get();
     const double margin = surface.TextWidth("x");
     const double lineHeight = surface.TextHeight(date);
-    const double dateX = surface.ScaleWidth - surface.TextWidth(date);
+    const double dateX = surface.ScaleWidth - surface.TextWidth(date) - margin;
     const double bottom = surface.ScaleHeight - kOverlayRise * lineHeight;
     PrintAt(surface, dateX, bottom, date);
     double y = margin + surface.TextWidth(said) + margin <= dateX ? bottom : bottom - lineHeight;

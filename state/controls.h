@@ -29,6 +29,7 @@ class Clickable {
     bool IsWired() const { return static_cast<bool>(handler_); }
 
     Observed<bool> Enabled{true};
+    bool Acts = true;  ///< false while what it stands for is still to come: a window shows it greyed
 
   private:
     std::function<void()> handler_;
@@ -43,6 +44,7 @@ struct CheckBox {
     Observed<bool> Enabled{true};
     Observed<std::string> Caption;
     Observed<std::string> ToolTip;
+    bool Acts = true;  ///< false while what it stands for is still to come: a window shows it greyed, keys pass it over
 
     void Watch(const std::function<void()>& watcher) {
         Value.SetWatcher(watcher);

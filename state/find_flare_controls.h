@@ -8,7 +8,10 @@ namespace glintara {
 
 /// State of the search window "Search Flares / Transits".
 struct FindFlareControls {
-    FindFlareControls() { CAbort.Enabled = false; }
+    FindFlareControls() {
+        CAbort.Enabled = false;
+        LElementAge.Visible = false;
+    }
 
     Label LInterval{"Searching Interval [hours] :"};
     TextBox TInterval{"24"};
@@ -22,6 +25,10 @@ struct FindFlareControls {
     Button CSatList{"Satellite List..."};
     Label FrameSearch{"Search Flare Parameters"};
     Label LStatus{"Warning: search will involve only selected satellites"};
+    Label LFlareTime{"", "The moment at which the centre is nearest to you"};
+    Label LFlareSky{"", "Where the satellite stands in your sky at that moment, and how high the Sun"};
+    Label LElementAge{"",
+                      "Orbits change: elements tell them well near their own date only"};  ///< shown when that is far
     ProgressBar PB1;  ///< part of the interval that has been searched
 
     bool SearchAbort = false;  ///< set to end the running search at its next hour

@@ -25,6 +25,15 @@ struct MainControls {
         MnuSave.Enabled = false;
         MnuLib3D.Enabled = false;
         LFInfo.Visible = false;
+        LElementAge.Visible = false;
+        for (CheckBox* box : {&CDrawConstallations, &CStarNames, &CSkyCircle, &CFlatSky, &CReverseSky, &CAutoMag,
+                              &CFlareTrack, &CDayFlares, &CNOSSFlare, &C2OrbitDetails, &CAstroDetails})
+            box->Acts = false;
+        CSGP1.Acts = false;
+        for (MenuEntry* entry : {&MnuConstellations, &MnuStarNames, &MnuSkyCircle, &MnuFlatSky, &MnuReverseSky,
+                                 &MnuAutoMag, &MnuFlareTrack, &MnuDayFlares, &MnuOrbitDetails, &MnuAstroDetails,
+                                 &MnuSGP1, &MnuMarkCities, &MnuAtmo, &MnuLib3D})
+            entry->Acts = false;
     }
 
     // Texts.
@@ -34,6 +43,8 @@ struct MainControls {
     Label LStatus{"", "What lies under the mouse"};
     Label LSatDetail{"", "Height of the working satellite over the ground"};
     Label LFPS{"", "Pictures in the last second"};
+    Label LElementAge{"",
+                      "Orbits change: elements tell them well near their own date only"};  ///< shown when that is far
     Label LFInfo;                                          ///< the box beside an object that the mouse rests on
     TextBox TTLE{"", "Paste two-line element sets here"};  ///< sets that wait to be admitted; lines end in CR LF
 

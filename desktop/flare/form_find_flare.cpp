@@ -9,12 +9,15 @@
 #include <QProgressBar>
 #include <QStyle>
 #include <QVBoxLayout>
-#include <algorithm>
 #include <optional>
 #include <string>
 
 #include "desktop/main/bindings.h"
+#include "desktop/main/form_parts.h"
+#include "desktop/main/style.h"
 #include "engine/astro/number_text.h"
+#include "flare/found_flare.h"
+#include "flare/search.h"
 
 namespace glintara::desktop {
 
@@ -22,9 +25,7 @@ namespace {
 
 constexpr int kFieldWidth = 90;
 constexpr int kFormWidth = 420;
-constexpr int kFrameGap = 8;
-constexpr int kControlGap = 4;
-constexpr int kFrameMargin = 12;
+constexpr int kDetailPixels = 11;
 /// Lines for which the status has room: the name of a satellite may be long.
 constexpr int kStatusLines = 2;
 
@@ -39,22 +40,14 @@ void SetToolTips(FindFlareControls& form) {
     form.CExit.ToolTip = "Close this window";
 }
 
-QPushButton* MakeButton(Button& control, const char* name) {
-    auto* button = new QPushButton;
-    button->setObjectName(name);
-    Bind(*button, control);
-    return button;
-}
-
 /// The text of a number that a search can use: not negative, with "." as decimal mark.
 bool IsUsable(const std::string& text) {
     const std::optional<double> number = StrictNumber(text);
     return number && *number >= 0;
 }
 
-/// Text that is no number, or a negative one, is marked as soon as it is typed, and gives way to what a search reads in
-/// it when the field is left.
-void AnswerBadText(QLineEdit& field) {
+/// Text that is no number, or a negative one, is marked as soon as it is typed.
+void MarkBadText(QLineEdit& field) {
     const auto mark = [&field] {
         const bool bad = !IsUsable(FromQt(field.text()));
         if (field.property("bad").toBool() != bad) {
@@ -64,20 +57,44 @@ void AnswerBadText(QLineEdit& field) {
         }
     };
     QObject::connect(&field, &QLineEdit::textChanged, &field, mark);
-    QObject::connect(&field, &QLineEdit::editingFinished, &field, [&field] {
+}
+
+/// When the field is left, a negative number gives way to 0, as which a search takes it; what is no number stays to be
+/// mended, and the status says so until it is.
+void AnswerBadText(QLineEdit& field, const TextBox& box, Label& status) {
+    MarkBadText(field);
+    QObject::connect(&field, &QLineEdit::editingFinished, &field, [&field, &box, &status] {
         const std::string text = FromQt(field.text());
-        if (!IsUsable(text)) field.setText(ToQt(PlainNumberText(std::max(0.0, LeadingNumber(text)))));
+        if (!StrictNumber(text))
+            status.Caption = NotANumber(box);
+        else if (!IsUsable(text))
+            field.setText("0");
+    });
+    QObject::connect(&field, &QLineEdit::textChanged, &field, [&status, said = NotANumber(box), &box]() mutable {
+        if (status.Caption.Get() == said) status.Caption = std::string();
+        said = NotANumber(box);
     });
 }
 
-void AddField(QGridLayout& grid, int row, Label& caption, const char* labelName, TextBox& box, const char* name) {
+/// A line of numbers that keeps its room when it is empty.
+QLabel* MakeDetail(Label& control, const char* name) {
+    auto* label = new QLabel;
+    label->setObjectName(name);
+    Bind(*label, control);
+    label->setFont(NumberFont(kDetailPixels));
+    label->setMinimumHeight(label->fontMetrics().height() + 1);
+    return label;
+}
+
+void AddField(QGridLayout& grid, int row, Label& caption, const char* labelName, TextBox& box, const char* name,
+              Label& status) {
     auto* label = new QLabel;
     label->setObjectName(labelName);
     Bind(*label, caption);
     auto* field = new QLineEdit;
     field->setObjectName(name);
     Bind(*field, box);
-    AnswerBadText(*field);
+    AnswerBadText(*field, box, status);
     field->setFixedWidth(kFieldWidth);
     field->setAlignment(Qt::AlignRight);
     field->setAccessibleName(ToQt(caption.Caption));
@@ -105,6 +122,17 @@ FormFindFlare::FormFindFlare(Application& app, QWidget* parent) : QDialog(parent
     status->setAlignment(Qt::AlignLeft | Qt::AlignBottom);
     status->setMinimumHeight(kStatusLines * status->fontMetrics().lineSpacing());
     column->addWidget(status);
+    auto* details = new QVBoxLayout;
+    details->setSpacing(0);
+    details->addWidget(MakeDetail(form.LFlareTime, "LFlareTime"));
+    details->addWidget(MakeDetail(form.LFlareSky, "LFlareSky"));
+    column->addLayout(details);
+    auto* age = new QLabel;
+    age->setObjectName("LElementAge");
+    age->setProperty("warning", true);
+    KeepRoom(*age);
+    column->addWidget(age);
+    Bind(*age, form.LElementAge);
     auto* progress = new QProgressBar;
     progress->setObjectName("PB1");
     Bind(*progress, form.PB1);
@@ -129,8 +157,8 @@ QWidget* FormFindFlare::BuildParameters() {
     auto* grid = new QGridLayout(frame);
     grid->setContentsMargins(kFrameMargin, kFrameMargin, kFrameMargin, kFrameMargin);
     grid->setVerticalSpacing(kControlGap);
-    AddField(*grid, 0, form.LInterval, "LInterval", form.TInterval, "TInterval");
-    AddField(*grid, 1, form.LDist, "LDist", form.TMaxDistance, "TMaxDistance");
+    AddField(*grid, 0, form.LInterval, "LInterval", form.TInterval, "TInterval", form.LStatus);
+    AddField(*grid, 1, form.LDist, "LDist", form.TMaxDistance, "TMaxDistance", form.LStatus);
     auto* working = new QCheckBox;
     working->setObjectName("CAutoWSet");
     Bind(*working, form.CAutoWSet);
@@ -159,8 +187,12 @@ QLayout* FormFindFlare::BuildButtons() {
 }
 
 void FormFindFlare::showEvent(QShowEvent* event) {
-    if (!event->spontaneous() && !Searching())
+    if (!event->spontaneous() && !Searching()) {
         app_.FindFlare.LStatus.Caption = "Warning: search will involve only selected satellites";
+        TellFoundFlare(app_, std::nullopt);
+        // What is typed takes the place of the number that stands there.
+        if (auto* const field = qobject_cast<QLineEdit*>(focusWidget())) field->selectAll();
+    }
     QDialog::showEvent(event);
 }
 

@@ -3,6 +3,8 @@
 #include <QSignalBlocker>
 #include <cmath>
 
+#include "desktop/main/mnemonics.h"
+
 namespace glintara::desktop {
 
 namespace {
@@ -24,7 +26,7 @@ void Bind(QAbstractButton& widget, CheckBox& control) {
     const auto show = [&widget, &control] {
         const QSignalBlocker quiet(widget);
         widget.setChecked(control.Value);
-        widget.setEnabled(control.Enabled);
+        widget.setEnabled(control.Enabled && control.Acts);
         widget.setText(ToQt(control.Caption));
         widget.setToolTip(ToQt(control.ToolTip));
         widget.setAccessibleName(ToQt(control.Caption));
@@ -99,11 +101,11 @@ void Bind(QProgressBar& widget, ProgressBar& control) {
     show();
 }
 
-void Bind(QAction& action, MenuEntry& control) {
-    const auto show = [&action, &control] {
+void Bind(QAction& action, MenuEntry& control, QChar mnemonic) {
+    const auto show = [&action, &control, mnemonic] {
         const QSignalBlocker quiet(action);
-        action.setText(ToQt(control.Caption));
-        action.setEnabled(control.Enabled && control.IsWired());
+        action.setText(WithMnemonic(ToQt(control.Caption), mnemonic));
+        action.setEnabled(control.Enabled && control.Acts && control.IsWired());
         action.setVisible(control.Visible);
         action.setCheckable(control.Checked || action.isCheckable());
         action.setChecked(control.Checked);

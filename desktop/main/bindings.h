@@ -30,8 +30,9 @@ void Bind(QLabel& widget, Label& control, const std::function<QString(QString)>&
 void Bind(QPlainTextEdit& widget, TextBox& control);
 void Bind(QProgressBar& widget, ProgressBar& control);
 
-/// An entry of a menu. One without a handler is greyed: nothing would happen.
-void Bind(QAction& action, MenuEntry& control);
+/// An entry of a menu, chosen by the letter `mnemonic` unless that is null. One without a handler is greyed: nothing
+/// would happen.
+void Bind(QAction& action, MenuEntry& control, QChar mnemonic = {});
 
 /// A button that stands in a menu. One without a handler is greyed.
 void Bind(QAction& action, Button& control);

@@ -5,11 +5,14 @@
 #include <QKeySequence>
 #include <QMenu>
 #include <QMenuBar>
+#include <QScreen>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <vector>
 
+#include "core/start_up.h"
 #include "desktop/main/bindings.h"
+#include "desktop/main/keyboard.h"
 #include "desktop/main/panels_layout.h"
 
 namespace glintara::desktop {
@@ -17,14 +20,16 @@ namespace glintara::desktop {
 namespace {
 
 constexpr QSize kFirstSize(1280, 800);
-constexpr QSize kLeastSize(1100, 720);
+constexpr int kLeastHeight = 720;
+/// What the frame of a window may take of the screen: its width is known only when it stands there.
+constexpr QSize kFrameRoom(4, 32);
 
 /// A menu of the bar, still empty.
-QMenu& AddMenu(QMenuBar& bar, MenuEntry& top) {
+QMenu& AddMenu(QMenuBar& bar, Mnemonics& letters, MenuEntry& top) {
     QMenu* const menu = bar.addMenu(ToQt(top.Caption));
     menu->setToolTipsVisible(true);
-    const auto show = [menu, &bar, &top] {
-        menu->setTitle(ToQt(top.Caption));
+    const auto show = [menu, &bar, &top, letter = letters.Take(ToQt(top.Caption))] {
+        menu->setTitle(WithMnemonic(ToQt(top.Caption), letter));
         menu->menuAction()->setVisible(top.Visible);
         // A bar without menus would still take the room of its edge.
         const auto menus = bar.actions();
@@ -37,44 +42,52 @@ QMenu& AddMenu(QMenuBar& bar, MenuEntry& top) {
 }
 
 /// A menu of the bar with its entries; a null entry is a separator.
-void AddMenu(QMenuBar& bar, MenuEntry& top, const std::vector<MenuEntry*>& entries) {
-    QMenu& menu = AddMenu(bar, top);
+void AddMenu(QMenuBar& bar, Mnemonics& letters, MenuEntry& top, const std::vector<MenuEntry*>& entries) {
+    QMenu& menu = AddMenu(bar, letters, top);
+    Mnemonics own;
     for (MenuEntry* entry : entries)
         if (entry == nullptr)
             menu.addSeparator();
         else
-            Bind(*menu.addAction(""), *entry);
+            Bind(*menu.addAction(""), *entry, own.Take(ToQt(entry->Caption)));
 }
 
 }  // namespace
 
 MainScope::MainScope(Application& app, bool mapTools) : app_(app) {
     setObjectName("MainScope");
-    setWindowTitle("Glintara - v.1.5.2");
+    setWindowTitle(ToQt(WindowTitle()));
     auto* central = new QWidget(this);
     auto* column = new QVBoxLayout(central);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(8);
     picture_ = new PictureBox(central);
     column->addWidget(picture_, 1);
-    column->addWidget(BuildPanels());
+    QWidget* const panels = BuildPanels();
+    column->addWidget(panels);
     setCentralWidget(central);
     BuildMenus();
     if (mapTools) BuildMapTools();
-    setMinimumSize(kLeastSize);
-    resize(kFirstSize);
+    const QSize room = screen()->availableSize() - kFrameRoom;
+    // Where the screen has less, the panels are scrolled.
+    setMinimumSize(QSize(panels->sizeHint().width(), kLeastHeight).boundedTo(room));
+    resize(kFirstSize.boundedTo(room));
     picture_->setFocus();
 }
 
-QWidget* MainScope::BuildPanels() { return BuildPanelRow(app_, this); }
+QWidget* MainScope::BuildPanels() {
+    QWidget* const panels = BuildPanelRow(app_, this);
+    KeepKeysWithPicture(*panels, *picture_);
+    return panels;
+}
 
 void MainScope::BuildMenus() {
     MainControls& m = app_.Main;
     QMenuBar& bar = *menuBar();
-    AddMenu(bar, m.MnuFile,
+    AddMenu(bar, letters_, m.MnuFile,
             {&m.MnuOpenAs, &m.MnuSave, &m.MnuSaveAs, nullptr, &m.MnuUpdateCheck, nullptr, &m.MnuLoadTLE, nullptr,
              &m.MnuExit});
-    AddMenu(bar, m.MnuTDraw,
+    AddMenu(bar, letters_, m.MnuTDraw,
             {&m.MnuRealTime,
              &m.MnuAutoRefine,
              nullptr,
@@ -98,16 +111,16 @@ void MainScope::BuildMenus() {
              &m.MnuThinLines,
              nullptr,
              &m.MnuToggleSkyEarth});
-    AddMenu(bar, m.MnuTSky,
+    AddMenu(bar, letters_, m.MnuTSky,
             {&m.MnuDrawSkyMap, &m.MnuAutoMag, &m.MnuAtmo, &m.MnuLocalSky, &m.MnuStarsOnGlobe, nullptr, &m.MnuDrawSun,
              &m.MnuConstellations, &m.MnuStarNames, &m.MnuFrontStars, &m.MnuBackStars, &m.MnuSkyCircle, nullptr,
              &m.MnuMaximizeSky, &m.MnuReverseSky, &m.MnuFlatSky});
     AddMenu(
-        bar, m.MnuSatellites,
+        bar, letters_, m.MnuSatellites,
         {&m.MnuPlotOrbit, &m.MnuPlotOrbitOverTime, &m.MnuProjectOrbit, &m.MnuProjectOverTime, &m.MnuProjectOrbitOnSky,
          &m.MnuHideOrbits, nullptr, &m.MnuSatInfo, &m.MnuDownloadTLE, &m.MnuManageSatellites});
-    AddMenu(bar, m.MnuModelS, {&m.MnuSGP1, &m.MnuSGP4, nullptr, &m.MnuObservations});
-    AddMenu(bar, m.MnuTFlares,
+    AddMenu(bar, letters_, m.MnuModelS, {&m.MnuSGP1, &m.MnuSGP4, nullptr, &m.MnuObservations});
+    AddMenu(bar, letters_, m.MnuTFlares,
             {&m.MnuModelSatSurfaces, &m.MnuFindFlare, &m.MnuExportTrack, &m.mnuFindCityTrack, nullptr,
              &m.MnuIridiumFlares, &m.MnuFlareTrack, &m.MnuDayFlares, &m.MnuAntennaID, &m.MnuMoonFlares});
     std::vector<MenuEntry*> view{&m.MnuFinePlot, nullptr,        &m.MnuZenithOrient,  &m.MnuUpOrientation,
@@ -116,17 +129,17 @@ void MainScope::BuildMenus() {
     for (std::size_t n = 1; n < m.MnuViewX.size(); ++n) view.push_back(&m.MnuViewX[n]);
     view.push_back(nullptr);
     view.push_back(&m.MnuFullScreen);
-    AddMenu(bar, m.MnuView, view);
-    AddMenu(bar, m.MnuTQuick, {&m.MnuQResetView, &m.MnuQSkyChart, &m.MnuQHorizontView, &m.MnuQLHView});
-    AddMenu(bar, m.MnuTSettings,
+    AddMenu(bar, letters_, m.MnuView, view);
+    AddMenu(bar, letters_, m.MnuTQuick, {&m.MnuQResetView, &m.MnuQSkyChart, &m.MnuQHorizontView, &m.MnuQLHView});
+    AddMenu(bar, letters_, m.MnuTSettings,
             {&m.MnuLocalSettings, &m.MnuFloatingSite, &m.MnuTransitMode[kTransitEntry], &m.MnuTwilight, &m.MnuRTimeStep,
              &m.MnuCities, &m.MnuNoUTC, &m.MnuColors});
-    AddMenu(bar, m.MnuTHelp, {&m.MnuTips, &m.MnuHelp, &m.MnuAbout});
+    AddMenu(bar, letters_, m.MnuTHelp, {&m.MnuTips, &m.MnuHelp, &m.MnuAbout});
 }
 
 void MainScope::BuildMapTools() {
     MainControls& m = app_.Main;
-    QMenu& menu = AddMenu(*menuBar(), m.MnuMapTools);
+    QMenu& menu = AddMenu(*menuBar(), letters_, m.MnuMapTools);
     const auto add = [this, &menu](Button& button, const QKeySequence& keys = {}) {
         QAction* const action = menu.addAction("");
         action->setShortcut(keys);

@@ -5,6 +5,7 @@
 #include <QMainWindow>
 #include <functional>
 
+#include "desktop/main/mnemonics.h"
 #include "desktop/main/picture_box.h"
 #include "state/application.h"
 
@@ -12,7 +13,7 @@ namespace glintara::desktop {
 
 /// What the window tells to the program.
 struct WindowListener {
-    std::function<void(int key, bool shift)> keyPressed;  ///< a key of Qt's that no text field has taken
+    std::function<void(int key, bool shift)> keyPressed;  ///< a key of Qt's that no control has taken
     std::function<bool()> mayClose;                       ///< asked when the window is to close
 };
 
@@ -35,6 +36,7 @@ class MainScope : public QMainWindow {
 
     Application& app_;
     PictureBox* picture_;
+    Mnemonics letters_;
     WindowListener listener_;
 };
 

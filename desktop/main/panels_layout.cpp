@@ -8,20 +8,21 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <vector>
 
 #include "desktop/main/bindings.h"
+#include "desktop/main/form_parts.h"
 #include "desktop/main/style.h"
 
 namespace glintara::desktop {
 
 namespace {
 
-constexpr int kFrameGap = 8;
 constexpr int kInnerGap = 6;
-constexpr int kControlGap = 4;
 constexpr int kDatePixels = 14;
 
 /// The first frame takes what room there is until its lines need not be broken; the rest is for element sets, which are
@@ -29,6 +30,9 @@ constexpr int kDatePixels = 14;
 constexpr QSize kLeastElementField(106, 40);
 constexpr int kInfoStretch = 4;
 constexpr int kMostInfoWidth = 370;
+
+constexpr int kRepeatDelayMs = 400;
+constexpr int kRepeatMs = 80;
 
 constexpr int kNumberPixels = 11;
 constexpr int kSmallNumberPixels = 10;
@@ -74,10 +78,17 @@ QLabel* MakeLabel(Label& control, const QFont& font, const char* role) {
     return label;
 }
 
-QPushButton* MakeButton(Button& control, bool step = false) {
-    auto* button = new QPushButton;
-    Bind(*button, control);
-    button->setProperty("step", step);
+QPushButton* MakeStepButton(Button& control) {
+    QPushButton* const button = MakeButton(control);
+    button->setProperty("step", true);
+    return button;
+}
+
+/// A button that goes on while it is held.
+QPushButton* Repeating(QPushButton* button) {
+    button->setAutoRepeat(true);
+    button->setAutoRepeatDelay(kRepeatDelayMs);
+    button->setAutoRepeatInterval(kRepeatMs);
     return button;
 }
 
@@ -105,10 +116,10 @@ QWidget* BuildInfo(MainControls& main, QWidget* parent) {
     auto* frame = new PanelFrame(main.FrameInfo, parent, PanelFrame::Place::First);
     auto* grid = GridIn(frame);
     auto* date = MakeLabel(main.LDateTime, NumberFont(kDatePixels), nullptr);
-    // In a narrow window the mark behind the time goes to a second line, for which there is always room.
+    // Local time with its zone is longer: its mark goes to a second line.
     date->setWordWrap(true);
-    date->setMinimumSize(date->fontMetrics().horizontalAdvance("DATE 00/00/0000 00:00:00"),
-                         2 * date->fontMetrics().lineSpacing());
+    date->setMinimumSize(date->fontMetrics().horizontalAdvance("DATE 00/00/0000 00:00:00.00 UTC (N)"),
+                         date->fontMetrics().lineSpacing());
     date->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     grid->addWidget(date, 0, 0, 1, 2);
     auto* julian = MakeLabel(main.LJD, NumberFont(kSmallNumberPixels), "quiet");
@@ -120,9 +131,14 @@ QWidget* BuildInfo(MainControls& main, QWidget* parent) {
     output->setWordWrap(true);
     output->setMinimumHeight(2 * output->fontMetrics().lineSpacing());
     grid->addWidget(output, 2, 0, 1, 2);
-    grid->addWidget(MakeLabel(main.LStatus, NumberFont(kNumberPixels), "quiet"), 3, 0);
-    grid->addWidget(MakeLabel(main.LFPS, NumberFont(kNumberPixels), "quiet"), 3, 1, Qt::AlignRight);
-    grid->setRowStretch(4, 1);
+    auto* age = MakeLabel(main.LElementAge, frame->font(), "warning");
+    age->setWordWrap(true);
+    age->setMinimumHeight(age->fontMetrics().lineSpacing());
+    KeepRoom(*age);
+    grid->addWidget(age, 3, 0, 1, 2);
+    grid->addWidget(MakeLabel(main.LStatus, NumberFont(kNumberPixels), "quiet"), 4, 0);
+    grid->addWidget(MakeLabel(main.LFPS, NumberFont(kNumberPixels), "quiet"), 4, 1, Qt::AlignRight);
+    grid->setRowStretch(5, 1);
     frame->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     frame->setMaximumWidth(kMostInfoWidth);
     return frame;
@@ -151,11 +167,11 @@ QWidget* BuildTime(MainControls& main, QWidget* parent) {
         caption->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
         caption->setAlignment(Qt::AlignCenter);
         grid->addWidget(caption, 0, column, 1, 2);
-        grid->addWidget(MakeButton(*units[i].later, true), 1, column, 1, 2);
-        grid->addWidget(MakeButton(*units[i].earlier, true), 2, column, 1, 2);
+        grid->addWidget(Repeating(MakeStepButton(*units[i].later)), 1, column, 1, 2);
+        grid->addWidget(Repeating(MakeStepButton(*units[i].earlier)), 2, column, 1, 2);
     }
-    grid->addWidget(MakeButton(main.CTOrbInc), 3, 0, 1, 5);
-    grid->addWidget(MakeButton(main.CTOrbDec), 3, 5, 1, 5);
+    grid->addWidget(Repeating(MakeButton(main.CTOrbInc)), 3, 0, 1, 5);
+    grid->addWidget(Repeating(MakeButton(main.CTOrbDec)), 3, 5, 1, 5);
     grid->addWidget(MakeButton(main.CClearTimeOffset), 3, 10, 1, 4);
     grid->addWidget(MakeBox<QCheckBox>(main.CRealTime), 4, 0, 1, 6);
     grid->addWidget(MakeBox<QCheckBox>(main.CAutoRefine), 4, 6, 1, 8);
@@ -219,7 +235,7 @@ QWidget* BuildSat(MainControls& main, bool& keyLock, QWidget* parent) {
     grid->addWidget(MakeButton(main.CApplyTLEOrbit), 1, 0, 1, 2);
     grid->addWidget(MakeButton(main.CUpdateTLE), 2, 0, 1, 2);
     auto* height = MakeLabel(main.LSatDetail, NumberFont(kSmallNumberPixels), "quiet");
-    height->setWordWrap(true);
+    height->setMinimumWidth(height->fontMetrics().horizontalAdvance("Satellite height: 00000.0 km"));
     grid->addWidget(height, 3, 0, 1, 2);
     grid->setRowStretch(0, 1);
     frame->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
@@ -249,7 +265,7 @@ QWidget* BuildDraw(MainControls& main, QWidget* parent) {
     auto* turns = new QHBoxLayout;
     turns->setSpacing(kControlGap);
     for (Button* button : {&main.COrbitTurnDec, &main.CTurnOne, &main.COrbitTurnInc})
-        turns->addWidget(MakeButton(*button, true));
+        turns->addWidget(MakeStepButton(*button));
     column->addLayout(turns);
     column->addStretch();
     grid->addWidget(models, 0, 3, 6, 1);
@@ -272,12 +288,48 @@ QWidget* BuildViews(MainControls& main, QWidget* parent) {
     return frame;
 }
 
+/// The row, scrolled sideways where the window is narrower than its frames. It is shown and hidden with the row.
+class PanelScroll : public QScrollArea {
+  public:
+    PanelScroll(QWidget* row, QWidget* parent) : QScrollArea(parent) {
+        setFrameShape(QFrame::NoFrame);
+        setFocusPolicy(Qt::NoFocus);
+        setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        setWidgetResizable(true);
+        setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+        setWidget(row);
+        row->installEventFilter(this);
+    }
+
+    QSize sizeHint() const override {
+        const QSize row = widget()->minimumSizeHint();
+        const int bar = width() < row.width() ? horizontalScrollBar()->sizeHint().height() : 0;
+        return {row.width(), row.height() + bar};
+    }
+    QSize minimumSizeHint() const override { return {0, sizeHint().height()}; }
+
+  protected:
+    void resizeEvent(QResizeEvent* event) override {
+        QScrollArea::resizeEvent(event);
+        updateGeometry();
+    }
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (watched == widget()) {
+            if (event->type() == QEvent::ShowToParent || event->type() == QEvent::HideToParent)
+                setVisible(event->type() == QEvent::ShowToParent);
+            if (event->type() == QEvent::LayoutRequest) updateGeometry();
+        }
+        return QScrollArea::eventFilter(watched, event);
+    }
+};
+
 }  // namespace
 
 QWidget* BuildPanelRow(Application& app, QWidget* parent) {
     MainControls& main = app.Main;
     bool& keyLock = app.Run.KeyLock;
-    auto* row = new QWidget(parent);
+    auto* row = new QWidget;
+    auto* scroll = new PanelScroll(row, parent);
     auto* layout = new QHBoxLayout(row);
     layout->setContentsMargins(kFrameGap, 0, kFrameGap, kFrameGap);
     layout->setSpacing(kFrameGap);
@@ -292,7 +344,7 @@ QWidget* BuildPanelRow(Application& app, QWidget* parent) {
         layout->addWidget(frame, frame->sizePolicy().horizontalPolicy() == QSizePolicy::Expanding ? 1 : 0);
     }
     layout->setStretch(0, kInfoStretch);
-    return row;
+    return scroll;
 }
 
 }  // namespace glintara::desktop

@@ -41,6 +41,8 @@ bool QtMessageBoxes::AskYesNo(std::string_view text) {
 
 void QtEvents::ServeEvents() { QCoreApplication::processEvents(); }
 
+void QtEvents::WaitForEvents() { QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents); }
+
 TimerDrivers::TimerDrivers(MainControls& main) {
     const auto controls = main.Timers();
     for (std::size_t i = 0; i < controls.size(); ++i) {

@@ -32,6 +32,7 @@ class QtMessageBoxes : public MessageBoxes {
 class QtEvents : public Events {
   public:
     void ServeEvents() override;
+    void WaitForEvents() override;
 };
 
 /// The news page has no website yet: an address that leads nowhere is not put before the user.

@@ -79,6 +79,8 @@ QProgressBar { background: %field; border: 1px solid %hairline; border-radius: 4
 QProgressBar::chunk { background: %accent; border-radius: 3px; }
 QLabel[quiet="true"] { color: %quiet; }
 QLabel[accent="true"] { color: %accent; }
+QLabel[warning="true"] { color: %warning; }
+QScrollArea { border: none; background: transparent; }
 QToolTip { background: %raised; color: %text; border: 1px solid %hairline; padding: 3px; }
 QScrollBar:vertical { background: transparent; width: 9px; }
 QScrollBar::handle:vertical { background: #3a424e; border-radius: 4px; min-height: 20px; }

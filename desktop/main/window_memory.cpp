@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <optional>
+#include <utility>
 
 namespace glintara::desktop {
 
@@ -38,7 +39,8 @@ const QScreen* ScreenOf(const QRect& place) {
 
 class PlaceKeeper : public QObject {
   public:
-    PlaceKeeper(QWidget& window, QSettings& store) : QObject(&window), window_(window), store_(store) {
+    PlaceKeeper(QWidget& window, QSettings& store, std::function<QPoint(const QWidget&)> firstPlace)
+        : QObject(&window), window_(window), store_(store), firstPlace_(std::move(firstPlace)) {
         Restore();
         // After that, so that the window knows the place to come back to.
         if (store_.value(Key(kMaximized)).toBool()) window_.setWindowState(window_.windowState() | Qt::WindowMaximized);
@@ -51,7 +53,7 @@ class PlaceKeeper : public QObject {
                 Save();
             } else if (event->type() == QEvent::Show && !Fills()) {
                 // Each time, because a dialog that is shown again puts itself before its parent.
-                Restore();
+                if (!Restore() && firstPlace_) window_.move(firstPlace_(window_));
             }
         }
         return QObject::eventFilter(watched, event);
@@ -71,22 +73,32 @@ class PlaceKeeper : public QObject {
         store_.setValue(Key("height"), window_.height());
     }
 
-    void Restore() {
+    /// False when there is no position to go back to.
+    bool Restore() {
         const std::optional<int> x = NumberIn(store_, Key("x"));
         const std::optional<int> y = NumberIn(store_, Key("y"));
         const std::optional<int> width = NumberIn(store_, Key("width"));
         const std::optional<int> height = NumberIn(store_, Key("height"));
-        if (!x || !y || !width || !height || *width <= 0 || *height <= 0) return;
+        if (!x || !y || !width || !height || *width <= 0 || *height <= 0) return false;
         const QRect place(*x, *y, *width, *height);
         const QScreen* const screen = ScreenOf(place);
         const QScreen* const room = screen != nullptr ? screen : window_.screen();
         window_.resize(room != nullptr ? place.size().boundedTo(room->availableSize()) : place.size());
         if (screen != nullptr) window_.move(place.topLeft());
+        return screen != nullptr;
     }
 
     QWidget& window_;
     QSettings& store_;
+    std::function<QPoint(const QWidget&)> firstPlace_;
 };
+
+/// The size that the window will have on the screen, with a frame like that of `mainWindow`.
+QSize SizeWithFrame(const QWidget& window, const QWidget& mainWindow) {
+    const bool sized = window.testAttribute(Qt::WA_Resized);
+    const QSize inside = sized ? window.size() : window.sizeHint().expandedTo(window.minimumSize());
+    return inside + mainWindow.frameGeometry().size() - mainWindow.size();
+}
 
 }  // namespace
 
@@ -94,8 +106,26 @@ QString WindowPlacesFile() {
     return QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation) + "/windows.ini";
 }
 
-void RememberPlace(QWidget& window, QSettings& store) {
-    if (!window.objectName().isEmpty()) new PlaceKeeper(window, store);  // goes with the window
+void RememberPlace(QWidget& window, QSettings& store, std::function<QPoint(const QWidget&)> firstPlace) {
+    // It goes with the window.
+    if (!window.objectName().isEmpty()) new PlaceKeeper(window, store, std::move(firstPlace));
+}
+
+QPoint PlaceBeside(const QWidget& window, const QWidget& mainWindow, const QWidget& picture, Qt::Edge edge) {
+    const QSize size = SizeWithFrame(window, mainWindow);
+    const QRect screen = mainWindow.screen()->availableGeometry();
+    const QRect frame = mainWindow.frameGeometry();
+    const QPoint corner = picture.mapToGlobal(QPoint(0, 0));
+    const bool left = edge == Qt::LeftEdge;
+    const int outside = left ? frame.left() - size.width() : frame.right() + 1;
+    const bool hasRoom = left ? outside >= screen.left() : outside + size.width() <= screen.right() + 1;
+    const int atPicture = left ? corner.x() : corner.x() + picture.width() - size.width();
+    const int x =
+        hasRoom ? outside
+                : std::clamp(atPicture, screen.left(), std::max(screen.left(), screen.right() + 1 - size.width()));
+    // Not every window manager takes the place for that of the frame: the menus stay in sight in any case.
+    const int y = hasRoom ? frame.top() : corner.y() + mainWindow.geometry().top() - frame.top();
+    return {x, std::clamp(y, screen.top(), std::max(screen.top(), screen.bottom() + 1 - size.height()))};
 }
 
 }  // namespace glintara::desktop

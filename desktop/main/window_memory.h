@@ -4,6 +4,7 @@
 
 #include <QSettings>
 #include <QWidget>
+#include <functional>
 
 namespace glintara::desktop {
 
@@ -14,7 +15,13 @@ QString WindowPlacesFile();
 /// closed or hidden, and it opens there the next time. To be called before the window is first shown. The places are
 /// told apart by the windows' object names; a window without one is not remembered. A position whose title bar could
 /// not be seen and grasped on a screen of today is not used: then only the size is, as far as the screen has room.
-/// `store` must outlive the window.
-void RememberPlace(QWidget& window, QSettings& store);
+/// `store` must outlive the window. A window without a place to remember opens where `firstPlace` says, if that is given:
+/// the corner of its frame on the screen.
+void RememberPlace(QWidget& window, QSettings& store, std::function<QPoint(const QWidget&)> firstPlace = {});
+
+/// Where a tool window stands beside what it is about: outside `mainWindow` at that edge, left or right, when the screen
+/// has room there; otherwise at that edge of `picture`, never over its middle as long as the window is narrower than half
+/// of it.
+QPoint PlaceBeside(const QWidget& window, const QWidget& mainWindow, const QWidget& picture, Qt::Edge edge);
 
 }  // namespace glintara::desktop

@@ -7,6 +7,7 @@
 #include <QVBoxLayout>
 
 #include "desktop/main/bindings.h"
+#include "desktop/main/form_parts.h"
 #include "desktop/main/style.h"
 #include "orbit/satellite_table.h"
 
@@ -15,8 +16,6 @@ namespace glintara::desktop {
 namespace {
 
 constexpr int kListPixels = 12;
-constexpr int kFrameGap = 8;
-constexpr int kControlGap = 4;
 constexpr QSize kFirstSize(480, 560);
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include "core/map_tools.h"
 #include "core/panels.h"
 #include "desktop/main/bindings.h"
+#include "desktop/main/keyboard.h"
 #include "desktop/main/window_memory.h"
 #include "flare/surface_models.h"
 #include "orbit/element_sets.h"
@@ -15,21 +16,22 @@
 #include "scene/map_text.h"
 #include "scene/orientation.h"
 #include "scene/overlays.h"
+#include "scene/picture_measures.h"
 
 namespace glintara::desktop {
 
 namespace {
 
-constexpr double kTwips = 15;
+constexpr double kTwips = kTwipsPerScreenPixel;
 
 /// Where element sets were last taken from, among the windows' places; before the first time, the examples.
 constexpr auto kElementFolder = "ElementSets/folder";
 constexpr auto kExampleFolder = "examples";
 
 MouseHold HoldOf(const QMouseEvent& event) {
-    return {event.buttons().testFlag(Qt::LeftButton), event.buttons().testFlag(Qt::RightButton),
-            event.modifiers().testFlag(Qt::ShiftModifier), event.modifiers().testFlag(Qt::ControlModifier),
-            event.modifiers().testFlag(Qt::AltModifier)};
+    return {event.buttons().testFlag(Qt::LeftButton),        event.buttons().testFlag(Qt::RightButton),
+            event.buttons().testFlag(Qt::MiddleButton),      event.modifiers().testFlag(Qt::ShiftModifier),
+            event.modifiers().testFlag(Qt::ControlModifier), event.modifiers().testFlag(Qt::AltModifier)};
 }
 
 SpecialKey SpecialOf(int key) {
@@ -51,6 +53,14 @@ SpecialKey SpecialOf(int key) {
     }
 }
 
+KeyPress KeyOf(int qtKey, bool shift) {
+    KeyPress key;
+    key.special = SpecialOf(qtKey);
+    key.shift = shift;
+    if (qtKey >= Qt::Key_Space && qtKey < Qt::Key_AsciiTilde) key.character = static_cast<char>(qtKey);
+    return key;
+}
+
 }  // namespace
 
 DesktopProgram::DesktopProgram(const QString& placesFile, bool mapTools)
@@ -59,7 +69,7 @@ DesktopProgram::DesktopProgram(const QString& placesFile, bool mapTools)
       app_(boxes_, events_, signals_, ApplyDefaultModel),
       stages_(StagesOfProgram(satellites_)) {
     signals_.showFullScreen = [this](bool fullScreen) { ShowFullScreen(fullScreen); };
-    program_ = std::make_unique<Program>(app_, signals_, clock_, browser_, MakeHooks());
+    program_ = std::make_unique<Program>(app_, usage_, clock_, MakeHooks());
     ConnectMenus();
     window_ = std::make_unique<MainScope>(app_, mapTools_);
     RememberPlace(*window_, places_);
@@ -121,6 +131,7 @@ void DesktopProgram::ConnectMenus() {
     main.MnuManageSatellites.SetClickHandler([this] { ShowSatellites(); });
     app_.FindFlare.CSatList.SetClickHandler([this] { ShowSatellites(); });
     main.MnuExit.SetClickHandler([this] { window_->close(); });
+    main.MnuUpdateCheck.SetClickHandler({});  // as long as there is no page to open
     if (mapTools_) ConnectMapTools(app_);
 }
 
@@ -143,12 +154,10 @@ void DesktopProgram::ConnectMouse() {
     window_->Picture().SetListener(std::move(listener));
 }
 
-void DesktopProgram::PressKey(int qtKey, bool shift) {
-    KeyPress key;
-    key.special = SpecialOf(qtKey);
-    key.shift = shift;
-    if (qtKey >= Qt::Key_Space && qtKey < Qt::Key_AsciiTilde) key.character = static_cast<char>(qtKey);
-    Form_KeyDown(app_, program_->Loop, key);
+bool DesktopProgram::PressKey(int qtKey, bool shift) { return Form_KeyDown(app_, program_->Loop, KeyOf(qtKey, shift)); }
+
+bool DesktopProgram::PressKeyElsewhere(int qtKey, bool shift) {
+    return ActsInEveryWindow(KeyOf(qtKey, shift)) && PressKey(qtKey, shift);
 }
 
 void DesktopProgram::OpenTLEFile() {
@@ -161,10 +170,17 @@ void DesktopProgram::OpenTLEFile() {
     }
 }
 
+void DesktopProgram::OpenBeside(QWidget& form, Qt::Edge edge) {
+    RememberPlace(
+        form, places_,
+        [this, edge](const QWidget& opening) { return PlaceBeside(opening, *window_, window_->Picture(), edge); });
+    HandKeysOn(form, [this](int key, bool shift) { return PressKeyElsewhere(key, shift); });
+}
+
 void DesktopProgram::ShowSearch() {
     if (!searchForm_) {
         searchForm_ = std::make_unique<FormFindFlare>(app_, window_.get());
-        RememberPlace(*searchForm_, places_);
+        OpenBeside(*searchForm_, Qt::RightEdge);
     }
     searchForm_->show();
     searchForm_->raise();
@@ -174,7 +190,7 @@ void DesktopProgram::ShowSearch() {
 void DesktopProgram::ShowSatellites() {
     if (!satelliteForm_) {
         satelliteForm_ = std::make_unique<FormSatellites>(app_, window_.get());
-        RememberPlace(*satelliteForm_, places_);
+        OpenBeside(*satelliteForm_, Qt::LeftEdge);
         signals_.upDateSatellites = [this] { satelliteForm_->UpDateAll(); };
         signals_.showWorkingSatellite = [this] { satelliteForm_->ShowWorkingSatellite(); };
     }

@@ -24,6 +24,8 @@ namespace glintara::desktop {
 /// The signals of the core, and what they mean to windows that may be open.
 class DesktopSignals : public ProgramSignals {
   public:
+    using ProgramSignals::ProgramSignals;
+
     std::function<void()> upDateSatellites;
     std::function<void()> showWorkingSatellite;
     std::function<void(bool)> showFullScreen;
@@ -66,7 +68,9 @@ class DesktopProgram {
     void ConnectWindow();
     void ConnectMenus();
     void ConnectMouse();
-    void PressKey(int qtKey, bool shift);
+    bool PressKey(int qtKey, bool shift);
+    bool PressKeyElsewhere(int qtKey, bool shift);
+    void OpenBeside(QWidget& form, Qt::Edge edge);
     void OpenTLEFile();
     void ShowSearch();
     void ShowSatellites();
@@ -81,10 +85,11 @@ class DesktopProgram {
     QSettings places_;                                     // outlives the windows, which write to it when they close
     QtMessageBoxes boxes_;
     QtEvents events_;
-    DesktopSignals signals_;
     SystemClock clock_;
     NoWebsite browser_;
+    DesktopSignals signals_{app_, usage_};
     Application app_;
+    UsageRecord usage_{app_.Data.UsageStats, clock_, browser_, kUsageFile};
     std::unique_ptr<MainScope> window_;
     PainterSurface surface_;
     FrameMemory frame_;

@@ -9,6 +9,7 @@
 #include "desktop/main/window_memory.h"
 #include "desktop/program/desktop_program.h"
 #include "orbit/out_of_memory.h"
+#include "state/version.h"
 
 namespace {
 
@@ -32,7 +33,7 @@ int main(int argc, char** argv) {
     glintara::EndInWordsWithoutMemory("glintara");
     QApplication application(argc, argv);
     QCoreApplication::setApplicationName("Glintara");
-    QCoreApplication::setApplicationVersion(GLINTARA_VERSION);
+    QCoreApplication::setApplicationVersion(QString::fromStdString(std::string(glintara::kVersion)));
     // Numbers read and show the same everywhere.
     QLocale::setDefault(QLocale::c());
     glintara::desktop::ApplyStyle(application);

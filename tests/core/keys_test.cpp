@@ -84,6 +84,24 @@ TEST_F(KeysTest, FunctionKeysPressTheButtonsOfTheViews) {
     EXPECT_FALSE(Press(SpecialKey::F9));
 }
 
+TEST_F(KeysTest, WhatIsStillToComeIsPassedOver) {
+    main.CDrawConstallations.Enabled = true;
+    ASSERT_FALSE(main.CDrawConstallations.Acts);
+    const bool before = main.CDrawConstallations.Value;
+    EXPECT_TRUE(Press('C'));
+    EXPECT_EQ(main.CDrawConstallations.Value, before);
+}
+
+TEST_F(KeysTest, FunctionAndTimeKeysActInEveryWindow) {
+    for (const char character : {'H', 'M', 'S', 'D', 'Y', 'E', '0', 'R'})
+        EXPECT_TRUE(ActsInEveryWindow({character})) << character;
+    for (const SpecialKey key : {SpecialKey::F1, SpecialKey::F2, SpecialKey::F8, SpecialKey::F9})
+        EXPECT_TRUE(ActsInEveryWindow({'\0', key}));
+    for (const char character : {'G', 'O', '1', ' ', '+'}) EXPECT_FALSE(ActsInEveryWindow({character})) << character;
+    for (const SpecialKey key : {SpecialKey::Up, SpecialKey::Escape, SpecialKey::None})
+        EXPECT_FALSE(ActsInEveryWindow({'\0', key}));
+}
+
 TEST_F(KeysTest, F8AsksForOneFinePictureNow) {
     clock.Advance(20);
     pictures.clear();
@@ -104,7 +122,7 @@ TEST_F(KeysTest, LettersTurnTheirOptionsOver) {
         {'.', &main.C2OrbitDetails}, {',', &main.CAstroDetails},       {'P', &main.CProjectOrbitOnSky},
     };
     for (const auto& [character, box] : keys) {
-        box->Enabled = true;
+        box->Enabled = box->Acts = true;
         const bool before = box->Value;
         EXPECT_TRUE(Press(character)) << character;
         EXPECT_EQ(box->Value, !before) << character;

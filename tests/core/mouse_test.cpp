@@ -13,6 +13,7 @@ namespace {
 constexpr MouseHold kNone{};
 constexpr MouseHold kLeft{.left = true};
 constexpr MouseHold kRight{.right = true};
+constexpr MouseHold kMiddle{.middle = true};
 constexpr MouseHold kBoth{.left = true, .right = true};
 constexpr MouseHold kShiftLeft{.left = true, .shift = true};
 
@@ -141,7 +142,7 @@ TEST_F(MouseTest, TheZoomEndsAtFiveThousand) {
 }
 
 TEST_F(MouseTest, ShiftAndAnyButtonMoveThePicture) {
-    for (MouseHold hold : {kLeft, kRight, kBoth}) {
+    for (MouseHold hold : {kLeft, kRight, kMiddle, kBoth}) {
         hold.shift = true;
         view.PanX = 0.3;
         view.PanY = -0.2;
@@ -151,6 +152,16 @@ TEST_F(MouseTest, ShiftAndAnyButtonMoveThePicture) {
         EXPECT_EQ(view.ViewLon, 1);
         EXPECT_EQ(view.ViewRoll, 0.1);
         EXPECT_EQ(view.ZoomFactor, 100);
+        mouse.Released();
+    }
+}
+
+TEST_F(MouseTest, TheMiddleButtonAloneLeavesTheViewAlone) {
+    for (const bool flat : {false, true}) {
+        main.CPlaniSphere.Value = flat;
+        const CameraView before = Camera();
+        Drag(kMiddle, 500, 250);
+        EXPECT_EQ(Camera(), before);
         mouse.Released();
     }
 }

@@ -79,6 +79,9 @@ TEST_F(OptionsTest, OneOrbitModelIsSetAtATime) {
     main.MnuSGP4.Click();
     EXPECT_TRUE(main.CSGP4.Value) << "a press on the model in use changes nothing";
     EXPECT_TRUE(main.MnuSGP4.Checked);
+    main.CSGP4.Value = false;
+    EXPECT_TRUE(main.CSGP4.Value) << "nor does one on its button";
+    EXPECT_FALSE(main.CSGP1.Value);
 }
 
 TEST_F(OptionsTest, TheTwoLocksExcludeEachOther) {

@@ -32,6 +32,8 @@ class RecordingBrowser : public Browser {
 
 class RecordingSignals : public ProgramSignals {
   public:
+    using ProgramSignals::ProgramSignals;
+
     void ShowFullScreen(bool fullScreen) override { fullScreens.push_back(fullScreen); }
 
     std::vector<bool> fullScreens;  ///< what the window was told
@@ -98,9 +100,10 @@ struct ProgramTest : ::testing::Test {
     TemporaryFolder folder;
     RecordingBoxes boxes;
     ManualClock clock{{2018, 1, 20, 17, 42, 9.31}};
-    RecordingSignals signals;
     RecordingBrowser browser;
+    RecordingSignals signals{app, usage};
     Application app{boxes, clock, signals, ApplyDefaultModel};
+    UsageRecord usage{app.Data.UsageStats, clock, browser, folder.Path() / "glt.ini"};
 
     std::vector<Picture> pictures;
     std::function<void()> whilePictured;
@@ -117,7 +120,7 @@ struct ProgramTest : ::testing::Test {
     std::vector<std::string> unloaded;
     int closesPosted = 0;
 
-    Program program{app, signals, clock, browser, Hooks(), folder.Path() / "glt.ini"};
+    Program program{app, usage, clock, Hooks()};
 };
 
 }  // namespace glintara::testing

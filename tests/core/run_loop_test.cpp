@@ -244,6 +244,45 @@ TEST_F(RunLoopTest, ASecondThatALateTickSkippedStillGivesItsPicture) {
     EXPECT_FALSE(main.Timer2.Enabled);
 }
 
+TEST_F(RunLoopTest, TheStepGoesOnAcrossMidnight) {
+    const auto until = [this](int hour, int minute, double second) {
+        return static_cast<std::int64_t>(1000 * (((hour - 17) * 60 + minute - 42) * 60 + second - 9.31));
+    };
+    clock.Advance(until(23, 59, 50.5) - clock.NowMs());
+    EXPECT_EQ(SecondsPictured(20), (std::vector<int>{55, 0, 5, 10}));
+    EXPECT_EQ(app.Data.SimDay, 21);
+}
+
+TEST_F(RunLoopTest, ASecondThatALateTickSkippedAtMidnightStillGivesItsPicture) {
+    clock.Advance(6 * 3600 * 1000 + 17 * 60 * 1000 + 49 * 1000);  // 23:59:58
+    pictures.clear();
+    main.Timer2.Stop();
+    clock.Stall(4500);
+    program.Loop.ClockTick();  // 0:00:02 or 3, past 0:00:00
+    EXPECT_EQ(app.Data.SimDay, 21);
+    EXPECT_TRUE(main.Timer2.Enabled);
+}
+
+TEST_F(RunLoopTest, OldElementsAreWarnedOfAsSoonAsTheInstantIsFarFromThem) {
+    AddSatellite();
+    app.Data.Satellite(1).EpochText = "18020.50000000";
+    signals.UpDateAll();
+    EXPECT_FALSE(main.LElementAge.Visible);
+    app.Data.TimeOffset.MonthOffset = 1;
+    program.Time.TimeSyncronize();
+    Request();
+    clock.Advance(10);
+    EXPECT_EQ(main.LElementAge.Caption.Get(), "Elements are 31 days old: positions will be off");
+    EXPECT_TRUE(main.LElementAge.Visible);
+    EXPECT_EQ(app.FindFlare.LElementAge.Caption.Get(), main.LElementAge.Caption.Get());
+    app.Data.TimeOffset = {};
+    program.Time.TimeSyncronize();
+    Request();
+    clock.Advance(10);
+    EXPECT_FALSE(main.LElementAge.Visible);
+    EXPECT_FALSE(app.FindFlare.LElementAge.Visible);
+}
+
 TEST_F(RunLoopTest, TwoTicksInOneSecondGiveOnePicture) {
     clock.Stall(800);  // 17:42:10.11
     program.Loop.ClockTick();

@@ -136,6 +136,9 @@ TEST_F(StartUpTest, TheOpeningLastsAboutASecond) {
     const std::int64_t lasted = pictures.back().ms - pictures.front().ms;
     EXPECT_GE(lasted, 700);
     EXPECT_LE(lasted, 2000);
+    // And half a second for the last splash.
+    EXPECT_GE(clock.NowMs() - pictures.back().ms, 500);
+    EXPECT_LE(clock.NowMs() - pictures.back().ms, 600);
 }
 
 TEST_F(StartUpTest, ASlowComputerLeavesPicturesOut) {
@@ -154,6 +157,31 @@ TEST_F(StartUpTest, TheSplashStandsInTheOpeningOnly) {
     clock.Advance(100);
     ASSERT_GT(pictures.size(), opening);
     EXPECT_EQ(pictures.back().splash, Splash::None);
+}
+
+TEST_F(StartUpTest, TheLastSplashStandsHalfASecondUnlessItIsCutShort) {
+    std::int64_t shown = 0;
+    clock.hook = [&] {
+        if (app.Run.SplashShown == Splash::Final && shown == 0) shown = clock.NowMs();
+        if (shown != 0 && clock.NowMs() >= shown + 100) PressAnyKey();
+    };
+    ASSERT_TRUE(Open());
+    ASSERT_NE(shown, 0);
+    EXPECT_EQ(app.Run.SplashShown, Splash::None);
+    EXPECT_LE(clock.NowMs() - shown, 200);
+}
+
+TEST_F(StartUpTest, ClosingDuringTheLastSplashUnwindsTheOpening) {
+    bool closed = true;
+    clock.hook = [&] {
+        if (app.Run.SplashShown == Splash::Final && closed) closed = program.End.Form_Unload();
+    };
+    Start();
+    clock.Advance(100);
+    EXPECT_FALSE(closed);
+    EXPECT_FALSE(app.Main.Timer5.Enabled);
+    EXPECT_TRUE(browser.opened.empty());
+    EXPECT_EQ(closesPosted, 1);
 }
 
 TEST_F(StartUpTest, TheOpeningEndsOnTheViewAtRest) {

@@ -421,16 +421,15 @@ TEST_F(FlareSearchTest, NegativeNumbersCountAsNothing) {
     EXPECT_EQ(Status(), "Flare Found! (IRIDIUM 32 [+])");
 }
 
-TEST_F(FlareSearchTest, TextThatIsNoNumberCountsAsNothing) {
+TEST_F(FlareSearchTest, TextThatIsNoNumberIsToldAndNothingIsSearched) {
     o.Load("iridium.tle");
     Ask("24", "near");
     FindFirst();
-    ExpectNothingFound("Flare Not Found");
+    ExpectNothingFound("Not a number: near");
     Ask("", "30");
-    o.events.served = 0;
     FindFirst();
-    ExpectNothingFound("Flare Not Found");
-    EXPECT_EQ(o.events.served, 2);
+    ExpectNothingFound("Not a number: ");
+    EXPECT_EQ(o.events.served, 0);
 }
 
 TEST_F(FlareSearchTest, AnIntervalTooLongToCountStillStopsAtAbort) {

@@ -526,6 +526,30 @@ TEST_F(GlobeTest, SplashOnlyInTheOpening) {
     EXPECT_EQ(Words().find("v.1.5.2"), std::string::npos);
 }
 
+TEST_F(GlobeTest, SplashStandsInTheMiddleOfThePicture) {
+    for (const double width : {12000.0, 19200.0}) {
+        surface.ScaleWidth = width;
+        app.Run.SplashShown = Splash::Final;
+        Frame();
+        double below = 0;
+        for (const auto& [line, size] :
+             std::vector<std::pair<std::string, double>>{{"Glintara", 44}, {"v.1.5.2", 14}, {"3 January 2010", 14}}) {
+            const auto prints = surface.OperationsOf(DrawOperation::Print);
+            const auto print = std::find_if(prints.begin(), prints.end(), [&line, size](const RecordedOperation& p) {
+                return p.text == line && p.state.FontSize == size;
+            });
+            ASSERT_NE(print, prints.end()) << line;
+            // 20 twips to the point; a character is 0.6 of the size wide, a line 1.25 of it high.
+            const double length = static_cast<double>(line.size()) * 0.6 * size * 20;
+            EXPECT_NEAR(print->state.CurrentX + length / 2, width / 2, 1e-6) << line;
+            const double height = 1.25 * size * 20;
+            // The title's foot is on the middle; the other lines follow.
+            EXPECT_NEAR(print->state.CurrentY, below == 0 ? 4500 - height : below, 1e-6) << line;
+            below = print->state.CurrentY + height;
+        }
+    }
+}
+
 TEST_F(GlobeTest, DateStandsInThePictureWhileThePanelsAreHidden) {
     app.Main.LDateTime.Caption = "DATE 20/01/2018 17:42:09.31 UTC (N)";
     app.Main.LCommandOutput.Caption = "Flare Found! (IRIDIUM 20)";
@@ -538,7 +562,7 @@ TEST_F(GlobeTest, DateStandsInThePictureWhileThePanelsAreHidden) {
         const auto prints = surface.OperationsOf(DrawOperation::Print);
         ASSERT_EQ(prints.front().text, "DATE 20/01/2018 17:42:09.31 UTC (N)");
         const double size = prints.front().state.FontSize * 20;  // twips
-        EXPECT_NEAR(prints.front().state.CurrentX, 12000 - 35 * 0.6 * size, 1e-6);
+        EXPECT_NEAR(prints.front().state.CurrentX, 12000 - 36 * 0.6 * size, 1e-6) << "a character from the edge";
         EXPECT_NEAR(prints.front().state.CurrentY, 9000 - 1.5 * 1.25 * size, 1e-6);
         EXPECT_EQ(prints.at(1).text, "Flare Found! (IRIDIUM 20)");
         EXPECT_NEAR(prints.at(1).state.CurrentX, 0.6 * size, 1e-6);

@@ -157,18 +157,56 @@ TEST_F(FormFindFlareTest, TheListOfSatellitesIsAskedFor) {
 
 // What is typed.
 
-TEST_F(FormFindFlareTest, TextThatIsNoNumberIsMarkedAndGivesWayToWhatIsRead) {
-    const std::vector<std::pair<const char*, const char*>> answers{{"abc", "0"}, {"-5", "0"}, {"12 hours", "12"},
-                                                                   {"1,5", "1"}, {"", "0"},   {"1e999", "0"}};
+TEST_F(FormFindFlareTest, TextThatIsNoNumberIsMarkedAndToldUntilItIsMended) {
     auto& field = Named<QLineEdit>(form, "TInterval");
-    for (const auto& [typed, read] : answers) {
-        Type("TInterval", typed);
-        EXPECT_TRUE(field.property("bad").toBool()) << typed;
+    for (const QString typed : {"abc", "12 hours", "1,5", "", "1e999"}) {
+        Type("TInterval", typed.toUtf8());
+        EXPECT_TRUE(field.property("bad").toBool()) << typed.toStdString();
         Named<QLineEdit>(form, "TMaxDistance").setFocus();
-        EXPECT_EQ(field.text(), read) << typed;
-        EXPECT_EQ(controls.TInterval.Text.Get(), read) << typed;
-        EXPECT_FALSE(field.property("bad").toBool()) << typed;
+        EXPECT_EQ(field.text(), typed) << "what was typed is not lost";
+        EXPECT_EQ(Status(), "Not a number: " + typed);
+        EXPECT_TRUE(field.property("bad").toBool()) << typed.toStdString();
+        Press("CFindFirst");
+        EXPECT_EQ(Status(), "Not a number: " + typed);
+        Type("TInterval", "24");
+        EXPECT_FALSE(field.property("bad").toBool());
+        EXPECT_EQ(Status(), "");
     }
+    EXPECT_TRUE(clock.instants.empty());
+}
+
+TEST_F(FormFindFlareTest, ANegativeNumberGivesWayToNone) {
+    auto& field = Named<QLineEdit>(form, "TInterval");
+    Type("TInterval", "-5");
+    EXPECT_TRUE(field.property("bad").toBool());
+    Named<QLineEdit>(form, "TMaxDistance").setFocus();
+    EXPECT_EQ(field.text(), "0");
+    EXPECT_EQ(controls.TInterval.Text.Get(), "0");
+    EXPECT_FALSE(field.property("bad").toBool());
+}
+
+TEST_F(FormFindFlareTest, AFoundFlareIsToldWithWhatAnObserverNeeds) {
+    o.Load("iridium.tle");
+    Press("CFindFirst");
+    EXPECT_EQ(Named<QLabel>(form, "LFlareTime").text(), "Nearest 20/01/2018 05:03:23.6 UTC, 2.54 km away");
+    EXPECT_EQ(Named<QLabel>(form, "LFlareSky").text(),
+              QString::fromUtf8("Azimuth 350.6\u00B0, elevation 37.4\u00B0, Sun at -20.5\u00B0"));
+    ExpectNothingClipped(form);
+    Press("CExit");
+    Open(form);
+    EXPECT_EQ(Named<QLabel>(form, "LFlareTime").text(), "");
+}
+
+TEST_F(FormFindFlareTest, OldElementsAreWarnedOf) {
+    auto& label = Named<QLabel>(form, "LElementAge");
+    EXPECT_FALSE(label.isVisible());
+    const QRect before = Named<QProgressBar>(form, "PB1").geometry();
+    controls.LElementAge.Caption = "2999 of 3000 elements up to 3254 days old: positions will be off";
+    controls.LElementAge.Visible = true;
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(label.isVisible());
+    EXPECT_EQ(Named<QProgressBar>(form, "PB1").geometry(), before) << "nothing jumps";
+    ExpectNothingClipped(form);
 }
 
 TEST_F(FormFindFlareTest, GoodNumbersStayAsTheyAreTyped) {

@@ -32,7 +32,7 @@ class MapToolsWindowTest : public ::testing::Test {
 
     static QStringList Menus(DesktopProgram& program) {
         QStringList menus;
-        for (const QAction* menu : program.Window().menuBar()->actions()) menus << menu->text();
+        for (const QAction* menu : program.Window().menuBar()->actions()) menus << QString(menu->text()).remove('&');
         return menus;
     }
 };

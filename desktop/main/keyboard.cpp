@@ -1,0 +1,93 @@
+#include "desktop/main/keyboard.h"
+
+#include <QAbstractButton>
+#include <QCoreApplication>
+#include <QGroupBox>
+#include <QKeyEvent>
+#include <QPlainTextEdit>
+#include <utility>
+
+namespace glintara::desktop {
+
+namespace {
+
+/// With other keys than Shift it is a shortcut of the desktop's.
+bool IsPlain(const QKeyEvent& event) {
+    return !(event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier));
+}
+
+class PanelKeys : public QObject {
+  public:
+    PanelKeys(QWidget& panels, QWidget& picture) : QObject(&panels), picture_(picture) {
+        for (auto* button : panels.findChildren<QAbstractButton*>()) {
+            button->setFocusPolicy(Qt::TabFocus);
+            button->installEventFilter(this);
+        }
+        for (auto* frame : panels.findChildren<QGroupBox*>()) frame->installEventFilter(this);
+        for (auto* text : panels.findChildren<QPlainTextEdit*>()) text->installEventFilter(this);
+    }
+
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        auto* const text = qobject_cast<QPlainTextEdit*>(watched);
+        if (event->type() == QEvent::MouseButtonPress && text == nullptr) {
+            picture_.setFocus(Qt::MouseFocusReason);
+        } else if (event->type() == QEvent::KeyPress) {
+            auto& key = static_cast<QKeyEvent&>(*event);
+            if (key.key() == Qt::Key_Escape && IsPlain(key)) {
+                picture_.setFocus();
+                return true;
+            }
+            if (auto* const button = qobject_cast<QAbstractButton*>(watched)) return TakeFrom(*button, key);
+        }
+        return QObject::eventFilter(watched, event);
+    }
+
+  private:
+    /// A key that has come to a button. True when it is not the button's.
+    static bool TakeFrom(QAbstractButton& button, QKeyEvent& key) {
+        switch (key.key()) {
+            case Qt::Key_Space:
+            case Qt::Key_Tab:
+            case Qt::Key_Backtab:
+                return false;
+            case Qt::Key_Return:
+            case Qt::Key_Enter:
+                if (IsPlain(key) && !key.isAutoRepeat()) button.click();
+                return true;
+            default:
+                QCoreApplication::sendEvent(button.window(), &key);
+                return true;
+        }
+    }
+
+    QWidget& picture_;
+};
+
+class FormKeys : public QObject {
+  public:
+    FormKeys(QWidget& form, std::function<bool(int, bool)> keyPressed)
+        : QObject(&form), keyPressed_(std::move(keyPressed)) {
+        form.installEventFilter(this);
+    }
+
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() == QEvent::KeyPress) {
+            const auto& key = static_cast<QKeyEvent&>(*event);
+            if (IsPlain(key) && keyPressed_(key.key(), key.modifiers().testFlag(Qt::ShiftModifier))) return true;
+        }
+        return QObject::eventFilter(watched, event);
+    }
+
+  private:
+    std::function<bool(int, bool)> keyPressed_;
+};
+
+}  // namespace
+
+void KeepKeysWithPicture(QWidget& panels, QWidget& picture) { new PanelKeys(panels, picture); }
+
+void HandKeysOn(QWidget& form, std::function<bool(int key, bool shift)> keyPressed) {
+    new FormKeys(form, std::move(keyPressed));
+}
+
+}  // namespace glintara::desktop
