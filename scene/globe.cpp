@@ -19,19 +19,15 @@ namespace glintara {
 namespace {
 
 constexpr Color kSpaceColor = 0x0C0706;
-constexpr Color kLimbColor = 0xB08050;
 constexpr Color kBorderColor = 0xAAAAAA;
 constexpr Color kGridColor = 0x202020;
-
-/// The glow of the air outside of the limb: rings of one pixel, from the inside out, each with this share of
-/// `kLimbColor` over the ground.
-constexpr std::array kGlow{0.85, 0.45, 0.22, 0.10};
-
-/// On a globe far away the glow is no wider than this part of its radius.
-constexpr double kMostGlow = 0.05;
+constexpr Color kMapFrameColor = kLimbColor;
 
 constexpr double kGridSpacing = kPi / 6;
 constexpr double kGridStep = 0.1;
+
+/// The poles themselves are points, and the meridian of +90 degrees is that of -90 again.
+constexpr int kLinesInHalfTurn = 6;
 
 /// Points of a line of the grid at the finest step.
 constexpr std::size_t kMostChainPoints = 2048;
@@ -39,15 +35,6 @@ constexpr std::size_t kMostChainPoints = 2048;
 /// A dash pattern begins anew with each line, so a chain is drawn in one; off the picture it is not drawn at all. This
 /// much beyond the edges counts as on it, pixels.
 constexpr double kOffPicture = 4;
-
-/// `share` of `color` over `ground`, channel by channel.
-Color Blend(Color color, Color ground, double share) {
-    const auto channel = [share](int over, int under) {
-        return static_cast<Color>(std::lround(under + share * (over - under)));
-    };
-    return channel(RedOf(color), RedOf(ground)) | channel(GreenOf(color), GreenOf(ground)) << 8 |
-           channel(BlueOf(color), BlueOf(ground)) << 16;
-}
 
 void FloatSite(CommonData& data, const MainControls& main, FrameMemory& memory) {
     if (!main.MnuFloatingSite.Checked) {
@@ -81,18 +68,9 @@ void ClearPicture(const SceneContext& scene, const FrameStages& stages) {
     surface.AutoRedraw = false;
 }
 
-void DrawDisc(const SceneContext& scene) {
+void DrawDisc(const SceneContext& scene, FrameMemory& memory) {
+    DrawGlow(scene, memory.Coverage);
     DrawSurface& surface = scene.Surface;
-    const double pixelsPerUnit = ScreenPixelsPerUnit(scene);
-    const double pixel = std::min(1 / pixelsPerUnit, kMostGlow / static_cast<double>(kGlow.size()));
-    surface.FillStyle = FillPattern::Transparent;
-    surface.DrawWidth = pixel * pixelsPerUnit;
-    for (std::size_t ring = kGlow.size(); ring-- > 0;) {
-        const Color color = Blend(kLimbColor, surface.BackColor, kGlow[ring]);
-        SceneCircle(scene, {0, 0}, 1 + pixel * (static_cast<double>(ring) + 0.5), color);
-    }
-    surface.FillStyle = FillPattern::Solid;
-    surface.DrawWidth = 1;
     surface.FillColor = scene.App.Data.SeaColor;
     SceneCircle(scene, {0, 0}, 1, surface.FillColor);
 }
@@ -102,17 +80,27 @@ void FillPolygon(const SceneContext& scene) {
     scene.Surface.PolyPolygon(scene.Polygon.Exact(), ends);
 }
 
-void DrawMapGround(const SceneContext& scene) {
+std::array<ScenePoint, 4> FrameCorners(const SceneContext& scene) {
     const MapFrame frame = FlatMapFrame(scene.View());
-    const std::array<ScenePoint, 4> corners{ScenePoint{frame.left, frame.bottom},
-                                            {frame.right, frame.bottom},
-                                            {frame.right, frame.top},
-                                            {frame.left, frame.top}};
-    scene.Polygon.Clear();
-    for (const ScenePoint& corner : corners) PolygonVertex(scene, corner);
-    FillPolygon(scene);
-    scene.Surface.ForeColor = scene.Surface.FillColor;
+    return {ScenePoint{frame.left, frame.bottom},
+            {frame.right, frame.bottom},
+            {frame.right, frame.top},
+            {frame.left, frame.top}};
+}
+
+void DrawFrameLines(const SceneContext& scene, Color color) {
+    const std::array<ScenePoint, 4> corners = FrameCorners(scene);
+    scene.Surface.ForeColor = color;
+    scene.Surface.DrawWidth = 1;
+    scene.Surface.DrawStyle = PenPattern::Solid;
     for (std::size_t i = 0; i < corners.size(); ++i) SceneLine(scene, corners[i], corners[(i + 1) % corners.size()]);
+}
+
+void DrawMapGround(const SceneContext& scene) {
+    scene.Polygon.Clear();
+    for (const ScenePoint& corner : FrameCorners(scene)) PolygonVertex(scene, corner);
+    FillPolygon(scene);
+    DrawFrameLines(scene, scene.Surface.FillColor);
 }
 
 /// A line of the grid: points of the unit sphere, drawn where the globe shows them.
@@ -158,6 +146,49 @@ class GridLine {
     ScenePoint last_;
 };
 
+/// A line of the map's grid, along an axis of the box. A near map is far longer than the picture, so the ends are taken
+/// to its edges, by whole dots and gaps.
+class MapGridLine {
+  public:
+    explicit MapGridLine(const SceneContext& scene)
+        : surface_(scene.Surface), window_(GetWindowScale(scene.View(), scene.Surface)), view_(scene.View()) {}
+
+    void Draw(const ScenePoint& from, const ScenePoint& to) {
+        double x1 = BoxFromSceneX(window_, view_, from.x);
+        double y1 = BoxFromSceneY(window_, view_, from.y);
+        double x2 = BoxFromSceneX(window_, view_, to.x);
+        double y2 = BoxFromSceneY(window_, view_, to.y);
+        if (TakeToEdges(x1, x2, surface_.ScaleWidth) && TakeToEdges(y1, y2, surface_.ScaleHeight))
+            surface_.Line(x1, y1, x2, y2);
+    }
+
+  private:
+    /// A dot and a gap of the pen, twips.
+    static constexpr double kPeriod = 4 * kTwipsPerScreenPixel;
+
+    /// False when nothing between them lies on the picture.
+    static bool TakeToEdges(double& a, double& b, double size) {
+        if (std::max(a, b) < 0 || std::min(a, b) > size) return false;
+        const double direction = a < b ? 1 : -1;
+        const double edge = a < b ? 0 : size;
+        const double before = (edge - a) * direction;
+        if (before > kPeriod) a += direction * std::floor(before / kPeriod) * kPeriod;
+        b = std::clamp(b, -kPeriod, size + kPeriod);
+        return true;
+    }
+
+    DrawSurface& surface_;
+    WindowScale window_;
+    const ViewState& view_;
+};
+
+void UseGridPen(DrawSurface& surface) {
+    surface.ForeColor = kGridColor;
+    surface.DrawWidth = 1;
+    surface.DrawMode = MixMode::Copy;
+    surface.DrawStyle = PenPattern::Dotted;
+}
+
 void DrawEarth(const SceneContext& scene, FrameMemory& memory) {
     DrawSurface& surface = scene.Surface;
     const MainControls& main = scene.App.Main;
@@ -169,10 +200,12 @@ void DrawEarth(const SceneContext& scene, FrameMemory& memory) {
     if (scene.IsFlatMap())
         DrawMapGround(scene);
     else
-        DrawDisc(scene);
+        DrawDisc(scene, memory);
     if (!main.CHideCountries.Value && !main.MnuLib3D.Checked) PlotCountryPolygons(scene, memory);
+    if (main.CGlobeGrid.Value && scene.IsFlatMap()) DrawMapGrid(scene);
     if (main.CGlobeGrid.Value && !scene.IsFlatMap()) DrawGlobeGrid(scene, memory);
-    if (main.CSunLight.Value) DrawNightSide(scene);
+    if (main.CSunLight.Value) DrawNightSide(scene, memory.Coverage);
+    if (scene.IsFlatMap()) DrawFrameLines(scene, kMapFrameColor);
 }
 
 void Draw(const SceneContext& scene, const Stage& stage, bool wanted = true) {
@@ -242,7 +275,8 @@ void SetGLTConfig(const SceneContext& scene, GlintViewConfig& config) {
 void PlotCountryPolygons(const SceneContext& scene, FrameMemory& memory) {
     const MapTables& map = scene.App.Data.Map;
     const MainControls& main = scene.App.Main;
-    const bool fine = scene.App.Run.FinePass || main.CAutoRefine.Value;
+    const bool near = scene.View().ZoomFactor >= kFineBordersZoom;
+    const bool fine = near || scene.App.Run.FinePass || main.CAutoRefine.Value;
     const BorderTable& borders = fine ? map.Border : map.Zip;
     if (borders.Count() < 1) return;
 
@@ -268,15 +302,10 @@ void PlotCountryPolygons(const SceneContext& scene, FrameMemory& memory) {
 
 void DrawGlobeGrid(const SceneContext& scene, FrameMemory& memory) {
     DrawSurface& surface = scene.Surface;
-    surface.ForeColor = kGridColor;
-    surface.DrawWidth = 1;
-    surface.DrawMode = MixMode::Copy;
-    surface.DrawStyle = PenPattern::Dotted;
+    UseGridPen(surface);
     if (memory.ChainPoints.capacity() < 2 * kMostChainPoints) memory.ChainPoints.reserve(2 * kMostChainPoints);
     GridLine line(scene, memory.ChainPoints);
     const int steps = static_cast<int>(std::ceil(kTwoPi / FineStep(scene, kGridStep)));
-    // The poles themselves are points, and the meridian of +90 degrees is that of -90 again.
-    constexpr int kLinesInHalfTurn = 6;
     for (int i = 1; i < kLinesInHalfTurn; ++i) {
         const double lat = -kPi / 2 + i * kGridSpacing;
         for (int k = 0; k <= steps; ++k) line.Add(lat, kTwoPi * k / steps);
@@ -288,6 +317,22 @@ void DrawGlobeGrid(const SceneContext& scene, FrameMemory& memory) {
         line.End();
     }
     surface.DrawStyle = PenPattern::Solid;
+}
+
+void DrawMapGrid(const SceneContext& scene) {
+    UseGridPen(scene.Surface);
+    const ViewState& view = scene.View();
+    const MapFrame frame = FlatMapFrame(view);
+    MapGridLine line(scene);
+    for (int i = 1; i < kLinesInHalfTurn; ++i) {
+        const double y = frame.bottom + i * kGridSpacing;
+        line.Draw({frame.left, y}, {frame.right, y});
+    }
+    for (int i = 0; i < 2 * kLinesInHalfTurn; ++i) {
+        const double x = FlatMapPosition(view, {0, i * kGridSpacing}).x;
+        line.Draw({x, frame.bottom}, {x, frame.top});
+    }
+    scene.Surface.DrawStyle = PenPattern::Solid;
 }
 
 void GlobeFrame(Application& app, DrawSurface& surface, FrameMemory& memory, const FrameStages& stages) {

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "engine/glintcore.h"
+#include "scene/night_side.h"
 #include "scene/view_geometry.h"
 
 namespace glintara {
@@ -13,11 +14,16 @@ namespace glintara {
 /// Borders are hairlines, pixels of a screen at scale 1.
 inline constexpr double kBorderWidth = 0.7;
 
+/// `ZoomFactor` from which every picture has the fine borders: the picture then shows so little of the Earth that they
+/// cost no more than the reduced ones do from afar.
+inline constexpr double kFineBordersZoom = 120;
+
 /// What the frame keeps from one picture to the next, so that drawing takes no memory. Whoever makes pictures owns it.
 struct FrameMemory {
     PolygonBuffer Polygon;
     std::vector<double> EarthScratch;  ///< working room of the engine's drawing; grows with the border table
     std::vector<double> ChainPoints;   ///< points of one line of the grid
+    CoverageRow Coverage;              ///< shades of one row of pixels
     GlintViewConfig ViewConfig{};      ///< what the engine's drawing is told of the view
 
     /// The camera under which the floating site was last moved; none while the site does not float.
@@ -58,11 +64,14 @@ void SceneStages(const SceneContext& scene, const FrameStages& stages);
 /// left as it is.
 void SetGLTConfig(const SceneContext& scene, GlintViewConfig& config);
 
-/// The countries, as borders and, with `CSolidGlobe`, filled: the fine table in a fine picture and under
-/// `CAutoRefine`, the reduced one otherwise.
+/// The countries, as borders and, with `CSolidGlobe`, filled: the fine table in a fine picture, under `CAutoRefine` and
+/// from `kFineBordersZoom` on, the reduced one otherwise.
 void PlotCountryPolygons(const SceneContext& scene, FrameMemory& memory);
 
 /// Parallels and meridians every 30 degrees on the near side of the globe, as dotted lines.
 void DrawGlobeGrid(const SceneContext& scene, FrameMemory& memory);
+
+/// The same on the flat map.
+void DrawMapGrid(const SceneContext& scene);
 
 }  // namespace glintara

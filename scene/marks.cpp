@@ -1,6 +1,9 @@
 #include "scene/marks.h"
 
 #include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdint>
 
 #include "engine/astro/constants.h"
 #include "engine/astro/horizon.h"
@@ -15,6 +18,11 @@ namespace {
 /// The part of the Aries line that the Earth may hide is drawn in pieces, and a piece is seen or hidden as a whole.
 constexpr int kAriesPieces = 60;
 
+constexpr double kRayWidth = 1.5;
+
+/// Chords of each of the crescent's two arcs.
+constexpr int kCrescentSteps = 24;
+
 ScenePoint OnFlatMap(const SceneContext& scene, const Vector3& world) {
     const LatLonRadius place = XYZToLatLon(world);
     return FlatMapPosition(scene.View(), {place.lat, place.lon});
@@ -22,6 +30,51 @@ ScenePoint OnFlatMap(const SceneContext& scene, const Vector3& world) {
 
 void DrawEarthMark(const SceneContext& scene, const Vector3& world, double radius, Color color) {
     if (const std::optional<ScenePoint> place = SeenOnEarth(scene, world)) DrawDisc(scene, *place, radius, color);
+}
+
+double SiteMarkRadius(const SceneContext& scene) {
+    const double pixel = 1 / ScreenPixelsPerUnit(scene);
+    return std::clamp(kSiteMarkRadius, kLeastSiteMark * pixel, kMostSiteMark * pixel);
+}
+
+void DrawSunMark(const SceneContext& scene, const ScenePoint& place, double radius) {
+    DrawDisc(scene, place, radius, kSunMarkColor);
+    DrawSurface& surface = scene.Surface;
+    surface.ForeColor = kSunMarkColor;
+    surface.DrawWidth = kRayWidth;
+    for (int i = 0; i < kRays; ++i) {
+        const double angle = kTwoPi * i / kRays;
+        const auto at = [&](double radii) {
+            return ScenePoint{place.x + radii * radius * std::cos(angle), place.y + radii * radius * std::sin(angle)};
+        };
+        SceneLine(scene, at(kRayStart), at(kRayEnd));
+    }
+    surface.DrawWidth = 1;
+}
+
+/// A crescent that opens to the right: the outer arc of one circle, and back on another one that cuts it.
+void DrawMoonMark(const SceneContext& scene, const ScenePoint& place, double radius) {
+    // From where both circles meet: their distance from the middle along the line between the centres.
+    constexpr double kMeet =
+        (kCrescentRadius * kCrescentRadius - kCutRadius * kCutRadius + kCutOffset * kCutOffset) / (2 * kCutOffset);
+    const double outer = std::acos(kMeet / kCrescentRadius);
+    const double inner = std::acos((kMeet - kCutOffset) / kCutRadius);
+    scene.Polygon.Clear();
+    const auto add = [&](double x, double y) { PolygonVertex(scene, {place.x + radius * x, place.y + radius * y}); };
+    for (int i = 0; i <= kCrescentSteps; ++i) {
+        const double angle = outer + (kTwoPi - 2 * outer) * i / kCrescentSteps;
+        add(kCrescentRadius * std::cos(angle), kCrescentRadius * std::sin(angle));
+    }
+    for (int i = 0; i <= kCrescentSteps; ++i) {
+        const double angle = -inner - (kTwoPi - 2 * inner) * i / kCrescentSteps;
+        add(kCutOffset + kCutRadius * std::cos(angle), kCutRadius * std::sin(angle));
+    }
+    DrawSurface& surface = scene.Surface;
+    surface.DrawMode = MixMode::Copy;
+    surface.FillStyle = FillPattern::Solid;
+    surface.FillColor = kMoonMarkColor;
+    const std::array<std::int32_t, 1> ends{static_cast<std::int32_t>(scene.Polygon.Count())};
+    surface.PolyPolygon(scene.Polygon.Exact(), ends);
 }
 
 }  // namespace
@@ -73,10 +126,33 @@ void DrawDisc(const SceneContext& scene, const ScenePoint& place, double radius,
     surface.DrawStyle = PenPattern::Solid;
 }
 
+void DrawOutlinedDisc(const SceneContext& scene, const ScenePoint& place, double radius, Color color, Color outline,
+                      double width) {
+    DrawSurface& surface = scene.Surface;
+    surface.DrawMode = MixMode::Copy;
+    surface.DrawStyle = PenPattern::Solid;
+    surface.DrawWidth = width;
+    surface.FillStyle = FillPattern::Solid;
+    surface.FillColor = color;
+    SceneCircle(scene, place, radius, outline);
+    surface.DrawWidth = 1;
+}
+
+std::optional<BoxArea> SiteMarkArea(const SceneContext& scene) {
+    if (scene.App.Main.CSkyOnly.Value) return std::nullopt;
+    const std::optional<ScenePoint> place = SeenOnEarth(scene, ObserverOnUnitSphere(scene.App.Data.Site));
+    if (!place) return std::nullopt;
+    const ViewState& view = scene.View();
+    const WindowScale window = GetWindowScale(view, scene.Surface);
+    const double x = BoxFromSceneX(window, view, place->x);
+    const double y = BoxFromSceneY(window, view, place->y);
+    const double radius = SiteMarkRadius(scene) * window.scaleX;
+    return BoxArea{x - radius, y - radius, x + radius, y + radius};
+}
+
 void DrawSiteMark(const SceneContext& scene) {
     if (scene.App.Main.CSkyOnly.Value) return;
-    const double radius = std::max(kSiteMarkRadius, kLeastSiteMark / ScreenPixelsPerUnit(scene));
-    DrawEarthMark(scene, ObserverOnUnitSphere(scene.App.Data.Site), radius, kSiteColor);
+    DrawEarthMark(scene, ObserverOnUnitSphere(scene.App.Data.Site), SiteMarkRadius(scene), kSiteColor);
 }
 
 void DrawSunAndMoonOnEarth(const SceneContext& scene) {
@@ -86,8 +162,8 @@ void DrawSunAndMoonOnEarth(const SceneContext& scene) {
     const double greenwich = SiderealFromDate(data.SimFields());
     const double radius = kBodyMarkRadius / data.View.ZoomFactor;
     const Vector3 underMoon = LLRToSameXYZ(data.MoonDec, EastLongitudeOf(data.MoonRA, greenwich), 1);
-    DrawEarthMark(scene, data.SunDir, radius, kSunMarkColor);
-    DrawEarthMark(scene, underMoon, radius, kMoonMarkColor);
+    if (const std::optional<ScenePoint> sun = SeenOnEarth(scene, data.SunDir)) DrawSunMark(scene, *sun, radius);
+    if (const std::optional<ScenePoint> moon = SeenOnEarth(scene, underMoon)) DrawMoonMark(scene, *moon, radius);
 }
 
 void DrawAriesLine(const SceneContext& scene) {

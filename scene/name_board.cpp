@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "scene/marks.h"
 #include "scene/overlays.h"
 
 namespace glintara {
@@ -78,10 +79,51 @@ bool NameBoard::TakePlace(const Place& place, double height) {
     return true;
 }
 
+void NameBoard::TakeObstacles(const SceneContext& scene) {
+    obstacleCount_ = 0;
+    obstacles_[obstacleCount_++] = TitleArea(scene.Surface);
+    if (const std::optional<BoxArea> site = SiteMarkArea(scene)) obstacles_[obstacleCount_++] = *site;
+}
+
+const BoxArea* NameBoard::ObstacleOf(const Place& place, double height) const {
+    for (std::size_t i = 0; i < obstacleCount_; ++i) {
+        const BoxArea& area = obstacles_[i];
+        const bool apart = place.left >= area.right || place.right <= area.left || place.top >= area.bottom ||
+                           place.top + height <= area.top;
+        if (!apart) return &area;
+    }
+    return nullptr;
+}
+
+bool NameBoard::FitsIn(const Place& place, const DrawSurface& surface, double height) const {
+    return place.left >= 0 && place.right <= surface.ScaleWidth && ObstacleOf(place, height) == nullptr;
+}
+
+std::optional<NameBoard::Place> NameBoard::FindPlace(const NameWish& wish, const DrawSurface& surface,
+                                                     const TextSize& size) const {
+    const bool markSeen = wish.x >= 0 && wish.x <= surface.ScaleWidth && wish.y >= 0 && wish.y <= surface.ScaleHeight;
+    if (!markSeen || surface.ScaleHeight < size.height) return std::nullopt;
+    const double width = size.character * static_cast<double>(CharacterCount(wish.name) + 1);
+    Place place;
+    place.top = std::clamp(wish.y - wish.rise * size.height, 0.0, surface.ScaleHeight - size.height);
+    const auto standsFrom = [&](double left) {
+        place.left = left;
+        place.right = left + width;
+        return FitsIn(place, surface, size.height);
+    };
+    if (standsFrom(wish.x + wish.gap)) return place;
+    if (const BoxArea* const before = ObstacleOf(place, size.height))
+        if (before->left <= wish.x && standsFrom(before->right)) return place;
+    // On this side the blank stands between the name and its mark.
+    if (standsFrom(wish.x - wish.gap - width - size.character)) return place;
+    return std::nullopt;
+}
+
 void NameBoard::Draw(const SceneContext& scene) {
     if (wishes_.empty()) return;
     DrawSurface& surface = scene.Surface;
-    UseTextFont(surface, scene.App.Main.CThinLines.Value ? kThinNameSize : kNameSize);
+    const double size = scene.App.Main.CThinLines.Value ? kThinNameSize : kNameSize;
+    UseTextFont(surface, size);
     // All characters of the text font have one width, so a name need not be measured.
     const double character = surface.TextWidth(" ");
     const double height = surface.TextHeight(" ");
@@ -89,22 +131,21 @@ void NameBoard::Draw(const SceneContext& scene) {
     std::ranges::sort(wishes_, ComesFirst);
     places_.clear();
     rows_.assign(static_cast<std::size_t>(surface.ScaleHeight / height) + 4, -1);
+    TakeObstacles(scene);
+    UseTextFont(surface, size);
+    surface.FontOutlined = true;
     for (const NameWish& wish : wishes_) {
         if (places_.size() == kMostNames) break;
-        Place place;
-        place.left = wish.x;
-        place.right = wish.x + character * static_cast<double>(CharacterCount(wish.name) + 1);
-        place.top = wish.y - wish.rise * height;
-        const bool inside = place.right > 0 && place.left < surface.ScaleWidth && place.top + height > 0 &&
-                            place.top < surface.ScaleHeight;
-        if (!inside || !TakePlace(place, height)) continue;
+        const std::optional<Place> place = FindPlace(wish, surface, {character, height});
+        if (!place || !TakePlace(*place, height)) continue;
         text_.assign(1, ' ');
         text_ += wish.name;
         surface.ForeColor = wish.color;
-        surface.CurrentX = place.left;
-        surface.CurrentY = place.top;
+        surface.CurrentX = place->left;
+        surface.CurrentY = place->top;
         surface.Print(text_);
     }
+    surface.FontOutlined = false;
 }
 
 }  // namespace glintara

@@ -1,8 +1,11 @@
 #pragma once
 
-// Words beside marks: names of satellites and labels of flares, so placed that none covers another.
+// Words beside marks: names of satellites and labels of flares, so placed that none covers another, is cut by the edge of
+// the picture, or stands over the title or on the observer's mark.
 
+#include <array>
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -35,8 +38,9 @@ enum class NameRank { Flare, Working, Other };
 
 /// A name that asks for room.
 struct NameWish {
-    double x = 0;      ///< where it begins, twips
-    double y = 0;      ///< the mark's height, twips
+    double x = 0;  ///< its mark, twips
+    double y = 0;
+    double gap = 0;    ///< from the middle of the mark to the name, twips
     double range = 0;  ///< from the observer; of two names of one rank the nearer one's comes first
     NameRank rank = NameRank::Other;
     Color color = kQuietNameColor;
@@ -63,8 +67,9 @@ class NameBoard {
     /// The same for a label, whose text the board keeps. It may be the one of `EmptyText`.
     void AddLabel(const NameWish& label);
 
-    /// Writes the names, each with a leading blank, by their ranks and ranges. One that would touch a name already
-    /// written, or lies out of the picture, is left out.
+    /// Writes the names, each with a leading blank and an outline, by their ranks and ranges: to the right of the mark, or
+    /// to the left where the edge would cut it or something else stands. Left out is one that would touch a name already
+    /// written, one that finds no room on either side, and one whose mark lies out of the picture.
     void Draw(const SceneContext& scene);
 
   private:
@@ -75,6 +80,16 @@ class NameBoard {
         int next = -1;  // the next one of the same row, or -1
     };
 
+    struct TextSize {
+        double character = 0;
+        double height = 0;
+    };
+
+    void TakeObstacles(const SceneContext& scene);
+    const BoxArea* ObstacleOf(const Place& place, double height) const;
+    bool FitsIn(const Place& place, const DrawSurface& surface, double height) const;
+    std::optional<Place> FindPlace(const NameWish& wish, const DrawSurface& surface, const TextSize& size) const;
+
     bool TakePlace(const Place& place, double height);
 
     std::vector<NameWish> wishes_;
@@ -82,6 +97,8 @@ class NameBoard {
     std::string labelTexts_;  // never grows beyond what it was given, so the labels may refer to it
     std::vector<Place> places_;
     std::vector<int> rows_;  // first place of each row of the picture, or -1
+    std::array<BoxArea, 2> obstacles_;
+    std::size_t obstacleCount_ = 0;
     std::string text_;
 };
 

@@ -158,7 +158,7 @@ void DrawOrbits(const SceneContext& scene, const SatRecord& satellite) {
     for (int i = 0; i <= count; ++i) {
         const double jd = now + steps.Next();
         const WorldMotion motion = PropagateSatellite(app.Data, EarthRotation::Displayed, block, jd);
-        if (motion.result != 0 || !IsFinite(motion.position)) {
+        if (!HasPlace(motion.position)) {
             last.reset();
             continue;
         }

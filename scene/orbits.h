@@ -57,7 +57,7 @@ class OrbitSteps {
 ///   `CProjectOverTime`      with it, the ground track as flown
 ///   `CProjectOrbitOnSky`    on the star sphere, as the observer sees it, at the displayed instant; needs `CDrawSky`
 /// With `CSkyOnly` only the last. The record and its engine block stay as they are. A chain breaks where the engine has
-/// no place, and ends at the limb where the Earth hides it.
+/// no place (`HasPlace`), and ends at the limb where the Earth hides it.
 void DrawOrbits(const SceneContext& scene, const SatRecord& satellite);
 
 /// Whether the options ask for any chain.

@@ -1,5 +1,6 @@
 #include "scene/overlays.h"
 
+#include <algorithm>
 #include <string>
 
 #include "state/version.h"
@@ -38,6 +39,44 @@ void UseTitleFont(DrawSurface& surface, double size, bool bold) {
     surface.FontSize = size;
     surface.FontBold = bold;
     surface.FontItalic = true;
+    surface.FontOutlined = true;
+}
+
+/// Where the title's parts stand, twips.
+struct TitleLayout {
+    double margin = 0;
+    bool oneLine = true;
+    double authorX = 0;
+    double authorY = 0;
+    double right = 0;
+    double bottom = 0;
+};
+
+TitleLayout LayOutTitle(DrawSurface& surface) {
+    TitleLayout layout;
+    UseTitleFont(surface, kTitleSize, true);
+    layout.margin = surface.TextWidth("x") * 2;
+    const double top = layout.margin / 2;
+    const double titleRight = layout.margin + surface.TextWidth(kTitle) + surface.TextWidth(" ");
+    const double titleHeight = surface.TextHeight(kTitle);
+    UseTitleFont(surface, kAuthorSize, false);
+    const double authorWidth = surface.TextWidth(kJoint) + surface.TextWidth(kAuthor);
+    const double authorHeight = surface.TextHeight(kAuthor);
+    layout.oneLine = titleRight + authorWidth <= kTitleShare * surface.ScaleWidth;
+    layout.bottom = top + titleHeight;
+    if (layout.oneLine) {
+        // Both stand on one baseline, which lies about four fifths down a line.
+        constexpr double kBaseline = 0.8;
+        layout.authorX = titleRight;
+        layout.authorY = top + kBaseline * (titleHeight - authorHeight);
+        layout.right = titleRight + authorWidth;
+    } else {
+        layout.authorX = layout.margin;
+        layout.authorY = layout.bottom;
+        layout.right = std::max(titleRight, layout.margin + surface.TextWidth(kAuthor));
+        layout.bottom += authorHeight;
+    }
+    return layout;
 }
 
 void PrintAt(DrawSurface& surface, double x, double y, std::string_view text) {
@@ -64,32 +103,27 @@ void UseTextFont(DrawSurface& surface, double size) {
     surface.FontSize = size;
     surface.FontBold = false;
     surface.FontItalic = false;
+    surface.FontOutlined = false;
 }
 
 void DrawTitleBlock(const SceneContext& scene) {
     DrawSurface& surface = scene.Surface;
+    const TitleLayout layout = LayOutTitle(surface);
     BeginWords(surface, kTitleColor);
     UseTitleFont(surface, kTitleSize, true);
-    const double margin = surface.TextWidth("x") * 2;
-    const double titleWidth = surface.TextWidth(kTitle) + surface.TextWidth(" ");
-    const double titleHeight = surface.TextHeight(kTitle);
-    PrintAt(surface, margin, margin / 2, kTitle);
-    surface.Print(" ");
-
+    PrintAt(surface, layout.margin, layout.margin / 2, kTitle);
     UseTitleFont(surface, kAuthorSize, false);
     surface.ForeColor = kQuietColor;
-    const double authorWidth = surface.TextWidth(kJoint) + surface.TextWidth(kAuthor);
-    if (margin + titleWidth + authorWidth <= kTitleShare * surface.ScaleWidth) {
-        // Both stand on one baseline, which lies about four fifths down a line.
-        constexpr double kBaseline = 0.8;
-        surface.CurrentY += kBaseline * (titleHeight - surface.TextHeight(kAuthor));
-        surface.Print(kJoint);
-    } else {
-        surface.CurrentX = margin;
-        surface.CurrentY = margin / 2 + titleHeight;
-    }
+    surface.CurrentX = layout.authorX;
+    surface.CurrentY = layout.authorY;
+    if (layout.oneLine) surface.Print(kJoint);
     surface.Print(kAuthor);
     UseTextFont(surface, kAuthorSize);
+}
+
+BoxArea TitleArea(DrawSurface& surface) {
+    const TitleLayout layout = LayOutTitle(surface);
+    return {0, 0, layout.right, layout.bottom};
 }
 
 void DrawSplash(const SceneContext& scene) {
@@ -112,6 +146,7 @@ void DrawLabelOverlay(const SceneContext& scene) {
     const MainControls& main = scene.App.Main;
     BeginWords(surface, kOverlayColor);
     UseTextFont(surface, kOverlaySize);
+    surface.FontOutlined = true;
     const std::string& date = main.LDateTime.Caption.Get();
     const std::string& said = main.LCommandOutput.Caption.Get();
     const double margin = surface.TextWidth("x");
@@ -124,6 +159,7 @@ void DrawLabelOverlay(const SceneContext& scene) {
 
     // What else the panels tell stands above, in a quieter size.
     UseTextFont(surface, kQuietOverlaySize);
+    surface.FontOutlined = true;
     surface.ForeColor = kQuietColor;
     const double quietHeight = surface.TextHeight(date);
     for (const Label* label : {&main.LSatDetail, &main.LStatus, &main.LJD}) {
@@ -132,6 +168,7 @@ void DrawLabelOverlay(const SceneContext& scene) {
         y -= quietHeight;
         PrintAt(surface, margin, y, text);
     }
+    surface.FontOutlined = false;
 }
 
 void ShowPlottingNotice(const SceneContext& scene) {

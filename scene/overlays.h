@@ -20,6 +20,9 @@ void UseTextFont(DrawSurface& surface, double size);
 /// The program's title in the upper left corner: on one line when the box is wide enough, on two otherwise.
 void DrawTitleBlock(const SceneContext& scene);
 
+/// The corner that the title takes, up to the edges of the picture. The font is the title's afterwards.
+BoxArea TitleArea(DrawSurface& surface);
+
 /// The splash of the opening, in the middle of the picture: as much as `Run.SplashShown` tells, nothing after it.
 void DrawSplash(const SceneContext& scene);
 

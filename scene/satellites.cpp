@@ -52,7 +52,10 @@ void DrawMark(const Pass& pass, const ScenePoint& place, const Mark& mark, bool 
     const SceneContext& scene = pass.scene;
     const double ring = mark.radius * mark.ringFactor;
     if (!IsOnPicture(pass, place, ring)) return;
-    DrawDisc(scene, place, mark.radius, mark.color);
+    if (mark.color == kShadowedColor)
+        DrawOutlinedDisc(scene, place, mark.radius, mark.color, kShadowedOutline, kShadowedOutlineWidth);
+    else
+        DrawDisc(scene, place, mark.radius, mark.color);
     if (!working) return;
     scene.Surface.FillStyle = FillPattern::Transparent;
     scene.Surface.DrawWidth = kRingWidth;
@@ -65,7 +68,8 @@ void AskForName(const Pass& pass, const SatRecord& satellite, const Vector3& pos
     if (!scene.App.Main.CSatNames.Value) return;
     const double radius = mark.radius * (working ? mark.ringFactor : kNameGap);
     NameWish wish;
-    wish.x = BoxFromSceneX(pass.window, scene.View(), place.x + radius);
+    wish.x = BoxFromSceneX(pass.window, scene.View(), place.x);
+    wish.gap = radius * pass.window.scaleX;
     wish.y = BoxFromSceneY(pass.window, scene.View(), place.y);
     wish.range = Length(position - pass.observer);
     wish.rank = working ? NameRank::Working : NameRank::Other;
@@ -136,8 +140,7 @@ void DrawSatellite(const Pass& pass, SatRecord& satellite, bool working) {
     const WorldMotion motion =
         PropagateSatellite(app.Data, EarthRotation::Displayed, satellite.EngineBlock, app.Data.SimTime);
     const Vector3& position = motion.position;
-    // What has no place, as a set without elements, has no picture either.
-    if (!IsFinite(position) || position == Vector3{}) return;
+    if (!HasPlace(position)) return;
 
     if (working) {
         TellWorkingSatellite(app, satellite, position);

@@ -20,6 +20,10 @@ inline constexpr double kSmallMarkRadius = 0.3;
 inline constexpr double kRingFactor = 1.8;
 inline constexpr double kSmallRingFactor = 3;
 
+/// Hairline round marks in shadow, whose own colour is that of land by night, and its width in pixels.
+inline constexpr Color kShadowedOutline = 0x5080B0;
+inline constexpr double kShadowedOutlineWidth = 0.7;
+
 /// Memory of the satellite loop, kept from picture to picture: the loop allocates nothing per satellite.
 struct SatelliteWorkspace {
     NameBoard names{2 * static_cast<std::size_t>(kSatCapacity)};  // each may stand on the Earth and on the sky

@@ -65,6 +65,14 @@ class PolygonBuffer {
     std::vector<double> exact_;
 };
 
+/// A rectangle of the box, twips.
+struct BoxArea {
+    double left = 0;
+    double top = 0;
+    double right = 0;
+    double bottom = 0;
+};
+
 struct SceneContext;
 
 /// What becomes of a place on the star sphere before it is drawn: mirrored, unrolled to a chart. Takes and gives view

@@ -20,12 +20,15 @@ QImage Paint(const DiscLook& look, const QPointF& offset) {
     QImage picture(side, side, QImage::Format_ARGB32_Premultiplied);
     picture.setDevicePixelRatio(look.ratio);
     picture.fill(Qt::transparent);
-    QPainter painter(&picture);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(look.outline != 0 ? QPen(QColor::fromRgb(look.outline), look.penWidth) : QPen(Qt::NoPen));
-    painter.setBrush(look.fill != 0 ? QBrush(QColor::fromRgb(look.fill)) : QBrush(Qt::NoBrush));
+    ClearUpperHalves();
+    CleanPainter painter;
+    painter->begin(&picture);
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(look.outline != 0 ? QPen(QColor::fromRgb(look.outline), look.penWidth) : QPen(Qt::NoPen));
+    painter->setBrush(look.fill != 0 ? QBrush(QColor::fromRgb(look.fill)) : QBrush(Qt::NoBrush));
     const QPointF centre = (QPointF(margin, margin) + offset) / look.ratio;
-    painter.drawEllipse(centre, look.radius, look.radius);
+    painter->drawEllipse(centre, look.radius, look.radius);
+    painter->end();
     return picture;
 }
 
@@ -46,7 +49,7 @@ DiscStamps::Sheet& DiscStamps::SheetOf(const DiscLook& look) {
     return replaced;
 }
 
-void DiscStamps::Draw(QPainter& painter, const DiscLook& look, const QPointF& centre) {
+void DiscStamps::Draw(CleanPainter& painter, const DiscLook& look, const QPointF& centre) {
     constexpr double kSteps = kPhases;
     const double x = std::round(centre.x() * look.ratio * kSteps);
     const double y = std::round(centre.y() * look.ratio * kSteps);
@@ -57,7 +60,7 @@ void DiscStamps::Draw(QPainter& painter, const DiscLook& look, const QPointF& ce
     QImage& picture = SheetOf(look).pictures[index];
     if (picture.isNull()) picture = Paint(look, phase / kSteps);
     const int margin = MarginOf(look);
-    painter.drawImage(QPointF(pixelX - margin, pixelY - margin) / look.ratio, picture);
+    painter->drawImage(QPointF(pixelX - margin, pixelY - margin) / look.ratio, picture);
 }
 
 }  // namespace glintara::desktop

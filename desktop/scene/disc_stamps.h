@@ -5,9 +5,10 @@
 
 #include <QColor>
 #include <QImage>
-#include <QPainter>
 #include <array>
 #include <vector>
+
+#include "desktop/scene/clean_painter.h"
 
 namespace glintara::desktop {
 
@@ -31,7 +32,7 @@ class DiscStamps {
 
     /// Draws a disc round `centre` (pixels of the layout) with `painter`, whose device has the look's ratio. The centre
     /// is rounded to a quarter of a device pixel.
-    void Draw(QPainter& painter, const DiscLook& look, const QPointF& centre);
+    void Draw(CleanPainter& painter, const DiscLook& look, const QPointF& centre);
 
   private:
     /// Places within a device pixel, in each direction.

@@ -6,13 +6,13 @@
 #include <QFont>
 #include <QFontMetricsF>
 #include <QImage>
-#include <QPainter>
 #include <QPainterPath>
 #include <QStaticText>
 #include <map>
 #include <memory>
 #include <vector>
 
+#include "desktop/scene/clean_painter.h"
 #include "desktop/scene/disc_stamps.h"
 #include "scene/surface/draw_surface.h"
 
@@ -47,12 +47,16 @@ class PainterSurface : public DrawSurface {
                     std::uint8_t weight) override;
     void PolyPolygon(std::span<const double> xy, std::span<const std::int32_t> contourEnds) override;
     void Polyline(std::span<const double> xy) override;
+    void CoverRow(std::int32_t x, std::int32_t y, std::span<const std::uint8_t> coverage) override;
 
   private:
     /// A text laid out once: the same names are written in every picture.
     struct Words {
         QStaticText layout;
         double advance = 0;  ///< pixels of the layout
+        QImage stamp;        ///< the outlined text as a ready-made picture; null until it is printed
+        Color stampColor = 0;
+        double stampRatio = 0;
     };
 
     /// A font with its measures, and what has been written in it.
@@ -67,7 +71,8 @@ class PainterSurface : public DrawSurface {
     };
 
     Face& CurrentFace() const;
-    const Words& WordsOf(std::string_view text) const;
+    Words& WordsOf(std::string_view text) const;
+    void StampWords(Words& words);
     bool StampDisc(const QPointF& centre, double radius);
     void TakePoints(std::span<const double> xy);
     bool MasksByBlack() const;
@@ -78,10 +83,11 @@ class PainterSurface : public DrawSurface {
     QPointF FromPixels(double x, double y) const { return {x / ratio_, y / ratio_}; }
 
     QImage* image_ = nullptr;
-    QPainter painter_;
+    CleanPainter painter_;
     double ratio_ = 1;
     mutable std::vector<std::unique_ptr<Face>> faces_;
     DiscStamps stamps_;
+    std::size_t wordStamps_ = 0;  // made since they were last thrown away
     QPainterPath path_;
     std::vector<QPointF> points_;
     std::vector<std::pair<int, int>> floodStack_;

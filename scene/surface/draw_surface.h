@@ -19,6 +19,9 @@ using Color = std::uint32_t;
 inline constexpr Color kBlack = 0x000000;
 inline constexpr Color kWhite = 0xFFFFFF;
 
+/// Colour of the outline of text.
+inline constexpr Color kTextOutline = 0x0C0706;
+
 /// Value of one of the three channels, 0 to 255.
 constexpr int RedOf(Color color) { return static_cast<int>(color & 0xFF); }
 constexpr int GreenOf(Color color) { return static_cast<int>((color >> 8) & 0xFF); }
@@ -71,7 +74,8 @@ struct DrawState {
     double FontSize = 8;  ///< points
     bool FontBold = false;
     bool FontItalic = false;
-    double CurrentX = 0;  ///< where the next text begins: its upper left corner, twips
+    bool FontOutlined = false;  ///< text wears an outline of one pixel in `kTextOutline`, to be read on any ground
+    double CurrentX = 0;        ///< where the next text begins: its upper left corner, twips
     double CurrentY = 0;
     bool AutoRedraw = false;  ///< whether what is drawn also goes to the image that the box repaints itself from
 
@@ -131,6 +135,11 @@ class DrawSurface : public DrawState {
 
     /// An open line through vertices, given as x and y in turn, with the pen. Pixels and fractions of them.
     virtual void Polyline(std::span<const double> xy) = 0;
+
+    /// Lays the fill colour on pixels of one row, from (x, y) to the right, each as far as its own coverage tells: 0
+    /// leaves it as it is, 255 gives what a solid fill gives. The mix mode counts. What soft edges and shades are made
+    /// of: shapes that are laid beside each other would leave seams. Pixels.
+    virtual void CoverRow(std::int32_t x, std::int32_t y, std::span<const std::uint8_t> coverage) = 0;
 
   private:
     /// Setting the font's name by assignment then needs no memory.

@@ -63,6 +63,7 @@ void AppendFont(std::string& text, const DrawState& state) {
     AppendNumber(text, state.FontSize);
     if (state.FontBold) text += " bold";
     if (state.FontItalic) text += " italic";
+    if (state.FontOutlined) text += " outlined";
 }
 
 std::string_view NameOf(DrawOperation operation) {
@@ -87,6 +88,8 @@ std::string_view NameOf(DrawOperation operation) {
             return "PolyPolygon";
         case DrawOperation::Polyline:
             return "Polyline";
+        case DrawOperation::CoverRow:
+            return "CoverRow";
     }
     return "";
 }
@@ -109,6 +112,7 @@ void AppendState(std::string& text, DrawOperation operation, const DrawState& st
             break;
         case DrawOperation::PolyPolygon:
         case DrawOperation::ExtFloodFill:
+        case DrawOperation::CoverRow:
             AppendFill(text, state);
             break;
         case DrawOperation::Print:
@@ -199,6 +203,12 @@ void RecordingSurface::PolyPolygon(std::span<const double> xy, std::span<const s
 }
 
 void RecordingSurface::Polyline(std::span<const double> xy) { Record(DrawOperation::Polyline, {xy.begin(), xy.end()}); }
+
+void RecordingSurface::CoverRow(std::int32_t x, std::int32_t y, std::span<const std::uint8_t> coverage) {
+    std::vector<double> numbers{static_cast<double>(x), static_cast<double>(y)};
+    numbers.insert(numbers.end(), coverage.begin(), coverage.end());
+    Record(DrawOperation::CoverRow, std::move(numbers));
+}
 
 std::vector<RecordedOperation> RecordingSurface::OperationsOf(DrawOperation kind) const {
     std::vector<RecordedOperation> found;

@@ -22,6 +22,7 @@ enum class DrawOperation {
     AlphaBlend,
     PolyPolygon,
     Polyline,
+    CoverRow,
 };
 
 /// One operation, with the state that was in force when it came.
@@ -30,7 +31,8 @@ struct RecordedOperation {
     DrawState state;
 
     /// The arguments in their order, in their own measure. Polygons: x and y of each vertex; a flood fill: seed, colour
-    /// and mode; a blend: left, top, width and height of the target, the same of the part, and the weight.
+    /// and mode; a blend: left, top, width and height of the target, the same of the part, and the weight; a covered
+    /// row: x and y of its first pixel, then the coverages.
     std::vector<double> numbers;
 
     std::vector<std::int32_t> contourEnds;  ///< of a `PolyPolygon`
@@ -65,6 +67,7 @@ class RecordingSurface : public DrawSurface {
                     std::uint8_t weight) override;
     void PolyPolygon(std::span<const double> xy, std::span<const std::int32_t> contourEnds) override;
     void Polyline(std::span<const double> xy) override;
+    void CoverRow(std::int32_t x, std::int32_t y, std::span<const std::uint8_t> coverage) override;
 
     /// All operations since the start or since `Forget`, the oldest first.
     const std::vector<RecordedOperation>& Operations() const { return operations_; }

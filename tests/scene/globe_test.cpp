@@ -81,12 +81,23 @@ struct GlobeTest : testing::SceneFixture {
         return found;
     }
 
-    std::vector<RecordedOperation> GridLines() const {
+    std::vector<RecordedOperation> RowsIn(Color color) const {
         std::vector<RecordedOperation> found;
-        for (const RecordedOperation& line : surface.OperationsOf(DrawOperation::Polyline))
-            if (line.state.ForeColor == 0x202020) found.push_back(line);
+        for (const RecordedOperation& row : surface.OperationsOf(DrawOperation::CoverRow))
+            if (row.state.FillColor == color) found.push_back(row);
         return found;
     }
+
+    /// Lines in one colour: `Polyline` on the globe, `Line` on the map.
+    std::vector<RecordedOperation> LinesIn(Color color, DrawOperation kind) const {
+        std::vector<RecordedOperation> found;
+        for (const RecordedOperation& line : surface.OperationsOf(kind))
+            if (line.state.ForeColor == color) found.push_back(line);
+        return found;
+    }
+
+    std::vector<RecordedOperation> GridLines() const { return LinesIn(0x202020, DrawOperation::Polyline); }
+    std::vector<RecordedOperation> MapGridLines() const { return LinesIn(0x202020, DrawOperation::Line); }
 
     std::vector<RecordedOperation> BorderLines() const {
         std::vector<RecordedOperation> found;
@@ -139,25 +150,19 @@ TEST_F(GlobeTest, SeaIsFilledWithSolidGlobeClearToo) {
     EXPECT_FALSE(BorderLines().empty());
 }
 
-TEST_F(GlobeTest, GlowLiesCloseOutsideOfTheDiscAndFades) {
+TEST_F(GlobeTest, GlowLiesUnderTheDisc) {
     view.ZoomFactor = 29;
     Frame();
-    double radius = 1e9;
-    int brightness = -1;
-    int rings = 0;
-    const double disc = FillsIn(kSea)[0].numbers[2];
-    for (const RecordedOperation& circle : surface.OperationsOf(DrawOperation::Circle)) {
-        if (circle.state.FillStyle == FillPattern::Solid) break;
-        ++rings;
-        EXPECT_LT(circle.numbers[2], radius);
-        EXPECT_GT(circle.numbers[2], disc);
-        EXPECT_LE(circle.numbers[2], disc + 5 * 15);
-        EXPECT_GT(BlueOf(circle.state.ForeColor), brightness);
-        EXPECT_GT(BlueOf(circle.state.ForeColor), RedOf(circle.state.ForeColor));
-        radius = circle.numbers[2];
-        brightness = BlueOf(circle.state.ForeColor);
-    }
-    EXPECT_GE(rings, 2);
+    const auto& all = surface.Operations();
+    const auto disc = std::ranges::find_if(all, [](const auto& op) { return op.operation == DrawOperation::Circle; });
+    ASSERT_NE(disc, all.end());
+    const auto glows = RowsIn(kLimbColor);
+    ASSERT_FALSE(glows.empty());
+    EXPECT_EQ(std::count_if(all.begin(), disc, [](const auto& op) { return op.operation == DrawOperation::CoverRow; }),
+              std::ssize(glows));
+    app.Main.CPlaniSphere.Value = true;
+    Frame();
+    EXPECT_TRUE(RowsIn(kLimbColor).empty());
 }
 
 TEST_F(GlobeTest, LandAndBordersWithTheirPens) {
@@ -186,6 +191,19 @@ TEST_F(GlobeTest, FineBordersInAFinePictureAndUnderAutoRefine) {
     app.Main.CAutoRefine.Value = true;
     Frame();
     EXPECT_NEAR(HalfWidth(FillsIn(kLand).at(0)), fine, 1);
+}
+
+TEST_F(GlobeTest, NearPicturesHaveTheFineBorders) {
+    const auto halfWidth = [&](double zoom) {
+        view.ZoomFactor = zoom;
+        Frame();
+        return HalfWidth(FillsIn(kLand).at(0)) / (300 * zoom / 64);
+    };
+    EXPECT_NEAR(halfWidth(119), std::sin(10 * kDegree), 0.005);
+    EXPECT_NEAR(halfWidth(120), std::sin(5 * kDegree), 0.005);
+    app.Main.CPlaniSphere.Value = true;
+    EXPECT_NEAR(halfWidth(119), 10 * kDegree, 0.005);
+    EXPECT_NEAR(halfWidth(120), 5 * kDegree, 0.005);
 }
 
 TEST_F(GlobeTest, CountriesCanBeHidden) {
@@ -236,10 +254,71 @@ TEST_F(GlobeTest, GridOnlyOnTheGlobeAndOnlyWhenAskedFor) {
     app.Main.CGlobeGrid.Value = false;
     Frame();
     EXPECT_TRUE(GridLines().empty());
-    app.Main.CGlobeGrid.Value = true;
     app.Main.CPlaniSphere.Value = true;
     Frame();
+    EXPECT_TRUE(MapGridLines().empty());
+}
+
+// At zoom 16 the map is 471 pixels wide: 75 pixels to the radian.
+TEST_F(GlobeTest, GridOfTheFlatMapHasALineEveryThirtyDegrees) {
+    app.Main.CPlaniSphere.Value = true;
+    view.ZoomFactor = 16;
+    view.ViewLat = 0.2;
+    view.ViewLon = 1;
+    Frame();
     EXPECT_TRUE(GridLines().empty());
+    std::vector<double> parallels;
+    std::vector<double> meridians;
+    const double unit = 75 * 15;
+    for (const RecordedOperation& line : MapGridLines()) {
+        EXPECT_EQ(line.state.DrawStyle, PenPattern::Dotted);
+        EXPECT_EQ(line.state.DrawMode, MixMode::Copy);
+        EXPECT_EQ(line.state.DrawWidth, 1);
+        const auto& n = line.numbers;
+        if (n[1] == n[3]) {
+            EXPECT_NEAR(std::fabs(n[0] - n[2]), 2 * kPiExact * unit, 1e-6);
+            parallels.push_back((4500 - n[1]) / unit + 0.2);
+        } else {
+            EXPECT_EQ(n[0], n[2]);
+            EXPECT_NEAR(std::fabs(n[1] - n[3]), kPiExact * unit, 1e-6);
+            EXPECT_NEAR((n[1] + n[3]) / 2, 4500 + 0.2 * unit, 1e-6);
+            meridians.push_back((n[0] - 6000) / unit + 1);
+        }
+    }
+    ASSERT_EQ(parallels.size(), 5U);
+    ASSERT_EQ(meridians.size(), 12U);
+    std::ranges::sort(parallels);
+    for (int i = 0; i < 5; ++i) EXPECT_NEAR(parallels[static_cast<std::size_t>(i)], (i - 2) * kPiExact / 6, 1e-9);
+    for (const double lon : meridians) {
+        EXPECT_NEAR(std::remainder(lon, kPiExact / 6), 0, 1e-9);
+        EXPECT_LE(std::fabs(lon - 1), kPiExact);
+    }
+    EXPECT_EQ(surface.DrawStyle, PenPattern::Solid);
+}
+
+TEST_F(GlobeTest, GridOfANearMapStaysOnThePictureAndItsDotsStayInPlace) {
+    app.Main.CPlaniSphere.Value = true;
+    view.ZoomFactor = 2000;
+    LookAt(29.9, 29.9);
+    view.ZoomFactor = 2000;
+    Frame();
+    const auto lines = MapGridLines();
+    ASSERT_EQ(lines.size(), 2U);
+    const double unit = 4500 * 2000.0 / 64;
+    const double left = 6000 - unit * kPiExact;
+    const double bottom = 4500 + unit * (kPiExact / 2 + 29.9 * kDegree);
+    for (const RecordedOperation& line : lines) {
+        const auto& n = line.numbers;
+        EXPECT_LT(std::hypot(n[2] - n[0], n[3] - n[1]), 13000);
+        // Whole periods of a dot and a gap, 4 pixels, from the end of the whole line.
+        if (n[1] == n[3])
+            EXPECT_NEAR(std::remainder(n[0] - left, 60), 0, 1e-4);
+        else
+            EXPECT_NEAR(std::remainder(n[1] - bottom, 60), 0, 1e-4);
+        const bool acrossX = std::min(n[0], n[2]) <= 0 && std::max(n[0], n[2]) >= 12000;
+        const bool acrossY = std::min(n[1], n[3]) <= 0 && std::max(n[1], n[3]) >= 9000;
+        EXPECT_TRUE(acrossX || acrossY) << OperationText(line);
+    }
 }
 
 TEST_F(GlobeTest, GridOfANearGlobeStaysOnThePicture) {
@@ -275,11 +354,11 @@ TEST_F(GlobeTest, LayersOfTheEarthInTheirOrder) {
 
 TEST_F(GlobeTest, NightOnlyWithSunLight) {
     Frame();
-    ASSERT_EQ(FillsIn(kNight).size(), 1U);
-    EXPECT_EQ(FillsIn(kNight)[0].state.DrawMode, MixMode::Mask);
+    ASSERT_FALSE(RowsIn(kNight).empty());
+    EXPECT_EQ(RowsIn(kNight)[0].state.DrawMode, MixMode::Mask);
     app.Main.CSunLight.Value = false;
     Frame();
-    EXPECT_TRUE(FillsIn(kNight).empty());
+    EXPECT_TRUE(RowsIn(kNight).empty());
 }
 
 TEST_F(GlobeTest, FlatMapIsAFilledRectangleOneTurnWide) {
@@ -296,8 +375,32 @@ TEST_F(GlobeTest, FlatMapIsAFilledRectangleOneTurnWide) {
     const double bottom = 300 + unit * (kPiExact / 2 + 0.25);
     const double top = 300 - unit * (kPiExact / 2 - 0.25);
     testing::ExpectNumbers(ground[0], {left, bottom, right, bottom, right, top, left, top}, 1e-6);
-    EXPECT_EQ(Lines().size(), 4U);
-    for (const RecordedOperation& line : Lines()) EXPECT_EQ(line.state.ForeColor, kSea);
+    EXPECT_EQ(LinesIn(kSea, DrawOperation::Line).size(), 4U);
+
+    // The frame stands over the night.
+    const auto frame = LinesIn(kLimbColor, DrawOperation::Line);
+    ASSERT_EQ(frame.size(), 4U);
+    for (const RecordedOperation& line : frame) {
+        EXPECT_EQ(line.state.DrawStyle, PenPattern::Solid);
+        EXPECT_EQ(line.state.DrawMode, MixMode::Copy);
+        EXPECT_EQ(line.state.DrawWidth, 1);
+        for (const std::size_t i : {0U, 2U}) {
+            EXPECT_NEAR(std::fabs(line.numbers[i] / 15 - 400), unit * kPiExact, 1e-6);
+            EXPECT_NEAR(std::fabs(line.numbers[i + 1] / 15 - 300 - 0.25 * unit), unit * kPiExact / 2, 1e-6);
+        }
+    }
+    app.Data.SunDir = {0, 0, 1};
+    Frame();
+    const auto& all = surface.Operations();
+    const auto isRow = [](const auto& operation) { return operation.operation == DrawOperation::CoverRow; };
+    const auto last = std::find_if(all.rbegin(), all.rend(), isRow);
+    ASSERT_NE(last, all.rend());
+    EXPECT_EQ(std::count_if(all.rbegin(), last,
+                            [](const auto& operation) {
+                                return operation.operation == DrawOperation::Line &&
+                                       operation.state.ForeColor == kLimbColor;
+                            }),
+              4);
 }
 
 TEST_F(GlobeTest, FlatMapLiesWhereItLayAfterAWholeTurnOfTheCamera) {
@@ -319,7 +422,7 @@ TEST_F(GlobeTest, NothingOnTheFlatMapMovesWithAWholeTurnOfTheCamera) {
     view.ViewLat = lats[0];
     Frame();
     const std::vector<RecordedOperation> before = surface.Operations();
-    EXPECT_EQ(FillsIn(kNight).size(), 1U);
+    EXPECT_FALSE(RowsIn(kNight).empty());
     EXPECT_FALSE(Lines().empty());
     for (const double lat : {lats[1], lats[2]}) {
         view.ViewLat = lat;
@@ -490,11 +593,12 @@ TEST_F(GlobeTest, FloatingSiteStaysWhileTheViewStays) {
 
 TEST_F(GlobeTest, TitleStandsInEveryFrameOnOneLine) {
     Frame();
-    EXPECT_EQ(Words(), "Glintara| |- |By Ostelvane |");
+    EXPECT_EQ(Words(), "Glintara|- |By Ostelvane |");
     const auto prints = surface.OperationsOf(DrawOperation::Print);
     for (const RecordedOperation& print : prints) {
         EXPECT_EQ(print.state.FontName, "Palatino Linotype");
         EXPECT_TRUE(print.state.FontItalic);
+        EXPECT_TRUE(print.state.FontOutlined);
     }
     EXPECT_TRUE(prints.front().state.FontBold);
     EXPECT_LT(prints.front().state.CurrentY, 600);
@@ -502,12 +606,13 @@ TEST_F(GlobeTest, TitleStandsInEveryFrameOnOneLine) {
     EXPECT_EQ(surface.FontName, "Courier New");
     EXPECT_FALSE(surface.FontBold);
     EXPECT_FALSE(surface.FontItalic);
+    EXPECT_FALSE(surface.FontOutlined);
 }
 
 TEST_F(GlobeTest, TitleTakesTwoLinesInANarrowBox) {
     surface.ScaleWidth = 1500;
     Frame();
-    EXPECT_EQ(Words(), "Glintara| |By Ostelvane |");
+    EXPECT_EQ(Words(), "Glintara|By Ostelvane |");
     const auto prints = surface.OperationsOf(DrawOperation::Print);
     EXPECT_GT(prints.back().state.CurrentY, prints.front().state.CurrentY);
     EXPECT_EQ(prints.back().state.CurrentX, prints.front().state.CurrentX);

@@ -7,8 +7,11 @@
 #include "engine/astro/number_text.h"
 #include "engine/geometry/attitude_types.h"
 #include "flare/observed_night.h"
+#include "orbit/location.h"
 #include "orbit/propagation.h"
 #include "scene/flare_marks.h"
+#include "scene/orbits.h"
+#include "scene/overlays.h"
 #include "scene/scene_fixture.h"
 
 namespace {
@@ -79,9 +82,29 @@ struct SatellitesTest : ::testing::Test {
         RefreshViewCache(data.View);
     }
 
+    /// 800 by 600 pixels, where words have room.
+    void Enlarge() {
+        surface.ScaleWidth = 12000;
+        surface.ScaleHeight = 9000;
+    }
+
     void Draw() {
         surface.Forget();
         DrawSatellites(scene, work);
+    }
+
+    /// What a board writes.
+    std::vector<RecordedOperation> Written(NameBoard& board) {
+        surface.Forget();
+        board.Draw(scene);
+        return surface.OperationsOf(DrawOperation::Print);
+    }
+
+    /// The area of a written name; its first character is a blank.
+    BoxArea AreaOf(const RecordedOperation& name) {
+        const double width = surface.TextWidth(name.text);
+        const double height = surface.TextHeight(name.text);
+        return {name.state.CurrentX, name.state.CurrentY, name.state.CurrentX + width, name.state.CurrentY + height};
     }
 
     std::vector<RecordedOperation> Circles() {
@@ -156,6 +179,42 @@ TEST_F(SatellitesTest, TheShadowDarkensAMarkOnlyWithSunLight) {
     EXPECT_EQ(Circles()[0].state.FillColor, 0x204060U);
     main.CSunLight.Value = false;
     EXPECT_EQ(Circles()[0].state.FillColor, 0x20C0E0U);
+    EXPECT_EQ(Circles()[0].state.DrawStyle, PenPattern::None);
+}
+
+double Luminance(Color color) {
+    const auto linear = [](int channel) {
+        const double c = channel / 255.0;
+        return c <= 0.04045 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(RedOf(color)) + 0.7152 * linear(GreenOf(color)) + 0.0722 * linear(BlueOf(color));
+}
+
+/// Contrast of two colours as the Web Content Accessibility Guidelines define it.
+double Contrast(Color a, Color b) {
+    const double la = Luminance(a) + 0.05;
+    const double lb = Luminance(b) + 0.05;
+    return std::max(la, lb) / std::min(la, lb);
+}
+
+// 3:1 is what the guidelines ask of a graphical object.
+TEST_F(SatellitesTest, MarksInShadowWearAHairlineThatReadsOnNightLand) {
+    LoadMeteosat();
+    LookAt(0, -90, 8);
+    data.SunDir = {-1, 0, 0};
+    const auto circles = Circles();
+    ASSERT_EQ(circles.size(), 2U);
+    EXPECT_EQ(circles[0].state.DrawStyle, PenPattern::Solid);
+    EXPECT_LT(circles[0].state.DrawWidth, 1);
+    constexpr Color kNightLand = 0x152715;  // land, masked by 90 of 255
+    EXPECT_GT(Contrast(circles[0].state.ForeColor, kNightLand), 3);
+    EXPECT_LT(Contrast(circles[0].state.FillColor, kNightLand), 3);  // why it is there
+}
+
+// 4.5:1 is what they ask of text.
+TEST_F(SatellitesTest, NamesReadOnTheirOutline) {
+    for (const Color color : {kQuietNameColor, kWorkingNameColor, kSunFlareColor, kMoonFlareColor})
+        EXPECT_GT(Contrast(color, kTextOutline), 4.5);
 }
 
 TEST_F(SatellitesTest, OnTheGroundTheSmallMark) {
@@ -309,6 +368,7 @@ TEST_F(SatellitesTest, VisibilityCircles) {
 
 TEST_F(SatellitesTest, TheNameStandsBesideTheMark) {
     LoadMeteosat();
+    Enlarge();
     LookAt(0, -90, 8);
     EXPECT_TRUE(Names().empty());
     main.CSatNames.Value = true;
@@ -316,8 +376,10 @@ TEST_F(SatellitesTest, TheNameStandsBesideTheMark) {
     ASSERT_EQ(names.size(), 1U);
     EXPECT_EQ(names[0].text, " METEOSAT-10 (MSG-3)");
     EXPECT_EQ(names[0].state.ForeColor, 0xFFFFFFU);
+    EXPECT_TRUE(names[0].state.FontOutlined);
+    EXPECT_FALSE(surface.FontOutlined);
     const auto circles = surface.OperationsOf(DrawOperation::Circle);
-    EXPECT_GT(names[0].state.CurrentX, circles[0].numbers[0]);
+    EXPECT_NEAR(names[0].state.CurrentX, circles[0].numbers[0] + circles[1].numbers[2], 1e-9);
     const double size = names[0].state.FontSize;
     main.CThinLines.Value = true;
     EXPECT_LT(Names()[0].state.FontSize, size);
@@ -325,6 +387,7 @@ TEST_F(SatellitesTest, TheNameStandsBesideTheMark) {
 
 TEST_F(SatellitesTest, OfNamesAtOnePlaceTheWorkingSatellitesIsWritten) {
     SatRecord& meteosat = LoadMeteosat();
+    Enlarge();
     main.CSatNames.Value = true;
     o.Append(meteosat).Name = "WORKS";
     LookAt(0, -90, 8);
@@ -370,15 +433,100 @@ TEST_F(SatellitesTest, TheNearerNameComesFirst) {
     EXPECT_EQ(names[1].text, " else");
 }
 
-TEST_F(SatellitesTest, NamesOutOfThePictureAreLeftOut) {
+TEST_F(SatellitesTest, NamesOfMarksOutOfThePictureAreLeftOut) {
+    Enlarge();
     NameBoard board(8);
-    board.Add(Wish(700, 200, 1, "right"));
-    board.Add(Wish(-5000, 200, 1, "left"));
-    board.Add(Wish(300, -5000, 1, "above"));
-    board.Add(Wish(300, 5000, 1, "below"));
-    board.Add(Wish(300, 200, 1, ""));
-    board.Draw(scene);
-    EXPECT_TRUE(surface.Operations().empty());
+    board.Add(Wish(12100, 4000, 1, "right"));
+    board.Add(Wish(-10, 4000, 1, "left"));
+    board.Add(Wish(6000, -10, 1, "above"));
+    board.Add(Wish(6000, 9010, 1, "below"));
+    board.Add(Wish(6000, 4000, 1, ""));
+    EXPECT_TRUE(Written(board).empty());
+    // In a picture that is smaller than a name there is room for none.
+    surface.ScaleWidth = 500;
+    surface.ScaleHeight = 9000;
+    board.Add(Wish(250, 4000, 1, "LONGER THAN THAT"));
+    EXPECT_TRUE(Written(board).empty());
+    surface.ScaleWidth = 12000;
+    surface.ScaleHeight = 100;
+    board.Add(Wish(6000, 50, 1, "higher"));
+    EXPECT_TRUE(Written(board).empty());
+}
+
+// Five characters and a blank of 108 twips each are 648 twips wide, and 225 high.
+TEST_F(SatellitesTest, NamesThatTheEdgeWouldCutStandToTheLeft) {
+    Enlarge();
+    NameBoard board(8);
+    const auto wish = [](double x, double y) {
+        NameWish made = Wish(x, y, 1, "NAMED");
+        made.gap = 50;
+        return made;
+    };
+    const auto placed = [&](double x, double y) {
+        board.Clear();
+        board.Add(wish(x, y));
+        const auto names = Written(board);
+        EXPECT_EQ(names.size(), 1U);
+        return AreaOf(names.at(0));
+    };
+    EXPECT_NEAR(placed(6000, 4000).left, 6050, 1e-9);
+    EXPECT_NEAR(placed(6000, 4000).top, 4000 - 0.7 * 225, 1e-9);
+    EXPECT_NEAR(placed(11302, 4000).right, 12000, 1e-9);
+    // With a blank between the name and its mark.
+    EXPECT_NEAR(placed(11303, 4000).right, 11303 - 50 - 108, 1e-9);
+    EXPECT_NEAR(placed(12000, 4000).right, 12000 - 50 - 108, 1e-9);
+    // Up and down the name moves as far as it has to.
+    EXPECT_NEAR(placed(6000, 10).top, 0, 1e-9);
+    EXPECT_NEAR(placed(6000, 8990).bottom, 9000, 1e-9);
+}
+
+TEST_F(SatellitesTest, NoNameStandsOverTheTitle) {
+    Enlarge();
+    NameBoard board(400);
+    const BoxArea title = TitleArea(surface);
+    EXPECT_GT(title.right, 3000);
+    EXPECT_GT(title.bottom, 500);
+    for (int x = 0; x < 20; ++x)
+        for (int y = 0; y < 8; ++y) board.Add(Wish(300 * x, 150 * y, 1, "A NAME"));
+    const auto names = Written(board);
+    ASSERT_GT(names.size(), 3U);
+    for (const RecordedOperation& name : names) {
+        const BoxArea area = AreaOf(name);
+        EXPECT_TRUE(area.left >= title.right || area.top >= title.bottom) << OperationText(name);
+    }
+    // One whose mark is right of the title still finds its place to the right, one just at its end too.
+    board.Clear();
+    board.Add(Wish(title.right + 10, 200, 1, "BESIDE"));
+    EXPECT_EQ(Written(board).size(), 1U);
+    // What the title covers is where the title is written.
+    DrawTitleBlock(scene);
+    for (const RecordedOperation& word : surface.OperationsOf(DrawOperation::Print)) {
+        if (word.state.FontName != kTitleFont) continue;
+        EXPECT_LT(word.state.CurrentX, title.right);
+        EXPECT_LT(word.state.CurrentY, title.bottom);
+    }
+}
+
+TEST_F(SatellitesTest, TheLabelOfAFlareStandsBesideTheObserversMark) {
+    Enlarge();
+    SetLocationDegrees(data, 0, 0);
+    LookAt(0, 0, 64);
+    const double radius = 4500 * 0.002 > 37.5 ? 4500 * 0.002 : 37.5;
+    const auto leftOf = [&](double x, double y) {
+        NameBoard board(1);
+        NameWish label = Wish(x, y, 1, "- 3 km", NameRank::Flare);
+        label.rise = 0;
+        board.AddLabel(label);
+        const auto words = Written(board);
+        EXPECT_EQ(words.size(), 1U);
+        return words.at(0).state.CurrentX;
+    };
+    EXPECT_NEAR(leftOf(6000, 4500), 6000 + radius, 1e-9);
+    EXPECT_NEAR(leftOf(5980, 4520), 6000 + radius, 1e-9);
+    EXPECT_NEAR(leftOf(6000, 4500 + radius), 6000, 1e-9);
+    EXPECT_NEAR(leftOf(6000 + radius, 4500), 6000 + radius, 1e-9);
+    main.CSkyOnly.Value = true;  // no mark, nothing to be beside
+    EXPECT_NEAR(leftOf(6000, 4500), 6000, 1e-9);
 }
 
 // Flares.
@@ -502,6 +650,88 @@ TEST_F(SatellitesTest, ANearFlareIsAPointWithItsLabelOnTheNearSide) {
     EXPECT_TRUE(surface.Operations().empty());
 }
 
+// Part of the circle lies on the far side; what is seen of it ends at the limb, and none of it is drawn as one line.
+TEST_F(SatellitesTest, TheLimbCutsTheCircleOfAFlare) {
+    main.CPlotOrbit.Value = true;
+    Enlarge();
+    LookAt(0, 0, 640);
+    const double unit = 45000;
+    SatRecord satellite;
+    LiveFlares flares;
+    LiveFlare flare;
+    const double off = 89.8 * kDegree;  // from the middle of the disc
+    flare.centre = {std::cos(off), std::sin(off), 0};
+    flare.distance = 400000;
+    flares.Add(flare);
+    DrawMarks(satellite, flares);
+    EXPECT_TRUE(surface.OperationsOf(DrawOperation::Polyline).empty());
+    const auto lines = surface.OperationsOf(DrawOperation::Line);
+    ASSERT_GT(lines.size(), 10U);
+    double least = 1;
+    double highest = 0;
+    for (const RecordedOperation& line : lines) {
+        EXPECT_EQ(line.state.ForeColor, 0x208040U);
+        EXPECT_EQ(line.state.DrawWidth, 1);
+        for (const std::size_t i : {0U, 2U}) {
+            const double y = (line.numbers[i] - 6000) / unit;
+            const double z = (4500 - line.numbers[i + 1]) / unit;
+            const double x = std::sqrt(std::max(0.0, 1 - y * y - z * z));
+            // On the Earth, 0.45 degrees from the centre of the light.
+            EXPECT_LE(std::hypot(y, z), 1 + 1e-9);
+            const double along = Dot(Vector3{x, y, z}, flare.centre);
+            EXPECT_NEAR(std::acos(std::min(1.0, along)) / kDegree, 0.45, 1e-3);
+            least = std::min(least, y);
+            highest = std::max(highest, std::fabs(z));
+        }
+    }
+    EXPECT_NEAR(least, std::sin(off - 0.45 * kDegree), 1e-6);
+    // The circle meets the limb 0.2 degrees beyond its centre: sqrt(0.45^2 - 0.2^2) degrees up; its widest place is seen.
+    EXPECT_NEAR(highest / kDegree, 0.45, 0.01);
+}
+
+TEST_F(SatellitesTest, TheCircleOfAFlareOnTheFlatMap) {
+    main.CPlotOrbit.Value = true;
+    main.CPlaniSphere.Value = true;
+    Enlarge();
+    LookAt(0, 0, 16);
+    const double unit = 4500 * 16.0 / 64;
+    SatRecord satellite;
+    LiveFlare flare;
+    flare.distance = 400000;
+    const auto draw = [&](double lat, double lon) {
+        flare.centre = LLRToSameXYZ(lat * kDegree, lon * kDegree, 1);
+        LiveFlares flares;
+        flares.Add(flare);
+        DrawMarks(satellite, flares);
+        EXPECT_TRUE(surface.OperationsOf(DrawOperation::Polyline).empty());
+        return surface.OperationsOf(DrawOperation::Line);
+    };
+    // At 60 degrees of latitude it is twice as wide as high; a circle behind the globe is drawn as any other.
+    for (const double lon : {0.0, 150.0}) {
+        const auto lines = draw(60, lon);
+        ASSERT_GE(lines.size(), 12U);
+        double wide = 0;
+        double high = 0;
+        for (const RecordedOperation& line : lines) {
+            EXPECT_EQ(line.state.ForeColor, 0x208040U);
+            wide = std::max(wide, std::fabs((line.numbers[0] - 6000) / unit / kDegree - lon));
+            high = std::max(high, std::fabs((4500 - line.numbers[1]) / unit / kDegree - 60));
+        }
+        EXPECT_NEAR(wide, 0.9, 0.05);
+        EXPECT_NEAR(high, 0.45, 0.03);
+    }
+    // Across the seam it comes in two parts, neither of which crosses the map.
+    const auto parts = draw(0, 180);
+    int atLeft = 0;
+    int atRight = 0;
+    for (const RecordedOperation& line : parts) {
+        EXPECT_LT(std::fabs(line.numbers[0] - line.numbers[2]), 2 * unit * kDegree);  // half a percent beyond the seam
+        (line.numbers[0] < 6000 ? atLeft : atRight) += 1;
+    }
+    EXPECT_GE(atLeft, 6);
+    EXPECT_GE(atRight, 6);
+}
+
 TEST_F(SatellitesTest, OfFlareLabelsAtOnePlaceTheNearestIsWritten) {
     SatRecord satellite;
     LiveFlares flares;
@@ -511,6 +741,7 @@ TEST_F(SatellitesTest, OfFlareLabelsAtOnePlaceTheNearestIsWritten) {
         flare.distance = distance;
         flares.Add(flare);
     }
+    Enlarge();
     LookAt(0, 0, 64);
     DrawMarks(satellite, flares);
     const auto labels = surface.OperationsOf(DrawOperation::Print);
@@ -520,11 +751,12 @@ TEST_F(SatellitesTest, OfFlareLabelsAtOnePlaceTheNearestIsWritten) {
 }
 
 TEST_F(SatellitesTest, LabelsComeFirstThenTheWorkingSatellite) {
+    Enlarge();
     NameBoard board(8);
-    board.Add(Wish(300, 200, 1, "other"));
-    board.Add(Wish(300, 200, 1, "working", NameRank::Working));
+    board.Add(Wish(6000, 4000, 1, "other"));
+    board.Add(Wish(6000, 4000, 1, "working", NameRank::Working));
     std::string text = "label";
-    board.AddLabel(Wish(300, 200, 9, text, NameRank::Flare));
+    board.AddLabel(Wish(6000, 4000, 9, text, NameRank::Flare));
     text = "XXXXX";  // the board has its own
     board.Draw(scene);
     auto words = surface.OperationsOf(DrawOperation::Print);
@@ -532,8 +764,8 @@ TEST_F(SatellitesTest, LabelsComeFirstThenTheWorkingSatellite) {
     EXPECT_EQ(words[0].text, " label");
     board.Clear();
     surface.Forget();
-    board.Add(Wish(300, 200, 1, "other"));
-    board.Add(Wish(300, 200, 5, "working", NameRank::Working));
+    board.Add(Wish(6000, 4000, 1, "other"));
+    board.Add(Wish(6000, 4000, 5, "working", NameRank::Working));
     board.Draw(scene);
     words = surface.OperationsOf(DrawOperation::Print);
     ASSERT_EQ(words.size(), 1U);
@@ -541,11 +773,12 @@ TEST_F(SatellitesTest, LabelsComeFirstThenTheWorkingSatellite) {
 }
 
 TEST_F(SatellitesTest, AFullBoardStillTakesNames) {
+    Enlarge();
     NameBoard board(1);
     for (std::size_t i = 0; i < 2 * kMostLabels; ++i) board.AddLabel(Wish(-5000, 0, 1, "far out"));
     board.AddLabel(Wish(-5000, 0, 1, std::string(kLabelRoom, 'x')));
-    board.Add(Wish(300, 200, 1, "name"));
-    board.Add(Wish(300, 300, 1, "one too many"));
+    board.Add(Wish(6000, 4000, 1, "name"));
+    board.Add(Wish(6000, 6000, 1, "one too many"));
     board.Draw(scene);
     const auto words = surface.OperationsOf(DrawOperation::Print);
     ASSERT_EQ(words.size(), 1U);
