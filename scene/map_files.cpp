@@ -10,6 +10,7 @@
 
 #include "orbit/files.h"
 #include "orbit/little_endian.h"
+#include "scene/star_places.h"
 
 namespace glintara {
 
@@ -19,7 +20,6 @@ namespace {
 constexpr std::size_t kLargestFile = std::size_t{64} << 20;
 
 constexpr std::size_t kRecordTexts = 3;
-constexpr std::size_t kNameCharacters = 14;
 
 constexpr std::size_t kVertexBytes = 2 * kRealBytes + kIntegerBytes;
 constexpr std::size_t kPairBytes = 2 * kIntegerBytes;
@@ -95,12 +95,6 @@ CityRecord ReadCity(ByteReader& reader) {
     city.CityExtra = reader.Text();
     reader.Bytes(city.Block);
     return city;
-}
-
-std::string_view PlotName(const StarRecord& star) {
-    for (const std::string* name : {&star.ProperName, &star.Designation})
-        if (name->size() > 1) return std::string_view(*name).substr(0, kNameCharacters);
-    return {};
 }
 
 /// Reads a file, in the first of `folders` where that can be done, into `table`; nowhere, and it stays as it was.
@@ -209,19 +203,6 @@ std::optional<std::vector<CityRecord>> DecodeCities(std::string_view bytes) {
     return cities;
 }
 
-std::vector<StarPlotRecord> MakeStarPlotTable(const std::vector<StarRecord>& stars) {
-    std::vector<StarPlotRecord> table(stars.size());
-    for (std::size_t i = 1; i < stars.size(); ++i) {
-        const std::string_view name = PlotName(stars[i]);
-        std::copy(name.begin(), name.end(), table[i].Name.begin());
-        table[i].Magnitude = stars[i].Magnitude;
-        table[i].Declination = stars[i].Declination;
-        table[i].RightAscension = stars[i].RightAscension;
-        table[i].ColorIndex = stars[i].ColorIndex;
-    }
-    return table;
-}
-
 std::vector<std::string> LoadMapFiles(std::span<const std::filesystem::path> folders, MapTables& map, StarTables& stars,
                                       CityTables& cities) {
     std::vector<std::string> failed;
@@ -232,7 +213,8 @@ std::vector<std::string> LoadMapFiles(std::span<const std::filesystem::path> fol
     };
     load(kFineBorderFile, DecodeBorders, map.Border);
     load(kReducedBorderFile, DecodeBorders, map.Zip);
-    if (load(kStarFile, DecodeStars, stars.StarCatalogue)) stars.StarPlotTable = MakeStarPlotTable(stars.StarCatalogue);
+    std::vector<StarRecord> catalogue;
+    if (load(kStarFile, DecodeStars, catalogue)) TakeStars(stars, std::move(catalogue));
     load(kConstellationFile, DecodeConstellations, stars.Constellations);
     load(kCityFile, DecodeCities, cities.Cities);
     return failed;

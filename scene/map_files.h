@@ -77,8 +77,4 @@ std::optional<std::vector<ConstellationLine>> DecodeConstellations(std::string_v
 std::string EncodeCities(const std::vector<CityRecord>& cities);
 std::optional<std::vector<CityRecord>> DecodeCities(std::string_view bytes);
 
-/// The records that the engine draws stars from. Their name is the proper name when it has more than one character,
-/// else the designation when that has, else empty; cut to 14 characters.
-std::vector<StarPlotRecord> MakeStarPlotTable(const std::vector<StarRecord>& stars);
-
 }  // namespace glintara

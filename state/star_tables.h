@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+#include "engine/astro/vector.h"
+
 namespace glintara {
 
 /// Stars that the catalogue can hold.
@@ -26,6 +28,9 @@ struct StarRecord {
     std::string Designation;
     std::string SpectralType;
     std::array<std::byte, 18> Tail{};  ///< kept with the record, no meaning
+
+    /// Whether this number has no star: a gap in the numbering.
+    bool IsGap() const { return Magnitude == 0 && ProperName.empty() && Designation.empty(); }
 
     friend bool operator==(const StarRecord&, const StarRecord&) = default;
 };
@@ -55,7 +60,25 @@ struct ConstellationLine {
 struct StarTables {
     std::vector<StarRecord> StarCatalogue = std::vector<StarRecord>(1);
     std::vector<StarPlotRecord> StarPlotTable = std::vector<StarPlotRecord>(1);  ///< same index as the catalogue
+
+    /// Unit vectors to the stars, same index: x towards the equinox of date, z towards the celestial north pole of
+    /// date. A gap has (0, 0, 0).
+    std::vector<Vector3> StarDirections = std::vector<Vector3>(1);
+
+    double LastPrecession = 0;  ///< Julian date of the places of date; 0 when nobody knows it
+
+    std::vector<std::int32_t> VisibleStarList = std::vector<std::int32_t>(1);  ///< numbers of the stars to be drawn
+    std::vector<std::int16_t> VisibleFlags = std::vector<std::int16_t>(1);  ///< on the catalogue's index: -1 for those
+
     std::vector<ConstellationLine> Constellations = std::vector<ConstellationLine>(1);
+
+    std::int32_t StarCount() const { return static_cast<std::int32_t>(StarCatalogue.size()) - 1; }
+    std::int32_t VisibleStarCount() const { return static_cast<std::int32_t>(VisibleStarList.size()) - 1; }
+
+    /// Whether a number is that of a star.
+    bool HasStar(std::int32_t number) const {
+        return number >= 1 && number <= StarCount() && !StarCatalogue[static_cast<std::size_t>(number)].IsGap();
+    }
 };
 
 }  // namespace glintara

@@ -74,8 +74,6 @@ CityRecord Turin() {
     return city;
 }
 
-std::string PlotName(const StarRecord& star) { return MakeStarPlotTable({StarRecord{}, star})[1].Name.data(); }
-
 TEST(BorderFile, LiesInTheFileByteByByte) {
     EXPECT_EQ(EncodeBorders(TwoVertices()), TwoVerticesFile());
     const auto table = DecodeBorders(TwoVerticesFile());
@@ -200,29 +198,6 @@ TEST(MapFiles, RandomBytesAreRefusedOrMirrored) {
         mirrors(DecodeCities(bytes), EncodeCities);
     }
     EXPECT_GT(read, 1000);
-}
-
-TEST(StarPlotTable, TakesTheProperName) {
-    EXPECT_EQ(PlotName(Star("Vega", "HIP91262")), "Vega");
-    const StarPlotRecord record = MakeStarPlotTable({StarRecord{}, Sirius()})[1];
-    EXPECT_EQ(record.Magnitude, -1.44);
-    EXPECT_EQ(record.Declination, -0.2918);
-    EXPECT_EQ(record.RightAscension, 1.7677);
-    EXPECT_EQ(record.ColorIndex, 0.009);
-}
-
-TEST(StarPlotTable, ANameOfOneCharacterIsSkippedForTheDesignation) {
-    EXPECT_EQ(PlotName(Star("x", "HIP91262")), "HIP91262");
-    EXPECT_EQ(PlotName(Star("", "HIP91262")), "HIP91262");
-    EXPECT_EQ(PlotName(Star("x", "")), "");
-    EXPECT_EQ(PlotName(Star("", "")), "");
-}
-
-TEST(StarPlotTable, ALongNameIsCutAtFourteenAndClosedByAZero) {
-    const StarPlotRecord record = MakeStarPlotTable({StarRecord{}, Star("Zubeneschamali Borealis", "")})[1];
-    EXPECT_STREQ(record.Name.data(), "Zubeneschamali");
-    EXPECT_EQ(record.Name[14], '\0');
-    EXPECT_EQ(PlotName(Star("Zubenelgenubi", "")), "Zubenelgenubi");
 }
 
 struct AllTables {
