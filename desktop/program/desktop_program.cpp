@@ -74,6 +74,8 @@ DesktopProgram::DesktopProgram(const QString& placesFile, bool mapTools)
     window_ = std::make_unique<MainScope>(app_, mapTools_);
     RememberPlace(*window_, places_);
     boxes_.SetParent(window_.get());
+    observations_ = std::make_unique<ObservationWindows>(app_, *window_, places_, clock_);
+    signals_.refreshInfo = [this] { observations_->RefreshInfo(); };
     mouse_ = std::make_unique<MouseSteering>(app_, program_->Loop);
     ConnectWindow();
     ConnectMouse();
@@ -96,6 +98,7 @@ ProgramHooks DesktopProgram::MakeHooks() {
         if (name == "FormSatellites" && satelliteForm_) {
             satelliteForm_->hide();
         }
+        observations_->Unload(name);
     };
     return hooks;
 }
@@ -129,6 +132,7 @@ void DesktopProgram::ConnectMenus() {
     main.MnuLoadTLE.SetClickHandler([this] { OpenTLEFile(); });
     main.MnuFindFlare.SetClickHandler([this] { ShowSearch(); });
     main.MnuManageSatellites.SetClickHandler([this] { ShowSatellites(); });
+    main.MnuObservations.SetClickHandler([this] { observations_->ShowObservations(); });
     app_.FindFlare.CSatList.SetClickHandler([this] { ShowSatellites(); });
     main.MnuExit.SetClickHandler([this] { window_->close(); });
     main.MnuUpdateCheck.SetClickHandler({});  // as long as there is no page to open

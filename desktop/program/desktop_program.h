@@ -16,6 +16,7 @@
 #include "desktop/main/main_scope.h"
 #include "desktop/main/qt_services.h"
 #include "desktop/orbit/form_satellites.h"
+#include "desktop/program/observation_windows.h"
 #include "desktop/scene/painter_surface.h"
 #include "scene/stages.h"
 
@@ -28,6 +29,7 @@ class DesktopSignals : public ProgramSignals {
 
     std::function<void()> upDateSatellites;
     std::function<void()> showWorkingSatellite;
+    std::function<void()> refreshInfo;
     std::function<void(bool)> showFullScreen;
 
     void UpDateAll() override {
@@ -37,7 +39,9 @@ class DesktopSignals : public ProgramSignals {
     void ShowWorkingSatellite() override {
         ProgramSignals::ShowWorkingSatellite();
         Tell(showWorkingSatellite);
+        Tell(refreshInfo);
     }
+    void RefreshInfo() override { Tell(refreshInfo); }
     void ShowFullScreen(bool fullScreen) override { showFullScreen(fullScreen); }
 
   private:
@@ -100,6 +104,7 @@ class DesktopProgram {
     std::unique_ptr<TimerDrivers> timers_;
     std::unique_ptr<FormFindFlare> searchForm_;
     std::unique_ptr<FormSatellites> satelliteForm_;
+    std::unique_ptr<ObservationWindows> observations_;
 };
 
 }  // namespace glintara::desktop
