@@ -164,7 +164,7 @@ std::vector<TextLine> LinesOf(std::string_view text) {
 }
 
 void Refuse(Application& app, std::string_view subject, std::string_view fault) {
-    app.Boxes.Tell(std::string(subject) + " is not an observation in the IOD format: " + std::string(fault) +
+    app.Boxes.Tell(std::string(subject) + " cannot be read as an observation in the IOD format: " + std::string(fault) +
                        ".\nThe list stays as it was.",
                    MessageIcon::Warning);
 }

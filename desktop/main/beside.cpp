@@ -2,7 +2,6 @@
 
 #include <QScreen>
 #include <algorithm>
-#include <array>
 
 namespace glintara::desktop {
 
@@ -12,9 +11,13 @@ constexpr int kGap = 8;
 /// What the frame of a window adds: it is not known before the window is shown.
 constexpr int kTitleHeight = 28;
 
-int CoveredOf(const QRect& about, const QRect& place) {
-    const QRect covered = about & place;
-    return covered.isEmpty() ? 0 : covered.width() * covered.height();
+int CoveredOf(const std::vector<QRect>& about, const QRect& place) {
+    int area = 0;
+    for (const QRect& one : about) {
+        const QRect covered = one & place;
+        if (!covered.isEmpty()) area += covered.width() * covered.height();
+    }
+    return area;
 }
 
 /// `place` moved onto the screen; one that is larger keeps its upper left corner there.
@@ -26,32 +29,34 @@ QRect OnScreen(QRect place, const QRect& screen) {
 
 }  // namespace
 
-QRect PlaceBeside(const QSize& size, const QRect& about, const QRect& screen) {
-    const QRect place(QPoint(0, 0), size);
-    const int right = about.right() + 1 + kGap;
-    const int left = about.left() - kGap - size.width();
-    const int below = about.bottom() + 1 + kGap + kTitleHeight;
-    const int above = about.top() - kGap - size.height();
-    const std::array<QPoint, 6> wanted{QPoint(right, about.top()),
-                                       QPoint(left, about.top()),
-                                       QPoint(about.left(), below),
-                                       QPoint(about.left(), above),
-                                       QPoint(screen.right(), screen.bottom()),
-                                       QPoint(screen.left(), screen.bottom())};
+QRect PlaceBeside(const QSize& size, const std::vector<QRect>& about, const QRect& screen) {
+    std::vector<QPoint> corners;
+    for (const QRect& one : about) {
+        corners.emplace_back(one.right() + 1 + kGap, one.top());
+        corners.emplace_back(one.left() - kGap - size.width(), one.top());
+        corners.emplace_back(one.left(), one.bottom() + 1 + kGap + kTitleHeight);
+        corners.emplace_back(one.left(), one.top() - kGap - size.height() - kTitleHeight);
+    }
+    for (const QPoint& corner : {screen.bottomRight(), screen.bottomLeft(), screen.topRight(), screen.topLeft()})
+        corners.push_back(corner);
+
     QRect best;
-    for (const QPoint& corner : wanted) {
-        const QRect tried = OnScreen(place.translated(corner), screen);
+    for (const QPoint& corner : corners) {
+        const QRect tried = OnScreen(QRect(corner, size), screen);
         if (best.isNull() || CoveredOf(about, tried) < CoveredOf(about, best)) best = tried;
     }
     return best;
 }
 
-void OpenBeside(QWidget& window, const QWidget& about, const QSettings& store) {
+void OpenBeside(QWidget& window, const std::vector<const QWidget*>& about, const QSettings& store) {
     if (store.contains(window.objectName() + "/x")) return;
-    const QScreen* const screen = about.screen();
+    const QScreen* const screen = about.front()->screen();
     if (screen == nullptr) return;
-    const QRect there(about.mapToGlobal(QPoint(0, 0)), about.size());
-    window.move(PlaceBeside(window.size(), there, screen->availableGeometry()).topLeft());
+    std::vector<QRect> rooms;
+    for (const QWidget* widget : about)
+        if (widget != nullptr && widget->isVisible())
+            rooms.emplace_back(widget->mapToGlobal(QPoint(0, 0)), widget->size());
+    window.move(PlaceBeside(window.size(), rooms, screen->availableGeometry()).topLeft());
 }
 
 }  // namespace glintara::desktop

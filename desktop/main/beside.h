@@ -5,15 +5,16 @@
 #include <QRect>
 #include <QSettings>
 #include <QWidget>
+#include <vector>
 
 namespace glintara::desktop {
 
-/// Where a window of that size stands on `screen` so that it covers as little as it can of `about`: beside it, above or
-/// below, or in a corner of the screen.
-QRect PlaceBeside(const QSize& size, const QRect& about, const QRect& screen);
+/// Where a window of that size stands on `screen` so that it covers as little as it can of `about`: beside one of them,
+/// above or below it, or in a corner of the screen.
+QRect PlaceBeside(const QSize& size, const std::vector<QRect>& about, const QRect& screen);
 
-/// Moves a window that `store` remembers no place of, and that is not yet shown, beside `about`. To be called after
-/// `RememberPlace`.
-void OpenBeside(QWidget& window, const QWidget& about, const QSettings& store);
+/// Moves a window that `store` remembers no place of, and that is not yet shown, beside `about`, the first of which tells
+/// the screen; those that are null or not shown count for nothing. To be called after `RememberPlace`.
+void OpenBeside(QWidget& window, const std::vector<const QWidget*>& about, const QSettings& store);
 
 }  // namespace glintara::desktop

@@ -13,9 +13,11 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QStyle>
+#include <QStyledItemDelegate>
 #include <QVBoxLayout>
 #include <algorithm>
-#include <functional>
+#include <iterator>
+#include <set>
 
 #include "desktop/main/bindings.h"
 #include "desktop/main/style.h"
@@ -44,6 +46,32 @@ constexpr auto kColumns = "RRRRR YY NNNAAA SSSS C YYYYMMDDHHMMSSsss MX AE HHMMmm
 constexpr auto kFolder = "FormIOD/folder";
 constexpr auto kFileKinds = "IOD Files (*.iod);;Text Files (*.txt);;All Files (*)";
 constexpr auto kFirstFileName = "observations.iod";
+
+/// Edits a line where it stands: without a frame that would move the columns.
+class LineDelegate : public QStyledItemDelegate {
+  public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,
+                          const QModelIndex& index) const override {
+        QWidget* const editor = QStyledItemDelegate::createEditor(parent, option, index);
+        editor->setStyleSheet("border: none; border-radius: 0; padding: 0 1px;");
+        return editor;
+    }
+};
+
+/// The rows of `lines`, one range a run of neighbours: there may be thousands.
+QItemSelection SelectionOf(const QAbstractItemModel& model, const std::set<int>& lines) {
+    QItemSelection selection;
+    for (auto first = lines.begin(); first != lines.end() && *first < model.rowCount();) {
+        auto last = first;
+        auto next = std::next(first);
+        while (next != lines.end() && *next == *last + 1 && *next < model.rowCount()) last = next++;
+        selection.append(QItemSelectionRange(model.index(*first, 0), model.index(*last, 0)));
+        first = next;
+    }
+    return selection;
+}
 
 QPushButton* MakeButton(Button& control, const char* name) {
     auto* button = new QPushButton;
@@ -207,6 +235,7 @@ QLayout* FormObservations::BuildList() {
     list_ = new QListView;
     list_->setObjectName("LIOD");
     list_->setModel(&model_);
+    list_->setItemDelegate(new LineDelegate(list_));
     list_->setFont(NumberFont(kListPixels));
     list_->setSelectionMode(QAbstractItemView::ExtendedSelection);
     list_->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed);
@@ -234,7 +263,7 @@ QLayout* FormObservations::BuildEntry() {
     entry_ = new QLineEdit;
     entry_->setObjectName("TIODLine");
     entry_->setFont(NumberFont(kListPixels));
-    entry_->setPlaceholderText(kColumns);
+    entry_->setPlaceholderText("Type a line of the columns above");
     entry_->setAccessibleName("New line");
     Bind(*entry_, form_.TIODLine);
     entry_->installEventFilter(this);
@@ -285,13 +314,11 @@ QString FormObservations::Folder() const { return store_.value(kFolder, QDir::ho
 void FormObservations::KeepFolder(const QString& file) { store_.setValue(kFolder, QFileInfo(file).absolutePath()); }
 
 void FormObservations::ShowList() {
+    if (busy_) return;
     const ListBox& box = form_.LIOD;
     busy_ = true;
     model_.Renew();
-    QItemSelection selection;
-    for (const int line : box.Selected.Get())
-        if (line < model_.rowCount())
-            selection.merge({model_.index(line), model_.index(line)}, QItemSelectionModel::Select);
+    const QItemSelection selection = SelectionOf(model_, box.Selected);
     list_->selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
     const QModelIndex current = model_.index(box.Current);
     if (current != list_->currentIndex()) {
@@ -305,7 +332,10 @@ void FormObservations::TakeSelection() {
     if (busy_) return;
     std::set<int> lines;
     for (const QModelIndex& row : list_->selectionModel()->selectedRows()) lines.insert(row.row());
+    // The list shows it already, and its cursor is still on the way.
+    busy_ = true;
     form_.LIOD.Selected = std::move(lines);
+    busy_ = false;
 }
 
 bool FormObservations::ListKey(QKeyEvent& key) {
@@ -326,7 +356,8 @@ bool FormObservations::ListKey(QKeyEvent& key) {
 bool FormObservations::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::KeyPress) {
         auto& key = static_cast<QKeyEvent&>(*event);
-        if (watched == list_ && ListKey(key)) return true;
+        // While a line is edited, what its field does not take comes here too.
+        if (watched == list_ && list_->hasFocus() && ListKey(key)) return true;
         if (watched == entry_ && (key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter)) {
             form_.CAddLine.Click();
             return true;

@@ -47,7 +47,7 @@ class FormObservations : public QDialog {
     IODListModel model_;
     QListView* list_ = nullptr;
     QLineEdit* entry_ = nullptr;
-    bool busy_ = false;  // the list is being set by the program, not by the user
+    bool busy_ = false;  // list and control are being brought into line
 };
 
 }  // namespace glintara::desktop

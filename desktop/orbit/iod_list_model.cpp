@@ -1,5 +1,7 @@
 #include "desktop/orbit/iod_list_model.h"
 
+#include <QSize>
+
 #include "desktop/main/bindings.h"
 #include "orbit/observations.h"
 
@@ -20,8 +22,10 @@ bool IODListModel::Renew() {
 int IODListModel::rowCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : count_; }
 
 QVariant IODListModel::data(const QModelIndex& index, int role) const {
+    constexpr int kRowHeight = 20;  // room for the field in which a line is edited
     const ListBox& list = app_.Observations.LIOD;
     if (!index.isValid() || index.row() >= list.Count()) return {};
+    if (role == Qt::SizeHintRole) return QSize(0, kRowHeight);
     if (role != Qt::DisplayRole && role != Qt::EditRole) return {};
     return ToQt(list.Lines.Get()[static_cast<std::size_t>(index.row())]);
 }

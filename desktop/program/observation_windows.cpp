@@ -54,7 +54,7 @@ void ObservationWindows::FollowObservations() {
     if (!observations_) {
         observations_ = std::make_unique<FormObservations>(app_, places_, &window_);
         RememberPlace(*observations_, places_);
-        OpenBeside(*observations_, window_.Picture(), places_);
+        OpenBeside(*observations_, {&window_.Picture()}, places_);
     }
     BringToFront(*observations_);
 }
@@ -67,7 +67,7 @@ void ObservationWindows::FollowOutput() {
     if (!output_) {
         output_ = std::make_unique<FormOutput>(app_, &window_);
         RememberPlace(*output_, places_);
-        OpenBeside(*output_, window_.Picture(), places_);
+        OpenBeside(*output_, {&window_.Picture(), observations_.get()}, places_);
     }
     BringToFront(*output_);
 }

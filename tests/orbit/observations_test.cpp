@@ -320,7 +320,8 @@ TEST_F(ObservationsTest, OneWrongLineRefusesTheTextAndTheListStays) {
     ASSERT_EQ(boxes.messages.size(), 1U);
     EXPECT_EQ(
         boxes.messages[0].text,
-        std::string("Line 3 of the text is not an observation in the IOD format: it has 8 columns, not 64") + kStays);
+        std::string("Line 3 of the text cannot be read as an observation in the IOD format: it has 8 columns, not 64") +
+            kStays);
     EXPECT_EQ(boxes.messages[0].icon, MessageIcon::Warning);
     EXPECT_EQ(List(), (Lines{kFirst}));
     EXPECT_EQ(form.Point, before);
@@ -329,10 +330,11 @@ TEST_F(ObservationsTest, OneWrongLineRefusesTheTextAndTheListStays) {
 TEST_F(ObservationsTest, TextsWithoutObservationsAreRefused) {
     for (const char* text : {"", "\n\n", "   "}) EXPECT_FALSE(observations::EnterIODLines(app, text));
     EXPECT_EQ(boxes.messages.back().text,
-              std::string("The text is not an observation in the IOD format: it has no lines") + kStays);
+              std::string("The text cannot be read as an observation in the IOD format: it has no lines") + kStays);
     EXPECT_FALSE(observations::EnterIODLines(app, "one line"));
-    EXPECT_EQ(boxes.messages.back().text,
-              std::string("The line is not an observation in the IOD format: it has 8 columns, not 64") + kStays);
+    EXPECT_EQ(
+        boxes.messages.back().text,
+        std::string("The line cannot be read as an observation in the IOD format: it has 8 columns, not 64") + kStays);
     EXPECT_FALSE(observations::EnterIODLines(app, std::string(100000, '\0')));
     EXPECT_TRUE(List().empty());
 }
