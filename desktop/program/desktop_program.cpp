@@ -17,6 +17,7 @@
 #include "scene/orientation.h"
 #include "scene/overlays.h"
 #include "scene/picture_measures.h"
+#include "scene/star_list.h"
 
 namespace glintara::desktop {
 
@@ -88,6 +89,7 @@ ProgramHooks DesktopProgram::MakeHooks() {
     hooks.picture.makePicture = [this] { MakePicture(); };
     hooks.picture.showPlottingNotice = [this] { ShowNotice(); };
     hooks.startUp.loadMap = [this] { return LoadMap(); };
+    hooks.startUp.rebuildStarList = [this] { RebuildStarList(app_.Data.Stars, app_.Data.View.MaxStarMag); };
     hooks.shutDown.closeWindow = [this] {
         QMetaObject::invokeMethod(window_.get(), &QWidget::close, Qt::QueuedConnection);
     };

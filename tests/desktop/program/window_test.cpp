@@ -35,6 +35,18 @@ TEST_F(WindowTest, OpensOnTheTurningGlobe) {
     EXPECT_EQ(window_.windowTitle(), "Glintara - v.1.5.2");
 }
 
+TEST_F(WindowTest, StarsAreListedFromTheStart) {
+    Settle();
+    StarTables& stars = app_.Data.Stars;
+    EXPECT_EQ(stars.StarCount(), 85752);
+    EXPECT_EQ(view_.MaxStarMag, 11);
+    EXPECT_NEAR(stars.VisibleStarCount(), 85000, 500) << "all but faint neighbours of the Sun";
+    const std::int32_t before = stars.VisibleStarCount();
+    for (int i = 0; i < 10; ++i) main_.CMaxMagDec.Click();
+    EXPECT_EQ(view_.MaxStarMag, 8.5);
+    EXPECT_LT(stars.VisibleStarCount(), before - 10000);
+}
+
 TEST_F(WindowTest, PictureShowsTheEarth) {
     Settle();
     main_.CSunLight.Value = false;
