@@ -1,7 +1,6 @@
 #include "scene/star_figures.h"
 
 #include <algorithm>
-#include <cstddef>
 
 #include "engine/astro/number_text.h"
 
@@ -63,6 +62,13 @@ std::vector<ConstellationLine> TwelveFigures(const std::vector<StarRecord>& star
             lines.push_back({star, group});
     }
     return lines;
+}
+
+bool JoinsPrevious(const StarTables& stars, std::size_t index) {
+    if (index < 2 || index >= stars.Constellations.size()) return false;
+    const ConstellationLine& from = stars.Constellations[index - 1];
+    const ConstellationLine& to = stars.Constellations[index];
+    return from.Group == to.Group && stars.HasStar(from.Star) && stars.HasStar(to.Star);
 }
 
 }  // namespace glintara

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "orbit/location.h"
 #include "scene/scene_fixture.h"
 
 namespace glintara::testing {
@@ -67,6 +68,63 @@ TEST_F(StarChartTest, ServesAsTheMappingOfAScene) {
     Vector3 found = place;
     mapped.FlattenSky(mapped, found);
     EXPECT_EQ(found.y, -place.y);
+}
+
+TEST_F(StarChartTest, AQuarterTurnOnBothSidesIsTheWidthOfTheChart) {
+    Choose(false, true, true);
+    EXPECT_NEAR(SkyCircleRadius(scene, kPiExact), 10, 1e-9);
+    EXPECT_NEAR(SkyCircleRadius(scene, 18 * kDegree), 1, 1e-9);
+    Vector3 edge{10 * std::cos(9 * kDegree), 0, 10 * std::sin(9 * kDegree)};
+    FlattenSky(scene, edge);
+    EXPECT_NEAR(SkyCircleRadius(scene, 18 * kDegree), edge.z, 1e-9) << "a place half as far from the centre";
+}
+
+TEST_F(StarChartTest, ACircleOnTheSphereHasTheRadiusOfItsArc) {
+    EXPECT_NEAR(SkyCircleRadius(scene, 0.5 * kDegree), 10 * 0.25 * kDegree, 1e-9);
+    app.Main.CPlaniSphere.Value = true;
+    EXPECT_NEAR(SkyCircleRadius(scene, 0.5 * kDegree), 0.25 * kDegree, 1e-9);
+}
+
+TEST_F(StarChartTest, DiscsAreNeverTooSmallToBeSeen) {
+    view.ZoomFactor = 64;
+    EXPECT_NEAR(SkyDiscRadius(scene, kSunDisc), 5 * kSunDisc, 1e-12);
+    view.ZoomFactor = 10;
+    EXPECT_EQ(SkyDiscRadius(scene, kSunDisc), 0.1);
+    EXPECT_NEAR(kSunDisc, 32.0 / 60 * kDegree, 0.1 / 60 * kDegree) << "32 arcminutes";
+    EXPECT_NEAR(kMoonDisc, 31.4 / 60 * kDegree, 0.1 / 60 * kDegree);
+}
+
+TEST_F(StarChartTest, HalvesOfTheSphereAreDrawnByTheirBoxes) {
+    app.Main.CLocalSky.Value = false;
+    app.Main.CDrawFrontStars.Value = true;
+    app.Main.CDrawBackStars.Value = false;
+    EXPECT_TRUE(SkySightOf(scene, 0).Shows({1, 0, 0}, 3));
+    EXPECT_TRUE(SkySightOf(scene, 0).Shows({1, 0, 0}, 0));
+    EXPECT_FALSE(SkySightOf(scene, 0).Shows({1, 0, 0}, -3));
+    app.Main.CDrawFrontStars.Value = false;
+    app.Main.CDrawBackStars.Value = true;
+    EXPECT_FALSE(SkySightOf(scene, 0).Shows({1, 0, 0}, 3));
+    EXPECT_TRUE(SkySightOf(scene, 0).Shows({1, 0, 0}, -3));
+    app.Main.CPlaniSphere.Value = true;
+    EXPECT_TRUE(SkySightOf(scene, 0).Shows({1, 0, 0}, 3)) << "a map has no depth";
+}
+
+TEST_F(StarChartTest, TheLocalSkyEndsAtTheHorizon) {
+    app.Main.CDrawFrontStars.Value = app.Main.CDrawBackStars.Value = app.Main.CLocalSky.Value = true;
+    SetLocationDegrees(app.Data, 40, 20);
+    const auto shows = [this](double ra, double dec) {
+        const double a = ra * kDegree;
+        const double d = dec * kDegree;
+        return SkySightOf(scene, 100 * kDegree)
+            .Shows({std::cos(d) * std::cos(a), std::cos(d) * std::sin(a), std::sin(d)}, 1);
+    };
+    // The meridian is at a right ascension of 120 degrees; 50 degrees south of the equator is its horizon.
+    EXPECT_TRUE(shows(120, -49.9));
+    EXPECT_FALSE(shows(120, -50.1));
+    EXPECT_TRUE(shows(300, 50.1)) << "under the pole";
+    EXPECT_FALSE(shows(300, 49.9));
+    EXPECT_TRUE(shows(209.9, 0));
+    EXPECT_FALSE(shows(210.1, 0));
 }
 
 }  // namespace

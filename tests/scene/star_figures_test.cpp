@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -76,6 +77,17 @@ TEST(TwelveFigures, AStarThatIsNotThereBreaksItsChain) {
     EXPECT_GE(before, 0);
     EXPECT_GT(behind, before);
     EXPECT_EQ(TwelveFigures({{}}).size(), 1U) << "without any stars";
+}
+
+TEST(JoinsPrevious, TwoStarsOfOneChain) {
+    StarTables stars;
+    stars.StarCatalogue = {{}, Star("A", ""), Star("B", ""), {}, Star("C", "")};
+    stars.Constellations = {{0, 1}, {1, 1}, {2, 1}, {4, 2},  {0, 2}, {1, 2}, {3, 3},
+                            {2, 3}, {5, 4}, {1, 4}, {-7, 4}, {4, 5}, {4, 5}};
+    std::vector<std::size_t> joined;
+    for (std::size_t i = 0; i < 20; ++i)
+        if (JoinsPrevious(stars, i)) joined.push_back(i);
+    EXPECT_EQ(joined, (std::vector<std::size_t>{2, 12}));
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -214,6 +215,26 @@ TEST(StarTextFiles, ABadFileLeavesTheTablesAsTheyWere) {
     EXPECT_EQ(stars.StarCount(), 1);
     EXPECT_EQ(stars.Constellations.size(), 2U);
     EXPECT_FALSE(SaveStarText(folder.Path() / "none", stars));
+}
+
+TEST(StarTextFiles, RandomTextIsRefusedOrWrittenBack) {
+    std::mt19937 dice(1989);
+    int read = 0;
+    for (int round = 0; round < 4000; ++round) {
+        std::string text = kHeader + kSirius + kVega + kThird;
+        const auto changes = dice() % 3;
+        for (unsigned i = 0; i < changes; ++i)
+            text[kHeader.size() + dice() % (text.size() - kHeader.size())] = "0123456789,.-#\n\r xe"[dice() % 20];
+        if (const auto stars = ReadStars(text)) {
+            ++read;
+            const auto again = ReadStars(StarsText(*stars));
+            ASSERT_TRUE(again) << text;
+            EXPECT_EQ(again->size(), stars->size()) << text;
+        }
+        if (const auto lines = ReadConstellations(text.substr(kHeader.size()))) EXPECT_LE(lines->size(), 8U) << text;
+    }
+    EXPECT_GT(read, 1000);
+    EXPECT_LT(read, 4000);
 }
 
 }  // namespace
