@@ -3,6 +3,7 @@
 
 #include <random>
 
+#include "engine/astro/sun_moon.h"
 #include "engine_calls.h"
 
 namespace glintara::engine_calls {
@@ -146,6 +147,30 @@ class RandomCases {
         }
     }
 
+    /// A mirror that follows the Sun on a satellite that passes under it: there the Sun's azimuth, and the mirror with
+    /// it, swings round within a minute. The observer stands at about the limiting distance from where the light falls.
+    Case UnderTheSun() {
+        for (;;) {
+            if (passage_.uses == 0) passage_ = SomePassageUnderTheSun();
+            --passage_.uses;
+            Case c = passage_.satellite;
+            for (int attempt = 0; attempt < 100; ++attempt) {
+                c.mirror = {GLINTCORE_SUN, GLINTCORE_VERTICAL_SUN, Between(-kPi, kPi), std::asin(Between(-1, 1))};
+                const double instant = passage_.jd + Between(-20, 20) / kSecondsPerDay;
+                const auto flare = FlareOf(c.mirror, instant, MotionAt(c.block, instant));
+                if (!flare) continue;
+                c.distance = 500 * std::exp(Between(0, 6.4));
+                const double bearing = Between(0, kTwoPi);
+                const Vector3 east = Normalized(CrossProduct({0, 0, 1}, flare->centre));
+                const Vector3 aside = std::cos(bearing) * east + std::sin(bearing) * CrossProduct(flare->centre, east);
+                c.observer = Normalized(flare->centre + Between(0, 1.02) * c.distance / kSiteRadius * aside);
+                c.seconds = 200;
+                c.start = instant - Between(0.3, 0.9) * c.seconds / kSecondsPerDay;
+                return c;
+            }
+        }
+    }
+
     /// A satellite, an hour, a place and a distance that know nothing of each other.
     Case Anything() {
         Case c = SomeSatellite();
@@ -160,6 +185,39 @@ class RandomCases {
     double Between(double low, double high) { return std::uniform_real_distribution<double>(low, high)(random_); }
     bool Chance(double p) { return Between(0, 1) < p; }
     std::size_t Pick(std::size_t n) { return std::uniform_int_distribution<std::size_t>(0, n - 1)(random_); }
+
+    /// A satellite that comes within two degrees of standing under the Sun, the instant, and for how many cases it is
+    /// still good.
+    struct Passage {
+        Case satellite;
+        double jd = 0;
+        int uses = 0;
+    };
+
+    Passage SomePassageUnderTheSun() {
+        for (;;) {
+            Passage passage{SomeSatellite(), 0, 8};
+            double nearest = 0.15;
+            const auto look = [&](double jd) {
+                const double sine = SineToTheSun(passage.satellite, jd);
+                if (sine >= nearest) return;
+                nearest = sine;
+                passage.jd = jd;
+            };
+            for (double t = 0; t < kSecondsPerDay; t += 60) look(JdAt(passage.satellite, t));
+            const double coarse = passage.jd;
+            for (double t = -60; coarse > 0 && t < 60; t += 1) look(coarse + t / kSecondsPerDay);
+            if (nearest < 0.04) return passage;
+        }
+    }
+
+    /// Sine of the Sun's zenith distance at the satellite; 1 on the night side.
+    static double SineToTheSun(Case& c, double jd) {
+        const Vector3 up = Normalized(MotionAt(c.block, jd).r);
+        const Equatorial sun = SunPosition(jd);
+        const Vector3 toSun = UnitAt(sun.dec, sun.ra - SiderealFromJD(jd));
+        return Dot(up, toSun) > 0 ? Length(CrossProduct(up, toSun)) : 1;
+    }
 
     Case SomeSatellite() {
         Case c;
@@ -184,6 +242,7 @@ class RandomCases {
         return c;
     }
 
+    Passage passage_;
     std::mt19937 random_;
     std::vector<ElementSet> sets_;
     std::vector<ElementSet> iridium_;
@@ -216,6 +275,17 @@ TEST_P(FlareSweep, SearchAgreesOnWholeHours) {
     }
     EXPECT_GT(tally.hits, 0);
     EXPECT_GT(tally.misses, 60);
+}
+
+TEST_P(FlareSweep, SearchAgreesUnderTheSunOnMirrorsThatFollowIt) {
+    RandomCases cases(GetParam() + 2000);
+    Tally tally;
+    for (int i = 0; i < 160; ++i) {
+        Case c = cases.UnderTheSun();
+        Judge(c, tally);
+        if (HasFatalFailure()) return;
+    }
+    EXPECT_GT(tally.hits, 100);
 }
 
 INSTANTIATE_TEST_SUITE_P(Seeds, FlareSweep, testing::Values(1U, 2U, 3U, 4U));
