@@ -387,6 +387,34 @@ TEST_F(PassesTest, WhatProgressThrowsEndsAllThreadsAndReachesTheCaller) {
     EXPECT_THROW(ListPasses(o.app.Data, quest, refuse), std::bad_alloc);
 }
 
+TEST_F(PassesTest, AnInstantInErrorHasNoFlareAndThoseBesideItDo) {
+    // An orbit that dips below the ground around each perigee, where the engine calls the satellite decayed.
+    o.LoadOne("stations.tle", "ISS (ZARYA)");
+    EngineBlock& block = o.app.Data.Satellite(1).EngineBlock;
+    ASSERT_EQ(SatelliteInit("1 25544U 98067A   18020.50000000  .00000000  00000-0  00000-0 0  9990",
+                            "2 25544  51.6436 147.2345 0600000 310.9234 150.4321 16.00000000 95234", 'i', &block),
+              0);
+    quest = {kNight, 1, 9000e3, false, true};
+    const std::vector<FlarePass> passes = List();
+    EXPECT_GE(passes.size(), 8u);
+    Surface asked = Asked(1, 1);
+    asked.lowest = -1;
+    int errors = 0;
+    int flares = 0;
+    for (int k = 0; k < 86400; ++k) {
+        const double jd = quest.start + k * kSecond;
+        const bool failed = Satellite_SGP4(&asked.block, jd, nullptr, nullptr) != 0;
+        const bool flare = GlimpseAt(asked, o.app.Data.Site, jd).distance < quest.maxDistance;
+        const bool told = std::any_of(passes.begin(), passes.end(),
+                                      [&](const FlarePass& pass) { return pass.begin <= jd && jd <= pass.end; });
+        ASSERT_EQ(told, flare && !failed) << k;
+        errors += flare && failed ? 1 : 0;
+        flares += told ? 1 : 0;
+    }
+    EXPECT_GT(errors, 20);
+    EXPECT_GT(flares, 1000);
+}
+
 TEST_F(PassesTest, QuestsForNothingGiveNothing) {
     EXPECT_TRUE(List().empty());
     o.LoadOne("iridium.tle", "IRIDIUM 32 [+]");
