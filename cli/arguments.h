@@ -42,6 +42,7 @@ struct CommonOptions {
 struct FlareOptions : CommonOptions {
     double hours = 24;
     double within = 30;  ///< kilometres
+    double threads = 0;  ///< that search, a whole number; 0 is one for each core
     bool moon = false;
     bool transit = false;
 };

@@ -1,5 +1,6 @@
 #include "cli/flares_command.h"
 
+#include <cmath>
 #include <nlohmann/json.hpp>
 #include <set>
 
@@ -20,6 +21,8 @@ namespace {
 constexpr double kMostHours = 366 * 24;
 /// Half the Earth's circumference, kilometres: every place is within it.
 constexpr double kMostWithin = 20038;
+/// Far more than there are cores.
+constexpr double kMostThreads = 256;
 
 double Degrees(double radians) { return radians / kDegToRad; }
 
@@ -34,6 +37,8 @@ void Check(const FlareOptions& options) {
         throw Failure(kBadUsage, "--hours is a number above 0, at most " + FullText(kMostHours));
     if (!(options.within > 0 && options.within <= kMostWithin))
         throw Failure(kBadUsage, "--within is a number of kilometres above 0, at most " + FullText(kMostWithin));
+    if (!(options.threads >= 0 && options.threads <= kMostThreads && options.threads == std::floor(options.threads)))
+        throw Failure(kBadUsage, "--threads is a whole number up to " + FullText(kMostThreads) + ", 0 for all cores");
 }
 
 void PrintText(const CommonData& data, const std::vector<FlarePass>& passes, bool transit, std::ostream& out) {
@@ -186,6 +191,7 @@ void RunFlares(const FlareOptions& options, std::ostream& out) {
     quest.maxDistance = options.within * 1000;
     quest.moon = options.moon;
     quest.transit = options.transit;
+    quest.threads = static_cast<int>(options.threads);
 
     Session session;
     session.Prepare(options, quest.start);

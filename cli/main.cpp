@@ -86,6 +86,9 @@ void Run(int argc, char** argv) {
                      "Start of the search, such as 2018-01-20T05:30:00Z (now when left out)");
     AddNumber(*flares, "--hours", flareOptions.hours, "Length of the search")->type_name("H");
     AddNumber(*flares, "--within", flareOptions.within, "Greatest distance of the flare's centre")->type_name("KM");
+    AddNumber(*flares, "--threads", flareOptions.threads,
+              "Threads that search; 0 is one for each core. The list is the same")
+        ->type_name("N");
     flares->add_flag("--moon", flareOptions.moon, "Moonlight instead of sunlight");
     flares->add_flag("--transit", flareOptions.transit,
                      "Passages in front of the Sun (with --moon, the Moon) instead of flares");

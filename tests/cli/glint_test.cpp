@@ -242,6 +242,16 @@ TEST_F(Glint, JsonNamesTheSurface) {
     EXPECT_GT(surfaces.size(), 1U);
 }
 
+TEST_F(Glint, AnyNumberOfThreadsFindsTheSameToTheByte) {
+    const std::string question = "flares --tle iridium.tle" + kTurin + " --hours 48 --within 200 --format csv";
+    const Answer one = Call(question + " --threads 1");
+    EXPECT_GT(Lines(one.out).size(), 20U);
+    EXPECT_EQ(Call(question + " --threads 3").out, one.out);
+    EXPECT_EQ(Call(question).out, one.out);
+    for (const std::string& wrong : std::vector<std::string>{"-1", "1.5", "1000", "many"})
+        EXPECT_EQ(Call(question + " --threads " + wrong).code, 2) << wrong;
+}
+
 TEST_F(Glint, UnknownWordsAreNamed) {
     const std::string seeHelp = "\nRun with --help for more information.\n";
     EXPECT_EQ(Call("bogus").err, "glint: no such command: bogus" + seeHelp);
