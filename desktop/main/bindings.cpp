@@ -12,9 +12,6 @@ namespace {
 /// Captions of no more characters than this are signs, not words.
 constexpr qsizetype kLongestSign = 2;
 
-/// The text of the box with the line ends that the program reads.
-QString WithCarriageReturns(QString text) { return text.replace("\n", "\r\n"); }
-
 }  // namespace
 
 QString ToQt(const std::string& text) { return QString::fromStdString(text); }
@@ -79,20 +76,7 @@ void Bind(QLineEdit& widget, TextBox& control) {
                      [&control](const QString& text) { control.Text = FromQt(text); });
 }
 
-void Bind(QPlainTextEdit& widget, TextBox& control) {
-    const auto show = [&widget, &control] {
-        if (FromQt(WithCarriageReturns(widget.toPlainText())) != control.Text.Get()) {
-            const QSignalBlocker quiet(widget);
-            widget.setPlainText(ToQt(control.Text));
-        }
-        widget.setEnabled(control.Enabled);
-        widget.setToolTip(ToQt(control.ToolTip));
-    };
-    control.Watch(show);
-    show();
-    QObject::connect(&widget, &QPlainTextEdit::textChanged, &widget,
-                     [&widget, &control] { control.Text = FromQt(WithCarriageReturns(widget.toPlainText())); });
-}
+TextPortions& Bind(QPlainTextEdit& widget, TextBox& control) { return *new TextPortions(widget, control); }
 
 void Bind(QProgressBar& widget, ProgressBar& control) {
     widget.setRange(0, 100);

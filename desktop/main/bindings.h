@@ -14,6 +14,7 @@
 #include <QTimer>
 #include <functional>
 
+#include "desktop/main/text_portions.h"
 #include "state/controls.h"
 
 namespace glintara::desktop {
@@ -27,7 +28,9 @@ void Bind(QLineEdit& widget, TextBox& control);
 
 /// With `wording` the text is shown as that gives it, so that it breaks well.
 void Bind(QLabel& widget, Label& control, const std::function<QString(QString)>& wording = {});
-void Bind(QPlainTextEdit& widget, TextBox& control);
+
+/// The box for long texts; what it gives takes pastes. It belongs to the widget.
+TextPortions& Bind(QPlainTextEdit& widget, TextBox& control);
 void Bind(QProgressBar& widget, ProgressBar& control);
 
 /// An entry of a menu, chosen by the letter `mnemonic` unless that is null. One without a handler is greyed: nothing

@@ -4,6 +4,7 @@
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
+#include <QMimeData>
 #include <QMouseEvent>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -203,7 +204,7 @@ QWidget* BuildOrbit(MainControls& main, QWidget* parent) {
 /// A field in which the keys are letters of a text, not commands.
 class ElementSetField : public QPlainTextEdit {
   public:
-    explicit ElementSetField(bool& keyLock) : keyLock_(keyLock) {}
+    ElementSetField(TextBox& control, bool& keyLock) : keyLock_(keyLock), portions_(Bind(*this, control)) {}
 
   protected:
     void focusInEvent(QFocusEvent* event) override {
@@ -215,15 +216,24 @@ class ElementSetField : public QPlainTextEdit {
         QPlainTextEdit::focusOutEvent(event);
     }
 
+    void insertFromMimeData(const QMimeData* source) override {
+        if (source->hasText()) portions_.Paste(source->text());
+    }
+    QMimeData* createMimeDataFromSelection() const override {
+        auto* data = new QMimeData;
+        data->setText(portions_.SelectedText());
+        return data;
+    }
+
   private:
     bool& keyLock_;
+    TextPortions& portions_;
 };
 
 QWidget* BuildSat(MainControls& main, bool& keyLock, QWidget* parent) {
     auto* frame = new PanelFrame(main.FrameSat, parent);
     auto* grid = GridIn(frame);
-    auto* box = new ElementSetField(keyLock);
-    Bind(*box, main.TTLE);
+    auto* box = new ElementSetField(main.TTLE, keyLock);
     box->setFont(NumberFont(kNumberPixels));
     box->setLineWrapMode(QPlainTextEdit::NoWrap);
     box->setTabChangesFocus(true);
