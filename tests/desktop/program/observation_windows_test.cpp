@@ -13,7 +13,7 @@
 #include "orbit/element_sets.h"
 #include "orbit/observations.h"
 #include "orbit/satellite_table.h"
-#include "support/temporary_folder.h"
+#include "support/working_folder.h"
 
 namespace glintara::desktop {
 namespace {
@@ -31,7 +31,7 @@ struct ObservationWindowsTest : ::testing::Test {
     QDialog* Dialog(const char* name) const { return window.findChild<QDialog*>(name); }
     bool IsOpen(const char* name) const { return Dialog(name) != nullptr && Dialog(name)->isVisible(); }
 
-    glintara::testing::TemporaryFolder folder;
+    glintara::testing::WorkingFolder folder;
     DesktopProgram program{QString::fromStdString((folder.Path() / "places.ini").string())};
     Application& app = program.State();
     MainScope& window = program.Window();
