@@ -15,6 +15,17 @@ QString TextOf(std::string_view text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())).replace("\r\n", "\n");
 }
 
+QMessageBox::Icon IconOf(MessageIcon icon) {
+    switch (icon) {
+        case MessageIcon::Critical:
+            return QMessageBox::Critical;
+        case MessageIcon::Information:
+            return QMessageBox::Information;
+        default:
+            return QMessageBox::Warning;
+    }
+}
+
 }  // namespace
 
 QWidget* QtMessageBoxes::Parent() const {
@@ -23,16 +34,10 @@ QWidget* QtMessageBoxes::Parent() const {
 }
 
 void QtMessageBoxes::Tell(std::string_view text, MessageIcon icon) {
-    switch (icon) {
-        case MessageIcon::Critical:
-            QMessageBox::critical(Parent(), kTitle, TextOf(text));
-            break;
-        case MessageIcon::Information:
-            QMessageBox::information(Parent(), kTitle, TextOf(text));
-            break;
-        default:
-            QMessageBox::warning(Parent(), kTitle, TextOf(text));
-    }
+    QMessageBox box(IconOf(icon), kTitle, TextOf(text), QMessageBox::Ok, Parent());
+    // Names from files stand in it, and "<" in a name is no markup.
+    box.setTextFormat(Qt::PlainText);
+    box.exec();
 }
 
 bool QtMessageBoxes::AskYesNo(std::string_view text) {
