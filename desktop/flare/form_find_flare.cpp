@@ -86,8 +86,8 @@ QLabel* MakeDetail(Label& control, const char* name) {
     return label;
 }
 
-void AddField(QGridLayout& grid, int row, Label& caption, const char* labelName, TextBox& box, const char* name,
-              Label& status) {
+QLineEdit* AddField(QGridLayout& grid, int row, Label& caption, const char* labelName, TextBox& box, const char* name,
+                    Label& status) {
     auto* label = new QLabel;
     label->setObjectName(labelName);
     Bind(*label, caption);
@@ -101,6 +101,7 @@ void AddField(QGridLayout& grid, int row, Label& caption, const char* labelName,
     label->setBuddy(field);
     grid.addWidget(label, row, 0);
     grid.addWidget(field, row, 1, Qt::AlignRight);
+    return field;
 }
 
 }  // namespace
@@ -157,7 +158,7 @@ QWidget* FormFindFlare::BuildParameters() {
     auto* grid = new QGridLayout(frame);
     grid->setContentsMargins(kFrameMargin, kFrameMargin, kFrameMargin, kFrameMargin);
     grid->setVerticalSpacing(kControlGap);
-    AddField(*grid, 0, form.LInterval, "LInterval", form.TInterval, "TInterval", form.LStatus);
+    interval_ = AddField(*grid, 0, form.LInterval, "LInterval", form.TInterval, "TInterval", form.LStatus);
     AddField(*grid, 1, form.LDist, "LDist", form.TMaxDistance, "TMaxDistance", form.LStatus);
     auto* working = new QCheckBox;
     working->setObjectName("CAutoWSet");
@@ -191,7 +192,8 @@ void FormFindFlare::showEvent(QShowEvent* event) {
         app_.FindFlare.LStatus.Caption = "Warning: search will involve only selected satellites";
         TellFoundFlare(app_, std::nullopt);
         // What is typed takes the place of the number that stands there.
-        if (auto* const field = qobject_cast<QLineEdit*>(focusWidget())) field->selectAll();
+        interval_->setFocus();
+        interval_->selectAll();
     }
     QDialog::showEvent(event);
 }

@@ -3,6 +3,7 @@
 // The window of the flare search.
 
 #include <QDialog>
+#include <QLineEdit>
 #include <QPushButton>
 
 #include "state/application.h"
@@ -32,6 +33,7 @@ class FormFindFlare : public QDialog {
     void FollowSearch();
 
     Application& app_;
+    QLineEdit* interval_ = nullptr;
     QPushButton* abort_ = nullptr;
     QWidget* focusBefore_ = nullptr;  // what had the focus when the search began
     bool returnFocus_ = false;        // the search has ended with the focus on Abort

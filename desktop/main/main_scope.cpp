@@ -5,7 +5,6 @@
 #include <QKeySequence>
 #include <QMenu>
 #include <QMenuBar>
-#include <QScreen>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <vector>
@@ -14,6 +13,7 @@
 #include "desktop/main/bindings.h"
 #include "desktop/main/keyboard.h"
 #include "desktop/main/panels_layout.h"
+#include "desktop/main/window_memory.h"
 
 namespace glintara::desktop {
 
@@ -21,8 +21,6 @@ namespace {
 
 constexpr QSize kFirstSize(1280, 800);
 constexpr int kLeastHeight = 720;
-/// What the frame of a window may take of the screen: its width is known only when it stands there.
-constexpr QSize kFrameRoom(4, 32);
 
 /// A menu of the bar, still empty.
 QMenu& AddMenu(QMenuBar& bar, Mnemonics& letters, MenuEntry& top) {
@@ -68,7 +66,7 @@ MainScope::MainScope(Application& app, bool mapTools) : app_(app) {
     setCentralWidget(central);
     BuildMenus();
     if (mapTools) BuildMapTools();
-    const QSize room = screen()->availableSize() - kFrameRoom;
+    const QSize room = RoomOnScreen(*this);
     // Where the screen has less, the panels are scrolled.
     setMinimumSize(QSize(panels->sizeHint().width(), kLeastHeight).boundedTo(room));
     resize(kFirstSize.boundedTo(room));

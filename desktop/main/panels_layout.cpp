@@ -1,6 +1,7 @@
 #include "desktop/main/panels_layout.h"
 
 #include <QCheckBox>
+#include <QCoreApplication>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
@@ -323,6 +324,8 @@ class PanelScroll : public QScrollArea {
         QScrollArea::resizeEvent(event);
         updateGeometry();
     }
+    /// There is one way to scroll.
+    void wheelEvent(QWheelEvent* event) override { QCoreApplication::sendEvent(horizontalScrollBar(), event); }
     bool eventFilter(QObject* watched, QEvent* event) override {
         if (watched == widget()) {
             if (event->type() == QEvent::ShowToParent || event->type() == QEvent::HideToParent)

@@ -16,6 +16,8 @@ namespace {
 /// How much of a title bar must be on a screen for the window to be grasped by it, and how high it is, in pixels.
 constexpr int kLeastGrip = 80;
 constexpr int kTitleHeight = 24;
+/// What the frame of a window may take of the screen: its width is known only when it stands there.
+constexpr QSize kFrameRoom(4, 32);
 /// Positions and sizes beyond this do not come from a window.
 constexpr int kFarthest = 100000;
 
@@ -110,6 +112,8 @@ void RememberPlace(QWidget& window, QSettings& store, std::function<QPoint(const
     // It goes with the window.
     if (!window.objectName().isEmpty()) new PlaceKeeper(window, store, std::move(firstPlace));
 }
+
+QSize RoomOnScreen(const QWidget& window) { return window.screen()->availableSize() - kFrameRoom; }
 
 QPoint PlaceBeside(const QWidget& window, const QWidget& mainWindow, const QWidget& picture, Qt::Edge edge) {
     const QSize size = SizeWithFrame(window, mainWindow);

@@ -19,6 +19,9 @@ QString WindowPlacesFile();
 /// the corner of its frame on the screen.
 void RememberPlace(QWidget& window, QSettings& store, std::function<QPoint(const QWidget&)> firstPlace = {});
 
+/// The largest inside of a window that its screen has room for.
+QSize RoomOnScreen(const QWidget& window);
+
 /// Where a tool window stands beside what it is about: outside `mainWindow` at that edge, left or right, when the screen
 /// has room there; otherwise at that edge of `picture`, never over its middle as long as the window is narrower than half
 /// of it.

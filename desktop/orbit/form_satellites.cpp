@@ -16,7 +16,7 @@ namespace glintara::desktop {
 namespace {
 
 constexpr int kListPixels = 12;
-constexpr QSize kFirstSize(480, 560);
+constexpr QSize kFirstSize(460, 560);
 
 }  // namespace
 

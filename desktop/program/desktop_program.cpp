@@ -177,6 +177,7 @@ void DesktopProgram::OpenTLEFile() {
 }
 
 void DesktopProgram::OpenBeside(QWidget& form, Qt::Edge edge) {
+    if (form.testAttribute(Qt::WA_Resized)) form.resize(form.size().boundedTo(RoomOnScreen(*window_)));
     RememberPlace(
         form, places_,
         [this, edge](const QWidget& opening) { return PlaceBeside(opening, *window_, window_->Picture(), edge); });

@@ -127,6 +127,11 @@ TEST_F(FormFindFlareTest, TabGoesThroughFieldsAndButtonsInReadingOrder) {
     EXPECT_EQ(seen.join(" "), "TInterval TMaxDistance CAutoWSet CFindFirst CFindNext CSatList CExit TInterval");
 }
 
+TEST_F(FormFindFlareTest, WhatIsTypedFirstTakesThePlaceOfTheInterval) {
+    QTest::keyClicks(form.focusWidget(), "96");
+    EXPECT_EQ(controls.TInterval.Text.Get(), "96");
+}
+
 TEST_F(FormFindFlareTest, EscapeCloses) {
     QTest::keyClick(&Named<QLineEdit>(form, "TInterval"), Qt::Key_Escape);
     EXPECT_FALSE(form.isVisible());

@@ -9,6 +9,8 @@
 #include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QtTest/QTest>
 #include <cmath>
@@ -281,6 +283,51 @@ TEST_F(WindowTest, WindowOpensWhereItStood) {
     ASSERT_TRUE(window_.close());
     DesktopProgram next(QString::fromStdString((folder_.Path() / "places.ini").string()));
     EXPECT_EQ(next.Window().size(), QSize(1300, 780));
+}
+
+TEST_F(WindowTest, InANarrowWindowThePanelsAreScrolledSideways) {
+    Settle();
+    auto* const panels = window_.findChild<QScrollArea*>();
+    ASSERT_NE(panels, nullptr);
+    QTest::qWait(20);
+    EXPECT_FALSE(panels->horizontalScrollBar()->isVisible()) << "the usual window has room for them";
+    const int before = panels->height();
+    window_.setMinimumSize(0, 0);
+    window_.resize(900, 500);
+    EXPECT_TRUE(WaitFor([&] { return panels->horizontalScrollBar()->isVisible() && panels->height() > before; }));
+    for (const char* text : {"Clear", "Add TLE", "Update TLE"}) {
+        QPushButton* const button = ButtonNamed(text);
+        panels->ensureWidgetVisible(button);
+        EXPECT_EQ(button->visibleRegion().boundingRect(), button->rect()) << text;
+    }
+    EXPECT_GT(window_.Picture().height(), 160);
+    window_.resize(1300, 780);
+    EXPECT_TRUE(WaitFor([&] { return !panels->horizontalScrollBar()->isVisible() && panels->height() == before; }));
+}
+
+TEST_F(WindowTest, WhatIsStillToComeIsGreyed) {
+    Settle();
+    LoadIridium();
+    for (const char* text : {"Constellations", "Flare/Tr Track"}) {
+        for (const QCheckBox* box : window_.findChildren<QCheckBox*>())
+            if (box->text() == text) EXPECT_FALSE(box->isEnabled()) << text;
+    }
+    for (const char* text : {"SGP1", "Observations...", "Open Workspace...", "Mark Cities", "Show Atmosphere",
+                             "Update and News Check", "Export Flare/Transit Track"})
+        EXPECT_FALSE(EntryNamed(text)->isEnabled()) << text;
+    for (const char* text : {"SGP4/SDP4", "Floating Site", "Search Flares/Transits...", "Transit Mode", "Reset View"})
+        EXPECT_TRUE(EntryNamed(text)->isEnabled()) << text;
+}
+
+TEST_F(WindowTest, TheSearchWindowIsNeverOverTheMiddleOfThePicture) {
+    Settle();
+    LoadIridium();
+    EntryNamed("Search Flares/Transits...")->trigger();
+    const auto* form = window_.findChild<QDialog*>("FormFindFlare");
+    ASSERT_NE(form, nullptr);
+    ASSERT_TRUE(WaitFor([&] { return form->isVisible(); }));
+    const QWidget& picture = window_.Picture();
+    EXPECT_FALSE(form->frameGeometry().contains(picture.mapToGlobal(picture.rect().center())));
 }
 
 TEST_F(WindowTest, ClosingEndsTheClock) {
