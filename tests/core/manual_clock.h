@@ -67,9 +67,17 @@ class ManualClock : public ComputerClock, public Events {
         Advance(1);
     }
 
+    /// The same, for one who sleeps meanwhile.
+    void WaitForEvents() override {
+        ++waited;
+        ServeEvents();
+        --served;
+    }
+
     std::int64_t NowMs() const { return now_; }
 
-    int served = 0;
+    int served = 0;  ///< turns that were asked for without waiting
+    int waited = 0;
     std::function<void()> hook;  ///< what a test does while events are served
     double zoneHours = 0;
 

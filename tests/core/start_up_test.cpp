@@ -141,6 +141,12 @@ TEST_F(StartUpTest, TheOpeningLastsAboutASecond) {
     EXPECT_LE(clock.NowMs() - pictures.back().ms, 600);
 }
 
+TEST_F(StartUpTest, TheOpeningSleepsUntilThereIsAnEvent) {
+    ASSERT_TRUE(Open());
+    EXPECT_GT(clock.waited, 100);
+    EXPECT_LE(clock.served, 1) << "no turn in between keeps the processor busy";
+}
+
 TEST_F(StartUpTest, ASlowComputerLeavesPicturesOut) {
     whilePictured = [&] { clock.Stall(100); };
     ASSERT_TRUE(Open());
