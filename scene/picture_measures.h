@@ -6,9 +6,6 @@
 
 namespace glintara {
 
-/// Twips in a pixel of a screen at scale 1, the pixel that `DrawWidth` counts in.
-inline constexpr double kTwipsPerScreenPixel = 15;
-
 /// Length of a scene unit, the Earth's radius, in pixels of a screen at scale 1.
 double ScreenPixelsPerUnit(const SceneContext& scene);
 

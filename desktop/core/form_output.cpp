@@ -6,6 +6,7 @@
 #include <QVBoxLayout>
 
 #include "desktop/main/bindings.h"
+#include "desktop/main/form_parts.h"
 #include "desktop/main/style.h"
 
 namespace glintara::desktop {
@@ -13,8 +14,6 @@ namespace glintara::desktop {
 namespace {
 
 constexpr int kTextPixels = 12;
-constexpr int kFrameGap = 8;
-constexpr int kControlGap = 4;
 constexpr QSize kFirstSize(680, 440);
 
 }  // namespace

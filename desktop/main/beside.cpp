@@ -27,6 +27,13 @@ QRect OnScreen(QRect place, const QRect& screen) {
     return place;
 }
 
+/// The size that the window will have on the screen, with a frame like that of `mainWindow`.
+QSize SizeWithFrame(const QWidget& window, const QWidget& mainWindow) {
+    const bool sized = window.testAttribute(Qt::WA_Resized);
+    const QSize inside = sized ? window.size() : window.sizeHint().expandedTo(window.minimumSize());
+    return inside + mainWindow.frameGeometry().size() - mainWindow.size();
+}
+
 }  // namespace
 
 QRect PlaceBeside(const QSize& size, const std::vector<QRect>& about, const QRect& screen) {
@@ -57,6 +64,23 @@ void OpenBeside(QWidget& window, const std::vector<const QWidget*>& about, const
         if (widget != nullptr && widget->isVisible())
             rooms.emplace_back(widget->mapToGlobal(QPoint(0, 0)), widget->size());
     window.move(PlaceBeside(window.size(), rooms, screen->availableGeometry()).topLeft());
+}
+
+QPoint PlaceAtEdge(const QWidget& window, const QWidget& mainWindow, const QWidget& picture, Qt::Edge edge) {
+    const QSize size = SizeWithFrame(window, mainWindow);
+    const QRect screen = mainWindow.screen()->availableGeometry();
+    const QRect frame = mainWindow.frameGeometry();
+    const QPoint corner = picture.mapToGlobal(QPoint(0, 0));
+    const bool left = edge == Qt::LeftEdge;
+    const int outside = left ? frame.left() - size.width() : frame.right() + 1;
+    const bool hasRoom = left ? outside >= screen.left() : outside + size.width() <= screen.right() + 1;
+    const int atPicture = left ? corner.x() : corner.x() + picture.width() - size.width();
+    const int x =
+        hasRoom ? outside
+                : std::clamp(atPicture, screen.left(), std::max(screen.left(), screen.right() + 1 - size.width()));
+    // Not every window manager takes the place for that of the frame: the menus stay in sight in any case.
+    const int y = hasRoom ? frame.top() : corner.y() + mainWindow.geometry().top() - frame.top();
+    return {x, std::clamp(y, screen.top(), std::max(screen.top(), screen.bottom() + 1 - size.height()))};
 }
 
 }  // namespace glintara::desktop

@@ -22,9 +22,4 @@ void RememberPlace(QWidget& window, QSettings& store, std::function<QPoint(const
 /// The largest inside of a window that its screen has room for.
 QSize RoomOnScreen(const QWidget& window);
 
-/// Where a tool window stands beside what it is about: outside `mainWindow` at that edge, left or right, when the screen
-/// has room there; otherwise at that edge of `picture`, never over its middle as long as the window is narrower than half
-/// of it.
-QPoint PlaceBeside(const QWidget& window, const QWidget& mainWindow, const QWidget& picture, Qt::Edge edge);
-
 }  // namespace glintara::desktop

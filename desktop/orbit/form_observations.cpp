@@ -20,6 +20,7 @@
 #include <set>
 
 #include "desktop/main/bindings.h"
+#include "desktop/main/form_parts.h"
 #include "desktop/main/style.h"
 #include "engine/astro/number_text.h"
 #include "orbit/observations.h"
@@ -30,9 +31,6 @@ namespace glintara::desktop {
 namespace {
 
 constexpr int kListPixels = 12;
-constexpr int kFrameGap = 8;
-constexpr int kControlGap = 4;
-constexpr int kFrameMargin = 12;
 constexpr int kFieldCharacters = 6;
 /// Characters of a line for which the list has room: the columns, and brightness and period behind them.
 constexpr int kListCharacters = 82;
@@ -73,11 +71,10 @@ QItemSelection SelectionOf(const QAbstractItemModel& model, const std::set<int>&
     return selection;
 }
 
-QPushButton* MakeButton(Button& control, const char* name) {
-    auto* button = new QPushButton;
-    button->setObjectName(name);
+/// A command that Return does not press from a field.
+QPushButton* MakeCommand(Button& control, const char* name) {
+    QPushButton* const button = MakeButton(control, name);
     button->setAutoDefault(false);
-    Bind(*button, control);
     return button;
 }
 
@@ -206,10 +203,10 @@ QLayout* FormObservations::BuildCommands() {
     auto* column = new QVBoxLayout;
     column->setSpacing(kControlGap);
     column->addStretch(1);
-    QPushButton* const apply = MakeButton(form_.CApply, "CApply");
+    QPushButton* const apply = MakeCommand(form_.CApply, "CApply");
     apply->setDefault(true);
     column->addWidget(apply);
-    QPushButton* const pointer = MakeButton(form_.CEnDisPointer, "CEnDisPointer");
+    QPushButton* const pointer = MakeCommand(form_.CEnDisPointer, "CEnDisPointer");
     pointer->setEnabled(form_.CEnDisPointer.Enabled && form_.CEnDisPointer.IsWired());
     column->addWidget(pointer);
     return column;
@@ -268,24 +265,24 @@ QLayout* FormObservations::BuildEntry() {
     Bind(*entry_, form_.TIODLine);
     entry_->installEventFilter(this);
     row->addWidget(entry_, 1);
-    row->addWidget(MakeButton(form_.CAddLine, "CAddLine"));
+    row->addWidget(MakeCommand(form_.CAddLine, "CAddLine"));
     return row;
 }
 
 QLayout* FormObservations::BuildButtons() {
     auto* row = new QHBoxLayout;
     row->setSpacing(kControlGap);
-    row->addWidget(MakeButton(form_.CCopyIOD, "CCopyIOD"));
-    row->addWidget(MakeButton(form_.CPasteIOD, "CPasteIOD"));
-    row->addWidget(MakeButton(form_.CDeleteIOD, "CDeleteIOD"));
+    row->addWidget(MakeCommand(form_.CCopyIOD, "CCopyIOD"));
+    row->addWidget(MakeCommand(form_.CPasteIOD, "CPasteIOD"));
+    row->addWidget(MakeCommand(form_.CDeleteIOD, "CDeleteIOD"));
     row->addSpacing(kFrameGap);
-    row->addWidget(MakeButton(form_.CLoadIOD, "CLoadIOD"));
-    row->addWidget(MakeButton(form_.CSaveIOD, "CSaveIOD"));
-    row->addWidget(MakeButton(form_.CExport, "CExport"));
+    row->addWidget(MakeCommand(form_.CLoadIOD, "CLoadIOD"));
+    row->addWidget(MakeCommand(form_.CSaveIOD, "CSaveIOD"));
+    row->addWidget(MakeCommand(form_.CExport, "CExport"));
     row->addSpacing(kFrameGap);
-    row->addWidget(MakeButton(form_.CClearAllIOD, "CClearAllIOD"));
+    row->addWidget(MakeCommand(form_.CClearAllIOD, "CClearAllIOD"));
     row->addStretch(1);
-    row->addWidget(MakeButton(form_.CClose, "CClose"));
+    row->addWidget(MakeCommand(form_.CClose, "CClose"));
     return row;
 }
 

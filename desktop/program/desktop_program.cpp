@@ -7,6 +7,7 @@
 
 #include "core/map_tools.h"
 #include "core/panels.h"
+#include "desktop/main/beside.h"
 #include "desktop/main/bindings.h"
 #include "desktop/main/keyboard.h"
 #include "desktop/main/window_memory.h"
@@ -16,8 +17,8 @@
 #include "scene/map_text.h"
 #include "scene/orientation.h"
 #include "scene/overlays.h"
-#include "scene/picture_measures.h"
 #include "scene/star_list.h"
+#include "scene/surface/draw_surface.h"
 
 namespace glintara::desktop {
 
@@ -75,7 +76,8 @@ DesktopProgram::DesktopProgram(const QString& placesFile, bool mapTools)
     window_ = std::make_unique<MainScope>(app_, mapTools_);
     RememberPlace(*window_, places_);
     boxes_.SetParent(window_.get());
-    observations_ = std::make_unique<ObservationWindows>(app_, *window_, places_, clock_);
+    observations_ = std::make_unique<ObservationWindows>(
+        app_, *window_, places_, clock_, [this](int key, bool shift) { return PressKeyElsewhere(key, shift); });
     signals_.refreshInfo = [this] { observations_->RefreshInfo(); };
     mouse_ = std::make_unique<MouseSteering>(app_, program_->Loop);
     ConnectWindow();
@@ -180,7 +182,7 @@ void DesktopProgram::OpenBeside(QWidget& form, Qt::Edge edge) {
     if (form.testAttribute(Qt::WA_Resized)) form.resize(form.size().boundedTo(RoomOnScreen(*window_)));
     RememberPlace(
         form, places_,
-        [this, edge](const QWidget& opening) { return PlaceBeside(opening, *window_, window_->Picture(), edge); });
+        [this, edge](const QWidget& opening) { return PlaceAtEdge(opening, *window_, window_->Picture(), edge); });
     HandKeysOn(form, [this](int key, bool shift) { return PressKeyElsewhere(key, shift); });
 }
 

@@ -1,6 +1,9 @@
 #include "desktop/program/observation_windows.h"
 
+#include <utility>
+
 #include "desktop/main/beside.h"
+#include "desktop/main/keyboard.h"
 #include "desktop/main/window_memory.h"
 #include "orbit/observations.h"
 #include "orbit/output.h"
@@ -18,8 +21,8 @@ void BringToFront(QWidget& window) {
 }  // namespace
 
 ObservationWindows::ObservationWindows(Application& app, MainScope& window, QSettings& places,
-                                       const ComputerClock& clock)
-    : app_(app), window_(window), places_(places) {
+                                       const ComputerClock& clock, std::function<bool(int key, bool shift)> keyPressed)
+    : app_(app), window_(window), places_(places), keyPressed_(std::move(keyPressed)) {
     observations::Connect(app);
     output::Connect(app);
     app.Output.ReadClock = [&clock] { return clock.ReadUtc(); };
@@ -54,6 +57,7 @@ void ObservationWindows::FollowObservations() {
     if (!observations_) {
         observations_ = std::make_unique<FormObservations>(app_, places_, &window_);
         RememberPlace(*observations_, places_);
+        HandKeysOn(*observations_, keyPressed_);
         OpenBeside(*observations_, {&window_.Picture()}, places_);
     }
     BringToFront(*observations_);
@@ -67,6 +71,7 @@ void ObservationWindows::FollowOutput() {
     if (!output_) {
         output_ = std::make_unique<FormOutput>(app_, &window_);
         RememberPlace(*output_, places_);
+        HandKeysOn(*output_, keyPressed_);
         OpenBeside(*output_, {&window_.Picture(), observations_.get()}, places_);
     }
     BringToFront(*output_);

@@ -3,6 +3,7 @@
 // The windows of the observations and of the output, which the controls open and close.
 
 #include <QSettings>
+#include <functional>
 #include <memory>
 #include <string_view>
 
@@ -17,7 +18,9 @@ namespace glintara::desktop {
 /// Makes each window when it is first wanted. What is handed in must outlive it.
 class ObservationWindows {
   public:
-    ObservationWindows(Application& app, MainScope& window, QSettings& places, const ComputerClock& clock);
+    /// `keyPressed` gets the keys that no control of the windows takes.
+    ObservationWindows(Application& app, MainScope& window, QSettings& places, const ComputerClock& clock,
+                       std::function<bool(int key, bool shift)> keyPressed);
     ObservationWindows(const ObservationWindows&) = delete;
     ObservationWindows& operator=(const ObservationWindows&) = delete;
     ~ObservationWindows();
@@ -38,6 +41,7 @@ class ObservationWindows {
     Application& app_;
     MainScope& window_;
     QSettings& places_;
+    std::function<bool(int, bool)> keyPressed_;
     std::unique_ptr<FormObservations> observations_;
     std::unique_ptr<FormOutput> output_;
 };

@@ -9,7 +9,7 @@ namespace glintara::desktop {
 namespace {
 
 /// Twips in a pixel of the layout: 1440 an inch, 96 pixels an inch.
-constexpr double kTwips = 15;
+constexpr double kTwips = kTwipsPerScreenPixel;
 constexpr double kPixelsPerPoint = 96.0 / 72.0;
 
 /// Fonts, and texts in each, kept at once: a picture has a handful of the one, a few hundred of the other.

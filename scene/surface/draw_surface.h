@@ -22,6 +22,9 @@ inline constexpr Color kWhite = 0xFFFFFF;
 /// Colour of the outline of text.
 inline constexpr Color kTextOutline = 0x0C0706;
 
+/// Twips in a pixel of a screen of 96 pixels an inch at scale 1, the pixel that `DrawWidth` counts in.
+inline constexpr double kTwipsPerScreenPixel = 15;
+
 /// Value of one of the three channels, 0 to 255.
 constexpr int RedOf(Color color) { return static_cast<int>(color & 0xFF); }
 constexpr int GreenOf(Color color) { return static_cast<int>((color >> 8) & 0xFF); }
@@ -93,8 +96,8 @@ class DrawSurface : public DrawState {
 
     double ScaleWidth = 0;  ///< size of the box, twips
     double ScaleHeight = 0;
-    double TwipsPerPixelX = 15;  ///< 15 is a screen of 96 pixels an inch at scale 1
-    double TwipsPerPixelY = 15;
+    double TwipsPerPixelX = kTwipsPerScreenPixel;
+    double TwipsPerPixelY = kTwipsPerScreenPixel;
 
     /// Clears to `BackColor` and moves the text position to the upper left corner.
     virtual void Cls() = 0;

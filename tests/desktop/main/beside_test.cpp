@@ -2,10 +2,18 @@
 
 #include <gtest/gtest.h>
 
+#include <QDialog>
+#include <QGuiApplication>
+#include <QMainWindow>
+#include <QScreen>
 #include <QTemporaryDir>
+
+#include "desktop/window_checks.h"
 
 namespace glintara::desktop {
 namespace {
+
+using testing::Open;
 
 const QRect kScreen(0, 0, 1920, 1080);
 
@@ -61,6 +69,44 @@ TEST(OpenBeside, LeavesAWindowThatHasAPlace) {
     store.clear();
     OpenBeside(window, {&about}, store);
     EXPECT_FALSE(QRect(window.pos(), window.size()).intersects(about.geometry()));
+}
+
+struct PlaceAtEdgeTest : ::testing::Test {
+    void OpenAt(const QRect& place) {
+        main.setCentralWidget(picture);
+        main.setGeometry(place);
+        Open(main);
+    }
+
+    QRect ToolAt(Qt::Edge edge) { return {PlaceAtEdge(tool, main, *picture, edge), tool.size()}; }
+
+    PlaceAtEdgeTest() { tool.resize(400, 300); }
+
+    QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    QMainWindow main;
+    QWidget* picture = new QWidget;
+    QDialog tool;
+};
+
+TEST_F(PlaceAtEdgeTest, OutsideTheMainWindowWhereTheScreenHasRoom) {
+    OpenAt({450, 50, 700, 600});
+    EXPECT_FALSE(main.frameGeometry().intersects(ToolAt(Qt::RightEdge)));
+    EXPECT_FALSE(main.frameGeometry().intersects(ToolAt(Qt::LeftEdge)));
+    EXPECT_TRUE(screen.contains(ToolAt(Qt::RightEdge)));
+    EXPECT_TRUE(screen.contains(ToolAt(Qt::LeftEdge)));
+}
+
+TEST_F(PlaceAtEdgeTest, OtherwiseAtTheEdgeOfThePictureAndNeverOverItsMiddle) {
+    for (const QRect& place : {screen, QRect(0, 0, 960, 540)}) {
+        OpenAt(place);
+        const QPoint middle = picture->mapToGlobal(picture->rect().center());
+        for (const Qt::Edge edge : {Qt::LeftEdge, Qt::RightEdge}) {
+            const QRect there = ToolAt(edge);
+            EXPECT_FALSE(there.contains(middle));
+            EXPECT_TRUE(screen.contains(there));
+        }
+        EXPECT_EQ(ToolAt(Qt::LeftEdge).left(), place.left());
+    }
 }
 
 }  // namespace

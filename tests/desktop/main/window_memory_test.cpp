@@ -185,46 +185,6 @@ TEST_F(WindowMemoryTest, AFullScreenLeavesThePlaceAlone) {
     EXPECT_EQ(Run<QMainWindow>(), QRect(60, 45, 250, 167));
 }
 
-// Where a tool window opens the first time.
-
-struct PlaceBesideTest : ::testing::Test {
-    void OpenAt(const QRect& place) {
-        main.setCentralWidget(picture);
-        main.setGeometry(place);
-        Open(main);
-    }
-
-    QRect ToolAt(Qt::Edge edge) { return {PlaceBeside(tool, main, *picture, edge), tool.size()}; }
-
-    PlaceBesideTest() { tool.resize(400, 300); }
-
-    QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
-    QMainWindow main;
-    QWidget* picture = new QWidget;
-    QDialog tool;
-};
-
-TEST_F(PlaceBesideTest, OutsideTheMainWindowWhereTheScreenHasRoom) {
-    OpenAt({450, 50, 700, 600});
-    EXPECT_FALSE(main.frameGeometry().intersects(ToolAt(Qt::RightEdge)));
-    EXPECT_FALSE(main.frameGeometry().intersects(ToolAt(Qt::LeftEdge)));
-    EXPECT_TRUE(screen.contains(ToolAt(Qt::RightEdge)));
-    EXPECT_TRUE(screen.contains(ToolAt(Qt::LeftEdge)));
-}
-
-TEST_F(PlaceBesideTest, OtherwiseAtTheEdgeOfThePictureAndNeverOverItsMiddle) {
-    for (const QRect& place : {screen, QRect(0, 0, 960, 540)}) {
-        OpenAt(place);
-        const QPoint middle = picture->mapToGlobal(picture->rect().center());
-        for (const Qt::Edge edge : {Qt::LeftEdge, Qt::RightEdge}) {
-            const QRect there = ToolAt(edge);
-            EXPECT_FALSE(there.contains(middle));
-            EXPECT_TRUE(screen.contains(there));
-        }
-        EXPECT_EQ(ToolAt(Qt::LeftEdge).left(), place.left());
-    }
-}
-
 TEST_F(WindowMemoryTest, AWindowWithoutAMemoryOpensAtItsFirstPlace) {
     QSettings store(File(), QSettings::IniFormat);
     for (const QPoint& place : {QPoint(77, 66), QPoint(30, 40)}) {

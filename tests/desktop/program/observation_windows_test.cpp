@@ -6,6 +6,7 @@
 
 #include <QPushButton>
 #include <QTest>
+#include <filesystem>
 
 #include "desktop/main/bindings.h"
 #include "desktop/program/desktop_program.h"
