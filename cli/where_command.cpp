@@ -14,6 +14,7 @@
 #include "flare/attitude.h"
 #include "orbit/propagation.h"
 #include "orbit/satellite_table.h"
+#include "orbit/sun_and_moon.h"
 
 namespace glintara::cli {
 

@@ -12,6 +12,7 @@
 #include "engine/astro/sidereal.h"
 #include "engine/astro/sun_moon.h"
 #include "engine/astro/trigonometry.h"
+#include "orbit/sun_and_moon.h"
 #include "scene/view_geometry.h"
 
 namespace glintara {
@@ -72,10 +73,6 @@ std::string JulianText(double jd) {
 
 }  // namespace
 
-double SubSolarLongitude(const CommonData& data) {
-    return EastLongitudeOf(data.SunRA, SiderealFromDate(data.SimFields()));
-}
-
 void SimulatedTime::ReadBase() {
     CommonData& data = app_.Data;
     const CalendarFields now = clock_.ReadUtc();
@@ -99,7 +96,7 @@ void SimulatedTime::Synchronize(bool readClock) {
     HoldSky();
     CommonData& data = app_.Data;
     RefreshViewCache(data.View);
-    data.SunDir = LLRToSameXYZ(data.SunDec, SubSolarLongitude(data), 1);
+    data.SunDir = PointBelowSun(data);
 }
 
 bool SimulatedTime::WriteInstant() {

@@ -8,9 +8,6 @@
 
 namespace glintara {
 
-/// East longitude, radians, of the point that the Sun stands over at the displayed instant. Not wrapped.
-double SubSolarLongitude(const CommonData& data);
-
 /// The one writer of the displayed instant, and of what follows from it: labels, Sun, Moon, locked views.
 class SimulatedTime : public SearchClock {
   public:

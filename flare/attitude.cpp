@@ -11,6 +11,7 @@
 #include "flare/surface_models.h"
 #include "orbit/propagation.h"
 #include "orbit/satellite_table.h"
+#include "orbit/sun_and_moon.h"
 
 namespace glintara {
 
@@ -41,11 +42,6 @@ std::optional<BodyFrame> FrameTowards(const Vector3& r, const Vector3& reference
 }
 
 }  // namespace
-
-Vector3 SunPlace(const CommonData& data, double jd) {
-    const Equatorial sun = SunPosition(jd);
-    return LLRToSameXYZ(sun.dec, EastLongitudeOf(sun.ra, SiderealFromJD(jd)), kSunDistance / data.Site.SiteRadius);
-}
 
 std::optional<BodyFrame> BuildBodyFrame(const Application& app, const SatRecord& satellite, const Vector3& r,
                                         const Vector3& v, double jd) {

@@ -15,9 +15,6 @@
 
 namespace glintara {
 
-/// Position of the Sun at `jd`, Earth-fixed, in `SiteRadius`.
-Vector3 SunPlace(const CommonData& data, double jd);
-
 /// The frame of a satellite at `r` with velocity `v`, Earth-fixed at `jd`, for the attitude type of `satellite`. Under
 /// `AlongTarget` the target is propagated to the same instant. Nothing when there is no frame: an attitude type that is
 /// none, a target that is not in the list or is the satellite itself, the simple propagator with a target, a reference

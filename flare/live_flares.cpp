@@ -5,15 +5,13 @@
 #include <utility>
 
 #include "engine/astro/constants.h"
-#include "engine/astro/geodesy.h"
 #include "engine/astro/number_text.h"
-#include "engine/astro/sidereal.h"
-#include "engine/astro/sun_moon.h"
 #include "engine/astro/trigonometry.h"
 #include "engine/geometry/attitude_types.h"
 #include "engine/geometry/reflection.h"
 #include "flare/attitude.h"
 #include "flare/surface_models.h"
+#include "orbit/sun_and_moon.h"
 
 namespace glintara {
 
@@ -56,9 +54,7 @@ void TellAngle(Label& label, std::string_view words, const std::optional<Rotatin
 }  // namespace
 
 LightPlaces LightPlacesAt(const CommonData& data) {
-    const MoonPlace moon = MoonPosition(data.SimTime);
-    const double moonLon = EastLongitudeOf(moon.ra, SiderealFromJD(data.SimTime));
-    return {SunPlace(data, data.SimTime), LLRToSameXYZ(moon.dec, moonLon, moon.distance / data.Site.SiteRadius)};
+    return {SunPlace(data, data.SimTime), MoonPlaceInWorld(data, data.SimTime)};
 }
 
 LiveFlareQuest LiveFlareQuestOf(const Application& app) {

@@ -9,6 +9,7 @@
 #include "engine/astro/horizon.h"
 #include "engine/astro/sidereal.h"
 #include "engine/astro/sun_moon.h"
+#include "orbit/sun_and_moon.h"
 #include "scene/picture_measures.h"
 #include "scene/plot_segment.h"
 
@@ -159,11 +160,10 @@ void DrawSunAndMoonOnEarth(const SceneContext& scene) {
     const MainControls& main = scene.App.Main;
     if (main.CSkyOnly.Value || !main.CDrawSun.Value) return;
     const CommonData& data = scene.App.Data;
-    const double greenwich = SiderealFromDate(data.SimFields());
-    const double radius = kBodyMarkRadius / data.View.ZoomFactor;
-    const Vector3 underMoon = LLRToSameXYZ(data.MoonDec, EastLongitudeOf(data.MoonRA, greenwich), 1);
+    const double radius = std::max(kBodyMarkRadius / data.View.ZoomFactor, kLeastBodyMark / ScreenPixelsPerUnit(scene));
     if (const std::optional<ScenePoint> sun = SeenOnEarth(scene, data.SunDir)) DrawSunMark(scene, *sun, radius);
-    if (const std::optional<ScenePoint> moon = SeenOnEarth(scene, underMoon)) DrawMoonMark(scene, *moon, radius);
+    if (const std::optional<ScenePoint> moon = SeenOnEarth(scene, PointBelowMoon(data)))
+        DrawMoonMark(scene, *moon, radius);
 }
 
 void DrawAriesLine(const SceneContext& scene) {

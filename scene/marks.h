@@ -20,8 +20,10 @@ inline constexpr double kSiteMarkRadius = 2.0 / 1000;
 inline constexpr double kLeastSiteMark = 2.5;
 inline constexpr double kMostSiteMark = 6;
 
-/// Radius of the marks under Sun and Moon, scene units at zoom 1: their size on the screen does not change.
+/// Radius of the marks under Sun and Moon, scene units at zoom 1: their size on the screen does not change with it. In a
+/// small picture they have at least so many pixels, to be told apart.
 inline constexpr double kBodyMarkRadius = 0.5;
+inline constexpr double kLeastBodyMark = 3;
 
 /// The Sun's rays, in radii of its mark: where they begin and end; and how many there are.
 inline constexpr double kRayStart = 1.5;

@@ -21,7 +21,7 @@ constexpr double kFullCoverage = 255;
 constexpr double kGlowAtLimb = 0.9;
 
 std::uint8_t CoverageOf(double share) {
-    return static_cast<std::uint8_t>(std::lround(kFullCoverage * std::clamp(share, 0.0, 1.0)));
+    return static_cast<std::uint8_t>(kFullCoverage * std::clamp(share, 0.0, 1.0) + 0.5);
 }
 
 double SmoothStep(double from, double to, double x) {
@@ -159,7 +159,7 @@ void SoftenEdge(const PixelGrid& grid, const PixelRange& columns, double y, doub
             if (next > column + 1) column = next - 1;
             continue;
         }
-        const double covered = (radius - std::hypot(x, y)) * grid.Scale() + 0.5;
+        const double covered = (radius - std::sqrt(x * x + y * y)) * grid.Scale() + 0.5;
         std::uint8_t& share = coverage[static_cast<std::size_t>(column - columns.first)];
         share = CoverageOf(std::clamp(covered, 0.0, 1.0) * share / kFullCoverage);
     }
@@ -263,7 +263,7 @@ void DrawGlow(const SceneContext& scene, CoverageRow& row) {
     const double outer = 1 + width;
     const double inner = std::max(0.0, 1 - 1 / grid.Scale());
     const auto share = [&](double x, double y) {
-        const double r = std::hypot(x, y);
+        const double r = std::sqrt(x * x + y * y);
         if (r <= 0) return 0.0;
         const double off = std::clamp((outer - r) / width, 0.0, 1.0);
         const double light = sun ? GlowShare((seenSun.y * x + seenSun.z * y) / r) : 1;

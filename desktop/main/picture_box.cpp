@@ -3,6 +3,8 @@
 #include <QMouseEvent>
 #include <QPainter>
 
+#include "engine/astro/processor.h"
+
 namespace glintara::desktop {
 
 namespace {
@@ -35,6 +37,11 @@ void PictureBox::TakeSize() {
 }
 
 void PictureBox::paintEvent(QPaintEvent* /*event*/) {
+    ShowPicture();
+    ClearUpperHalves();
+}
+
+void PictureBox::ShowPicture() {
     QPainter painter(this);
     painter.fillRect(rect(), QColor::fromRgb(kSpace));
     // While the window is being resized the picture still has its old size: it is shown whole, in its shape.

@@ -43,6 +43,8 @@ class PictureBox : public QWidget {
     void wheelEvent(QWheelEvent* event) override;
 
   private:
+    void ShowPicture();
+
     PictureListener listener_;
     QImage image_;
 };

@@ -5,6 +5,7 @@
 #include "engine/geometry/attitude_types.h"
 #include "flare/observed_night.h"
 #include "orbit/propagation.h"
+#include "orbit/sun_and_moon.h"
 
 namespace glintara::observed_night {
 namespace {

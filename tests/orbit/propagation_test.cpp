@@ -4,8 +4,8 @@
 #include <random>
 
 #include "engine/astro/sun_moon.h"
-#include "flare/attitude.h"
 #include "flare/observed_night.h"
+#include "orbit/sun_and_moon.h"
 
 namespace glintara::observed_night {
 namespace {

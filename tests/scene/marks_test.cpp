@@ -114,6 +114,8 @@ TEST_F(MarksTest, TheMoonIsACrescent) {
     app.Data.MoonRA = (6 + 42.86 / 60) * 15 * kDegree;
     app.Data.MoonDec = 0;
     app.Data.SunDir = {-1, 0, 0};
+    surface.ScaleWidth = 28800;
+    surface.ScaleHeight = 16200;
     LookAt(0, 0);
     DrawSunAndMoonOnEarth(scene);
     const auto shapes = surface.OperationsOf(DrawOperation::PolyPolygon);
@@ -127,17 +129,25 @@ TEST_F(MarksTest, TheMoonIsACrescent) {
     double farthest = 0;
     double left = 1e9;
     for (std::size_t i = 0, j = xy.size() - 2; i < xy.size(); j = i, i += 2) {
-        const double x = xy[i] * 15 - 300;
-        const double y = xy[i + 1] * 15 - 200;
-        area += ((xy[j] * 15 - 300) * y - x * (xy[j + 1] * 15 - 200)) / 2;
+        const double x = xy[i] * 15 - 14400;
+        const double y = xy[i + 1] * 15 - 8100;
+        area += ((xy[j] * 15 - 14400) * y - x * (xy[j + 1] * 15 - 8100)) / 2;
         farthest = std::max(farthest, std::hypot(x, y));
         left = std::min(left, x);
     }
     EXPECT_NEAR(left, -farthest, 0.05 * farthest);
-    EXPECT_NEAR(farthest, 1.5 * 0.5 / 64 * 200, 0.05);
+    EXPECT_NEAR(farthest, 1.5 * 0.5 / 64 * 8100, 0.5);
     const double share = std::fabs(area) / (kPiExact * farthest * farthest);
     EXPECT_GT(share, 0.3);
     EXPECT_LT(share, 0.55);
+}
+
+TEST_F(MarksTest, InASmallPictureSunAndMoonHaveThreePixelsEach) {
+    app.Data.SunDir = {1, 0, 0};
+    LookAt(0, 0);
+    DrawSunAndMoonOnEarth(scene);
+    ASSERT_EQ(Circles().size(), 1U);
+    EXPECT_NEAR(Circles()[0].numbers[2], 45, 1e-9);
 }
 
 TEST_F(MarksTest, TheAriesLine) {

@@ -72,6 +72,28 @@ TEST_F(OrbitsTest, AGeostationaryOrbitIsARingOfItsRadius) {
     EXPECT_NEAR(EndY(lines.back()), StartY(lines.front()), 0.02);
 }
 
+// An orbit whose perigee lies far below the ground: there the engine calls the satellite decayed, and still has places.
+TEST_F(OrbitsTest, ADecayedSatellitesOrbitIsDrawnWhereverItHasAPlace) {
+    Load("stations.tle", "ISS (ZARYA)");
+    SatRecord& satellite = data.Satellite(data.SatCount);
+    main.CPlotOrbit.Value = true;
+    const std::string low1 = "1 25544U 98067A   18020.50000000  .00000000  00000-0  00000-0 0  9996";
+    const std::string low2 = "2 25544  51.6400   0.0000 2000000   0.0000   0.0000 15.54000000    05";
+    ASSERT_EQ(SatelliteInit(low1.c_str(), low2.c_str(), 'i', &satellite.EngineBlock), 0);
+    EngineBlock block = satellite.EngineBlock;
+    satellite.Eccentricity = 0.2;
+    satellite.MeanMotion = 15.54;
+    int decayed = 0;
+    for (int i = 0; i < 200; ++i)
+        decayed +=
+            PropagateSatellite(data, EarthRotation::Displayed, block, data.SimTime + i / 200.0 / 15.54).result == 6;
+    ASSERT_GT(decayed, 20);
+    // The map hides nothing.
+    main.CPlaniSphere.Value = true;
+    LookAt(0, 0);
+    EXPECT_GE(Draw().size(), 200U);
+}
+
 TEST_F(OrbitsTest, AChainBeginsAtTheSatellite) {
     const SatRecord& satellite = Load("iridium.tle", "IRIDIUM 32 [+]");
     EngineBlock block = satellite.EngineBlock;

@@ -10,6 +10,8 @@
 #include <cmath>
 #include <limits>
 #include <random>
+#include <span>
+#include <vector>
 
 #include "earth_canvas.h"
 #include "earth_shapes.h"
@@ -500,6 +502,41 @@ TEST(Scratch, TooLittleLeavesTheOutline) {
         }
         earth.Draw(config, star.vertices, needed);
         EXPECT_FALSE(earth.canvas.fills.empty());
+    }
+}
+
+TEST(Scratch, ABorderWhoseClosingVertexFindsNoRoomIsOutlinedAllTheSame) {
+    // The filled contour is the border as well, and is closed by its first vertex again: two numbers more.
+    Earth earth;
+    const Shape star = StarShape({5, 40}, 20, 23);
+    const GlintViewConfig config = Camera(0.1, 0.7, 0, 290);
+    earth.Draw(config, star.vertices);
+    const std::size_t needed = earth.used;
+    ASSERT_EQ(earth.canvas.lines.size(), 1U);
+    const Contour border = earth.canvas.lines[0];
+    ASSERT_EQ(2 * border.size(), needed);
+    const auto view = EarthViewOf(config);
+    ASSERT_TRUE(view.has_value());
+    for (const std::size_t missing : {1U, 2U}) {
+        constexpr double kUntouched = -12345;
+        std::vector<double> memory(needed + 2, kUntouched);
+        const std::size_t room = needed - missing;
+        earth.canvas.Clear();
+        const std::size_t used =
+            DrawEarth(earth.canvas.Target(), *view, {star.vertices.lat, star.vertices.lon, star.vertices.polygon},
+                      std::span(memory).first(room));
+        EXPECT_EQ(used, needed - 2);
+        for (std::size_t i = room; i < memory.size(); ++i) EXPECT_EQ(memory[i], kUntouched) << i;
+        EXPECT_EQ(earth.canvas.fills.size(), 1U);
+        // In one piece or several, the line goes round and comes back to where it began.
+        ASSERT_FALSE(earth.canvas.lines.empty());
+        const Pixel first = earth.canvas.lines.front().front();
+        const Pixel last = earth.canvas.lines.back().back();
+        EXPECT_NEAR(first.x, last.x, 1e-9);
+        EXPECT_NEAR(first.y, last.y, 1e-9);
+        std::size_t vertices = 0;
+        for (const Contour& line : earth.canvas.lines) vertices += line.size();
+        EXPECT_GE(vertices, border.size());
     }
 }
 
