@@ -8,8 +8,8 @@
 #include "engine/astro/calendar.h"
 #include "engine/astro/constants.h"
 #include "engine/astro/number_text.h"
-#include "flare/attitude.h"
 #include "orbit/satellite_table.h"
+#include "orbit/sun_and_moon.h"
 
 namespace glintara {
 
