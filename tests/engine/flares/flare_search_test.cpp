@@ -153,12 +153,41 @@ TEST(SearchTogether, NothingIsFoundOfNoMirrorOrTooMany) {
     EXPECT_FALSE(FindFlare(iridium.record, quest, more, kNight, 1));
 }
 
+TEST(SearchTogether, AMirrorAskedLaterIsAskedThenAcrossTheChangeOfTheSiderealAngle) {
+    // At noon of 1 January 2000 the Greenwich angle changes its sign, and the search goes in two windows.
+    Satellite iridium = ExampleSatellite("iridium.tle", "IRIDIUM 32 [+]");
+    const double noon = 2451545.0;
+    const FlareQuest quest = QuestFrom(kTurin, 20e6);
+    WatchedMirror transit;
+    transit.mirror = MakeMirrorSetting(FlareGeometry::Transit, 0, 0);
+    const auto behind = [&](double seconds) {
+        transit.from = seconds;
+        return FindFlare(iridium.record, quest, {&transit, 1}, noon, 0.5);
+    };
+    const auto across = [&](double seconds) {
+        transit.from = 3600 + seconds;
+        return FindFlare(iridium.record, quest, {&transit, 1}, noon - 3600 * kSecond, 0.5 + 3600 * kSecond);
+    };
+    int found = 0;
+    for (double seconds = 100; seconds < 36000; seconds += 500) {
+        const auto expected = behind(seconds);
+        const auto flare = across(seconds);
+        ASSERT_EQ(flare.has_value(), expected.has_value()) << seconds;
+        if (!flare) continue;
+        ++found;
+        EXPECT_NEAR(flare->jd, expected->jd, 1.1e-3 * kSecond) << seconds;
+    }
+    EXPECT_GT(found, 20);
+}
+
 /// Orbits that dip below the ground around each perigee: the propagator calls the satellite decayed there.
 const char* const kDippingLine1 = "1 25544U 98067A   18020.50000000  .00000000  00000-0  00000-0 0  9990";
 const char* const kDipping[] = {
     "2 25544  51.6436 147.2345 0600000 310.9234 150.4321 16.00000000 95234",
     "2 25544  51.6436 147.2345 0800000  30.9234 150.4321 15.60000000 95234",
     "2 25544  97.6436  47.2345 0400000 210.9234  50.4321 16.20000000 95234",
+    // Up for eight minutes of each turn.
+    "2 25544  97.6436  47.2345 0020000 210.9234  50.4321 17.10000000 95234",
 };
 
 /// The first flare from `start` on by looking every tenth of a second.
