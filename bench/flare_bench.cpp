@@ -134,8 +134,8 @@ void PassesOfADay(benchmark::State& state) {
 }
 BENCHMARK(PassesOfADay)->Arg(1)->Arg(2)->Unit(benchmark::kMillisecond)->UseRealTime();
 
-// The sweep of one surface each of six satellites for one hour; `times_search` tells how many times longer the whole day of all surfaces
-// would take than the search of it.
+// The sweep of one surface each of six satellites for one hour; `times_search` tells how many times longer the whole
+// day of all surfaces would take than the search of it.
 void SweepOfAnHour(benchmark::State& state) {
     using Clock = std::chrono::steady_clock;
     constexpr std::size_t kSurfaces = 6;

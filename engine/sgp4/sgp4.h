@@ -188,7 +188,8 @@ inline constexpr double kIntegratorSpan = 100 * 365.25 * 1440;
 [[nodiscard]] bool Sgp4Prepare(const MeanElements& elements, Sgp4Record& record);
 
 /// Position and velocity `minutes` after the epoch. Moves the integrator in `record`; the result does not depend, in
-/// any bit, on what was asked before. Position and velocity are finite for every argument. What they are under an error:
+/// any bit, on what was asked before. Position and velocity are finite for every argument. What they are under an
+/// error:
 ///
 ///   | state                                               | numbers                                                  |
 ///   |-----------------------------------------------------|----------------------------------------------------------|

@@ -15,6 +15,9 @@ typedef struct c_answers {
     double result[5];
     int32_t found;
     double instant;
+    int32_t first; /* surface */
+    double firstInstant;
+    int32_t version;
 } c_answers;
 
 /* Returns 0 when every call was answered as a healthy satellite is. */

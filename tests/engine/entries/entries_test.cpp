@@ -38,6 +38,9 @@ TEST(Entries, AllAreThereForC) {
     EXPECT_NE(answers.found, 0);  // every place of the Earth is within 20000 km
     EXPECT_GE(answers.instant, kNoon);
     EXPECT_LT(answers.instant, kNoon + 1.0 / 24);
+    EXPECT_EQ(answers.first, 2);  // the first of the two is no surface
+    EXPECT_EQ(answers.firstInstant, answers.instant);
+    EXPECT_EQ(answers.version, GLINTCORE_VERSION);
 }
 
 TEST(Init, RefusesWhatCannotBePropagated) {

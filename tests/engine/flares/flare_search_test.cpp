@@ -25,8 +25,8 @@ std::int64_t CostOfADay(Sgp4Record& record, const FlareQuest& quest, std::span<c
     return cost;
 }
 
-// Right answers may come slowly: with two arguments of a bound exchanged the search once found all there is in six times
-// the steps. These are the steps it needs, and a quarter more.
+// Right answers may come slowly: with two arguments of a bound exchanged the search once found all there is in six
+// times the steps. These are the steps it needs, and a quarter more.
 
 TEST(SearchCost, ADayOfAnIridiumsThreeAntennasTakesAFewHundredPropagations) {
     Satellite iridium = ExampleSatellite("iridium.tle", "IRIDIUM 32 [+]");
