@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "engine/astro/constants.h"
+#include "engine/astro/element_fields.h"
 #include "engine/astro/horizon.h"
 #include "engine/astro/precession.h"
 #include "engine/astro/processor.h"
@@ -31,9 +32,6 @@ static_assert(offsetof(GlintViewConfig, PanX) == 32 && offsetof(GlintViewConfig,
 namespace glintara {
 namespace {
 
-/// Columns of an element line; nothing behind them is read.
-constexpr std::size_t kElementLineColumns = 69;
-
 /// Results of SatelliteInit that the reader of the lines does not give.
 constexpr int32_t kNullPointer = 1;
 constexpr int32_t kNotFiniteElements = 6;
@@ -52,7 +50,7 @@ struct {
 
 RotationMatrix precession{{{1, 0, 0}, {0, 1, 0}, {0, 0, 1}}};
 
-std::string_view LineAt(const char* text) { return {text, strnlen(text, kElementLineColumns)}; }
+std::string_view LineAt(const char* text) { return {text, strnlen(text, kElementLineLength)}; }
 
 LightSource SourceOfCode(int32_t code) { return code == GLINTCORE_MOON ? LightSource::Moon : LightSource::Sun; }
 

@@ -3,8 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <QCheckBox>
+#include <QClipboard>
 #include <QDeadlineTimer>
 #include <QGroupBox>
+#include <QGuiApplication>
 #include <QLabel>
 #include <QMenuBar>
 #include <QPlainTextEdit>
@@ -328,6 +330,32 @@ TEST_F(WindowTest, TheSearchWindowIsNeverOverTheMiddleOfThePicture) {
     ASSERT_TRUE(WaitFor([&] { return form->isVisible(); }));
     const QWidget& picture = window_.Picture();
     EXPECT_FALSE(form->frameGeometry().contains(picture.mapToGlobal(picture.rect().center())));
+}
+
+TEST_F(WindowTest, APasteIntoTheElementFieldIsReadLikeAFile) {
+    Settle();
+    auto* field = window_.findChild<QPlainTextEdit*>();
+    ASSERT_NE(field, nullptr);
+    QGuiApplication::clipboard()->setText("ISS (ZARYA)      \r\r\n1 25544U  \r\r\n");
+    field->paste();
+    EXPECT_EQ(main_.TTLE.Text.Get(), "ISS (ZARYA)\r\n1 25544U\r\n");
+    EXPECT_EQ(field->toPlainText(), "ISS (ZARYA)\n1 25544U\n");
+    QGuiApplication::clipboard()->clear();
+}
+
+TEST_F(WindowTest, CuttingAllOfALongTextTakesWhatIsNotShownToo) {
+    Settle();
+    auto* field = window_.findChild<QPlainTextEdit*>();
+    std::string text;
+    while (text.size() < 4 * kTextPortion) text += "a line of twenty chars\r\n";
+    main_.TTLE.Text = text;
+    ASSERT_LT(field->toPlainText().size(), static_cast<qsizetype>(2 * kTextPortion));
+    field->selectAll();
+    field->cut();
+    EXPECT_EQ(main_.TTLE.Text.Get(), "");
+    field->paste();
+    EXPECT_EQ(main_.TTLE.Text.Get(), text);
+    QGuiApplication::clipboard()->clear();
 }
 
 TEST_F(WindowTest, ClosingEndsTheClock) {
