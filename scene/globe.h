@@ -14,8 +14,8 @@ namespace glintara {
 /// Borders are hairlines, pixels of a screen at scale 1.
 inline constexpr double kBorderWidth = 0.7;
 
-/// `ZoomFactor` from which every picture has the fine borders: the picture then shows so little of the Earth that they
-/// cost no more than the reduced ones do from afar.
+/// `ZoomFactor` from which every picture has the fine borders: the reduced ones begin to show their corners there. Such
+/// a picture takes about as long as a fine one of the whole globe.
 inline constexpr double kFineBordersZoom = 120;
 
 /// What the frame keeps from one picture to the next, so that drawing takes no memory. Whoever makes pictures owns it.
