@@ -179,6 +179,7 @@ TEST(IODPointToText, AccuracyOfThePlaceIsCutToItsDigit) {
     EXPECT_EQ(PlaceDigits(1), "18");
     EXPECT_EQ(PlaceDigits(1 / 3600.0), "24");
     EXPECT_EQ(PlaceDigits(89.9), "89");
+    EXPECT_EQ(PlaceDigits(0.1 * (1 - 1e-14)), "17");  // 0.1, but for the wear of its radians
 }
 
 TEST(IODPointToText, NinetyOrMoreIsNotKnown) {
