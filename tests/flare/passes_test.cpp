@@ -392,7 +392,7 @@ TEST_F(PassesTest, AnInstantInErrorHasNoFlareAndThoseBesideItDo) {
     o.LoadOne("stations.tle", "ISS (ZARYA)");
     EngineBlock& block = o.app.Data.Satellite(1).EngineBlock;
     ASSERT_EQ(SatelliteInit("1 25544U 98067A   18020.50000000  .00000000  00000-0  00000-0 0  9990",
-                            "2 25544  51.6436 147.2345 0600000 310.9234 150.4321 16.00000000 95234", 'i', &block),
+                            "2 25544  51.6436 266.0000 0800000  50.0000 150.4321 15.60000000 95234", 'i', &block),
               0);
     quest = {kNight, 1, 9000e3, false, true};
     const std::vector<FlarePass> passes = List();

@@ -16,9 +16,10 @@ set(sees_scene ${sees_flare} flare scene_surface)
 set(sees_core ${sees_scene} scene)
 set(sees_desktop_main ${sees_core} core)
 set(sees_desktop_scene ${sees_core} core)
+set(sees_desktop_core ${sees_desktop_main} desktop_main)
 set(sees_desktop_orbit ${sees_desktop_main} desktop_main)
 set(sees_desktop_flare ${sees_desktop_main} desktop_main)
-set(sees_desktop_program ${sees_desktop_main} desktop_main desktop_scene desktop_orbit desktop_flare)
+set(sees_desktop_program ${sees_desktop_main} desktop_main desktop_scene desktop_core desktop_orbit desktop_flare)
 set(sees_cli ${sees_flare} flare)
 
 # A header of each floor.
