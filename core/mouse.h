@@ -41,8 +41,8 @@ class MouseSteering {
 
     /// The mouse has moved to `place`, or a button has been pressed there. The first move with a button held begins a
     /// drag, which the later ones follow: left turns the globe, right rolls it, both zoom, any button with Shift
-    /// shifts the picture, and so does left on the flat map. A move without a button ends the drag. Left with Control or Alt leaves the
-    /// view alone.
+    /// shifts the picture, and so does left on the flat map. A move without a button ends the drag. Left with Control
+    /// or Alt leaves the view alone.
     void Moved(const MousePlace& place, const MouseHold& hold);
 
     /// A button has been released: the drag ends. When the globe was still being turned, it turns on and comes to rest.

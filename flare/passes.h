@@ -41,8 +41,8 @@ struct FlarePass {
 /// progress at either end of the span is cut there. `progress` is called now and then, always from the calling thread,
 /// with the part done, 0 to 1, and ends the work by returning false: what was found so far is returned. The observer is
 /// `data.Site`, which is also the engine's, and neither may change meanwhile. Passes with the same `closest` come in
-/// the order of the list. An instant at which the engine reports an error has no flare. Memory that runs out is thrown from
-/// here, whichever thread it happened in.
+/// the order of the list. An instant at which the engine reports an error has no flare. Memory that runs out is thrown
+/// from here, whichever thread it happened in.
 std::vector<FlarePass> ListPasses(const CommonData& data, const PassQuest& quest,
                                   const std::function<bool(double)>& progress = {});
 

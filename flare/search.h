@@ -39,8 +39,8 @@ bool SearchFlares(Application& app, SearchClock& clock, double maxDistanceMetres
 /// What the form says of a field whose text is no number.
 std::string NotANumber(const TextBox& box);
 
-/// The button `CFindFirst`. A field that holds no number is told in `LStatus`, and nothing is searched; a negative number
-/// counts as 0.
+/// The button `CFindFirst`. A field that holds no number is told in `LStatus`, and nothing is searched; a negative
+/// number counts as 0.
 void CFindFirst_click(Application& app, SearchClock& clock);
 
 /// The button `CFindNext`.

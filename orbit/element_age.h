@@ -8,7 +8,8 @@
 
 namespace glintara {
 
-/// Elements farther than this from an instant still give an orbit, but positions are off by more than a flare is wide, days.
+/// Elements farther than this from an instant still give an orbit, but positions are off by more than a flare is wide,
+/// days.
 inline constexpr double kFreshDays = 14;
 
 /// Farther than this no list of flares should go without a warning, days.

@@ -183,7 +183,8 @@ class LineReader {
         return value;
     }
 
-    /// The digits of the columns at their places. The first `needed` must stand, the others may be missing from the right.
+    /// The digits of the columns at their places. The first `needed` must stand, the others may be missing from the
+    /// right.
     std::string Places(std::string_view what, Columns columns, std::size_t needed) {
         std::string text(In(columns));
         const auto blanks = std::find_if_not(text.begin(), text.end(), IsDigit);

@@ -25,8 +25,8 @@ namespace glintara {
 /// Columns of a line.
 inline constexpr std::size_t kIODLineLength = 64;
 
-/// `value` rounded to one significant digit when `scale` is 1, halves up; to as many digits more or fewer as `scale` has
-/// powers of ten less or more. 0, and what is not finite, stays as it is.
+/// `value` rounded to one significant digit when `scale` is 1, halves up; to as many digits more or fewer as `scale`
+/// has powers of ten less or more. 0, and what is not finite, stays as it is.
 double RoundSignificant(double value, double scale);
 
 /// The line of `point`. The seconds are cut at their thousandths; the thousandths of the minute of right ascension and
@@ -41,8 +41,8 @@ std::string IODLineFault(std::string_view line);
 
 /// Reads a line. Digits stand at their places and blanks on the right of a time or an angle are digits that were not
 /// given, so that "334  " in the place of the seconds is 33.4 s. An accuracy that was not given is one that is not
-/// known. Returns false, and leaves `point` as it was, for a line with an `IODLineFault`: one that is too short or out of
-/// its columns, whose angles are written in another way, or whose equinox is another.
+/// known. Returns false, and leaves `point` as it was, for a line with an `IODLineFault`: one that is too short or out
+/// of its columns, whose angles are written in another way, or whose equinox is another.
 bool IODTextToPoint(std::string_view line, IODPoint& point);
 
 }  // namespace glintara

@@ -27,19 +27,20 @@ enum class RefreshMode {
     AddPoint,  ///< a point has been defined
 };
 
-/// Brings the window up to date: every line is read and written again (what stands behind its columns is kept), and with
-/// `COInfo` on the fields take the working satellite's data. Fields that the user is filling in stay as they are. With
-/// `AddPoint`, `point` becomes the point under edit and the last line of the list, which is selected; the window opens.
+/// Brings the window up to date: every line is read and written again (what stands behind its columns is kept), and
+/// with `COInfo` on the fields take the working satellite's data. Fields that the user is filling in stay as they are.
+/// With `AddPoint`, `point` becomes the point under edit and the last line of the list, which is selected; the window
+/// opens.
 void RefreshInfo(Application& app, RefreshMode mode = RefreshMode::Refresh, const IODPoint& point = {});
 
-/// Puts the point under edit into the fields and the condition option; with `COInfo` on, and a satellite in the list, the
-/// fields take that satellite's data instead and are locked.
+/// Puts the point under edit into the fields and the condition option; with `COInfo` on, and a satellite in the list,
+/// the fields take that satellite's data instead and are locked.
 void ShowPoint(Application& app);
 
 /// Defines a point at the displayed instant: `ofDate` is where the sky pointer stands, on the equator and equinox of
 /// date; `timeStep` its step of time, seconds, and `pointerSize` its field of view, radians. The place is precessed to
-/// J2000, the accuracies are the step's first digit and half the field. The station is the observer's, the object that of
-/// `COInfo` or the point before. Returns the line, which is the new last one of the list.
+/// J2000, the accuracies are the step's first digit and half the field. The station is the observer's, the object that
+/// of `COInfo` or the point before. Returns the line, which is the new last one of the list.
 std::string DefineIODPoint(Application& app, const Equatorial& ofDate, double timeStep, double pointerSize);
 
 /// The button `CApply`: takes object and condition from the window into the point under edit, and writes them into the
@@ -60,8 +61,9 @@ void CExport_click(Application& app);
 /// The button `CAddLine`: adds the typed line and empties its field.
 void CAddLine_click(Application& app);
 
-/// Adds the lines of a text that was typed, pasted or read, and selects them. Empty lines count for nothing. When one of them is no observation a message says which and why, the list stays as it was and the
-/// answer is false; so it is for a text without lines.
+/// Adds the lines of a text that was typed, pasted or read, and selects them. Empty lines count for nothing. When one
+/// of them is no observation a message says which and why, the list stays as it was and the answer is false; so it is
+/// for a text without lines.
 bool EnterIODLines(Application& app, std::string_view text);
 
 /// Puts another text in the place of line `index`. When it is no observation a message says why and the line stays.
@@ -77,8 +79,8 @@ bool LoadIODFile(Application& app, const std::filesystem::path& path);
 /// Writes all lines to a file; "Error Saving File" when that cannot be done.
 bool SaveIODFile(Application& app, const std::filesystem::path& path);
 
-/// Hangs the procedures on the controls of the window and shows the first point. Copying, pasting and the choice of files
-/// are the window's own.
+/// Hangs the procedures on the controls of the window and shows the first point. Copying, pasting and the choice of
+/// files are the window's own.
 void Connect(Application& app);
 
 }  // namespace glintara::observations

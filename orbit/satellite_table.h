@@ -24,7 +24,8 @@ double SatelliteNumberValue(std::string_view satNumber);
 inline constexpr double kLargestSatelliteNumber = 339999;
 
 /// The other way: the five characters of catalogue number `number`, a whole number of 0 to `kLargestSatelliteNumber`.
-/// Numbers beyond 99999 are in the Alpha-5 form; any other number is zero padded and its last five characters are taken.
+/// Numbers beyond 99999 are in the Alpha-5 form; any other number is zero padded and its last five characters are
+/// taken.
 std::string SatelliteNumberText(double number);
 
 /// Index of the last satellite with that `OrbitNumber`; 0 for none.

@@ -20,8 +20,8 @@ inline constexpr double kSiteMarkRadius = 2.0 / 1000;
 inline constexpr double kLeastSiteMark = 2.5;
 inline constexpr double kMostSiteMark = 6;
 
-/// Radius of the marks under Sun and Moon, scene units at zoom 1: their size on the screen does not change with it. In a
-/// small picture they have at least so many pixels, to be told apart.
+/// Radius of the marks under Sun and Moon, scene units at zoom 1: their size on the screen does not change with it. In
+/// a small picture they have at least so many pixels, to be told apart.
 inline constexpr double kBodyMarkRadius = 0.5;
 inline constexpr double kLeastBodyMark = 3;
 
@@ -30,8 +30,8 @@ inline constexpr double kRayStart = 1.5;
 inline constexpr double kRayEnd = 2.2;
 inline constexpr int kRays = 8;
 
-/// The Moon's mark is a crescent, somewhat larger than the Sun's disc: its radius, and radius and distance of the circle
-/// that is cut out of it, in radii of the Sun's.
+/// The Moon's mark is a crescent, somewhat larger than the Sun's disc: its radius, and radius and distance of the
+/// circle that is cut out of it, in radii of the Sun's.
 inline constexpr double kCrescentRadius = 1.5;
 inline constexpr double kCutRadius = 1.3;
 inline constexpr double kCutOffset = 0.75;

@@ -1,7 +1,7 @@
 #pragma once
 
-// Words beside marks: names of satellites and labels of flares, so placed that none covers another, is cut by the edge of
-// the picture, or stands over the title or on the observer's mark.
+// Words beside marks: names of satellites and labels of flares, so placed that none covers another, is cut by the edge
+// of the picture, or stands over the title or on the observer's mark.
 
 #include <array>
 #include <cstddef>
@@ -67,9 +67,9 @@ class NameBoard {
     /// The same for a label, whose text the board keeps. It may be the one of `EmptyText`.
     void AddLabel(const NameWish& label);
 
-    /// Writes the names, each with a leading blank and an outline, by their ranks and ranges: to the right of the mark, or
-    /// to the left where the edge would cut it or something else stands. Left out is one that would touch a name already
-    /// written, one that finds no room on either side, and one whose mark lies out of the picture.
+    /// Writes the names, each with a leading blank and an outline, by their ranks and ranges: to the right of the mark,
+    /// or to the left where the edge would cut it or something else stands. Left out is one that would touch a name
+    /// already written, one that finds no room on either side, and one whose mark lies out of the picture.
     void Draw(const SceneContext& scene);
 
   private:

@@ -47,8 +47,8 @@ double GlowShare(double sineOfHeight);
 /// night has come at each pixel. Nothing without a Sun. The mode is Copy afterwards.
 void DrawNightSide(const SceneContext& scene, CoverageRow& row);
 
-/// The glow along the limb of the globe, `kLimbColor` fading outwards and, with `CSunLight`, with the height of the Sun.
-/// It begins a pixel inside of the limb, under the edge of the disc, which is to be drawn after it.
+/// The glow along the limb of the globe, `kLimbColor` fading outwards and, with `CSunLight`, with the height of the
+/// Sun. It begins a pixel inside of the limb, under the edge of the disc, which is to be drawn after it.
 void DrawGlow(const SceneContext& scene, CoverageRow& row);
 
 }  // namespace glintara

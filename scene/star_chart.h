@@ -17,7 +17,8 @@ void FlattenSky(const SceneContext& scene, Vector3& view);
 /// The way back: x is the depth on the star sphere.
 void DeFlattenSky(const SceneContext& scene, Vector3& view);
 
-/// Radius, scene units, of a circle that is `diameter` radians wide in the sky. A quarter turn is the radius of a chart.
+/// Radius, scene units, of a circle that is `diameter` radians wide in the sky. A quarter turn is the radius of a
+/// chart.
 double SkyCircleRadius(const SceneContext& scene, double diameter);
 
 /// The same for a body that must not get lost however small it is: at least one pixel or two.

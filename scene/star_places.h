@@ -30,7 +30,8 @@ void TakeStars(StarTables& stars, std::vector<StarRecord> catalogue);
 /// Carries all stars from 2000 to `jd` when their places are `kPrecessionDays` or more away from it, and tells whether.
 bool PrecessStars(StarTables& stars, double jd);
 
-/// The rotation that takes a direction of date to view axes. `greenwich` is the Greenwich angle of the picture, radians.
+/// The rotation that takes a direction of date to view axes. `greenwich` is the Greenwich angle of the picture,
+/// radians.
 RotationMatrix SkyToView(const ViewState& view, double greenwich);
 
 /// The direction of date of the observer's zenith. Its scalar product with a star's direction is the sine of the star's

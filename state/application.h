@@ -15,8 +15,8 @@
 
 namespace glintara {
 
-/// Gives a satellite that enters the list the surfaces it is known to have. The rooms that know surfaces stand above those
-/// that read element sets, so whoever puts a program together hands it down.
+/// Gives a satellite that enters the list the surfaces it is known to have. The rooms that know surfaces stand above
+/// those that read element sets, so whoever puts a program together hands it down.
 using ModelGiver = void (*)(SatRecord& satellite);
 
 /// Everything that a procedure of the program may read or write. There is one in the program; it travels by reference.

@@ -14,7 +14,8 @@ class Events {
     /// Handles the events that wait, and returns.
     virtual void ServeEvents() {}
 
-    /// Sleeps until there is an event, and handles it. Only for those who know that one will come: a timer that is armed.
+    /// Sleeps until there is an event, and handles it. Only for those who know that one will come: a timer that is
+    /// armed.
     virtual void WaitForEvents() { ServeEvents(); }
 };
 

@@ -1,6 +1,6 @@
-// Whole pictures of 1920 by 1080 pixels, painted by Qt as in the window: what a redraw costs. At zoom 55 it should be less
-// than 12 ms with 3000 marks and a hundred names (as many as find room stand here, up to two hundred), 14 ms with all, and
-// 30 ms with all in the fine picture.
+// Whole pictures of 1920 by 1080 pixels, painted by Qt as in the window: what a redraw costs. At zoom 55 it should be
+// less than 12 ms with 3000 marks and a hundred names (as many as find room stand here, up to two hundred), 14 ms with
+// all, and 30 ms with all in the fine picture.
 
 #include <benchmark/benchmark.h>
 

@@ -13,8 +13,8 @@ namespace glintara::desktop {
 /// text field is left by Esc too.
 void KeepKeysWithPicture(QWidget& panels, QWidget& picture);
 
-/// Hands the keys that no control of `form` takes to `keyPressed` (a key of Qt's, and whether Shift is held); where that
-/// returns false they are the form's.
+/// Hands the keys that no control of `form` takes to `keyPressed` (a key of Qt's, and whether Shift is held); where
+/// that returns false they are the form's.
 void HandKeysOn(QWidget& form, std::function<bool(int key, bool shift)> keyPressed);
 
 }  // namespace glintara::desktop

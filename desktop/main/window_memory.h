@@ -15,8 +15,8 @@ QString WindowPlacesFile();
 /// closed or hidden, and it opens there the next time. To be called before the window is first shown. The places are
 /// told apart by the windows' object names; a window without one is not remembered. A position whose title bar could
 /// not be seen and grasped on a screen of today is not used: then only the size is, as far as the screen has room.
-/// `store` must outlive the window. A window without a place to remember opens where `firstPlace` says, if that is given:
-/// the corner of its frame on the screen.
+/// `store` must outlive the window. A window without a place to remember opens where `firstPlace` says, if that is
+/// given: the corner of its frame on the screen.
 void RememberPlace(QWidget& window, QSettings& store, std::function<QPoint(const QWidget&)> firstPlace = {});
 
 /// The largest inside of a window that its screen has room for.

@@ -92,8 +92,8 @@ struct ElementLine2 {
     double meanMotion = 0;  ///< revolutions per day
 };
 
-/// Reads a line into `out`, which is left alone on a fault. The line ends at its first line-end character, and at column
-/// 69. What is asked of it:
+/// Reads a line into `out`, which is left alone on a fault. The line ends at its first line-end character, and at
+/// column 69. What is asked of it:
 ///
 ///   length          Line 1 reaches column 61, so that no field of it can be a part of a longer number. Line 2 reaches
 ///                   column 55; when it ends inside the mean motion (blanks taken off the line's end), that has a

@@ -4,8 +4,8 @@
 //
 // Temperature from B-V: Ballesteros, Europhysics Letters 97, 34008 (2012). Colour of a glowing body of that
 // temperature: the cubic fit of the Planckian locus by Kim et al., Journal of the Korean Physical Society 41, 865
-// (2002), taken to sRGB (IEC 61966-2-1, white D65) at full brightness. The eye sees stars paler than that, so a share of
-// white is mixed in.
+// (2002), taken to sRGB (IEC 61966-2-1, white D65) at full brightness. The eye sees stars paler than that, so a share
+// of white is mixed in.
 
 #include <array>
 #include <cstdint>

@@ -13,8 +13,8 @@ struct FoundFlareTest : ::testing::Test {
     RecordingClock clock{o.app.Data};
 };
 
-// What `glint flares` lists for this night. Its Sun stands over the sphere at the centre, here it stands over the horizon:
-// at this latitude that makes up to 0.2 degrees, most at noon.
+// What `glint flares` lists for this night. Its Sun stands over the sphere at the centre, here it stands over the
+// horizon: at this latitude that makes up to 0.2 degrees, most at noon.
 TEST_F(FoundFlareTest, TheNearestMomentIsTold) {
     o.Load("iridium.tle");
     CFindFirst_click(o.app, clock);

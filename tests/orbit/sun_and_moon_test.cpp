@@ -25,8 +25,8 @@ TEST_F(SunAndMoonTest, TheSunAtTheEquinox) {
 }
 
 // At the total eclipse of 21 August 2017 the middle of the shadow stood at 18:25.5 UTC over 37.0 N, 87.7 W, and lay
-// nearly on the line through the Earth's centre and both bodies (gamma 0.4367 radii of the Earth). The Moon was 372,000 km
-// away.
+// nearly on the line through the Earth's centre and both bodies (gamma 0.4367 radii of the Earth). The Moon was 372,000
+// km away.
 TEST_F(SunAndMoonTest, SunAndMoonInLineAtAnEclipse) {
     const double jd = 2457987.267708;
     const Vector3 sun = Normalized(SunPlace(data, jd));

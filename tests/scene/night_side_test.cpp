@@ -208,8 +208,8 @@ TEST_F(NightSideTest, SunExactlyBehindDarkensTheMiddleWhole) {
     }
 }
 
-// The mask has to take the antialiased edge of the disc along, and must leave space beyond the glow as it is, also round
-// a globe of a few pixels.
+// The mask has to take the antialiased edge of the disc along, and must leave space beyond the glow as it is, also
+// round a globe of a few pixels.
 TEST_F(NightSideTest, TakesTheLimbAlongAndNothingBeyondTheGlow) {
     for (const double zoom : {0.5, 2.0, 8.0, 29.0, 55.0, 63.0, 300.0}) {
         view.ZoomFactor = zoom;

@@ -685,7 +685,8 @@ TEST_F(SatellitesTest, TheLimbCutsTheCircleOfAFlare) {
         }
     }
     EXPECT_NEAR(least, std::sin(off - 0.45 * kDegree), 1e-6);
-    // The circle meets the limb 0.2 degrees beyond its centre: sqrt(0.45^2 - 0.2^2) degrees up; its widest place is seen.
+    // The circle meets the limb 0.2 degrees beyond its centre: sqrt(0.45^2 - 0.2^2) degrees up; its widest place is
+    // seen.
     EXPECT_NEAR(highest / kDegree, 0.45, 0.01);
 }
 

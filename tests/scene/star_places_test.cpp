@@ -77,8 +77,8 @@ TEST(TakeStars, FillsAllTablesThatGoWithTheCatalogue) {
     EXPECT_EQ(stars.LastPrecession, 0) << "the places of date are those of any date";
 }
 
-/// Meeus, Astronomical Algorithms, example 21.b: theta Persei on 2028 November 13.19, its own motion up to then added to
-/// the place of 2000.
+/// Meeus, Astronomical Algorithms, example 21.b: theta Persei on 2028 November 13.19, its own motion up to then added
+/// to the place of 2000.
 TEST(PrecessStars, CarriesThetaPerseiToItsPublishedPlace) {
     StarTables stars;
     TakeStars(stars, {{}, StarAt(41.054063 * kDegree, 49.227750 * kDegree)});

@@ -1,6 +1,7 @@
 #pragma once
 
-// A folder of a test's own that is the current one as long as it stands: what the program writes by bare name goes there.
+// A folder of a test's own that is the current one as long as it stands: what the program writes by bare name goes
+// there.
 
 #include <filesystem>
 

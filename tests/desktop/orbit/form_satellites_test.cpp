@@ -313,7 +313,8 @@ TEST_F(FormSatellitesTest, TabGoesThroughListAndButtons) {
     EXPECT_EQ(seen.join(" "), "LSat CSelectAll CDeselectAll CInvertSel CClose LSat");
 }
 
-// The view lays out what it is told has changed: a word for each of three thousand rows would be three thousand layouts.
+// The view lays out what it is told has changed: a word for each of three thousand rows would be three thousand
+// layouts.
 TEST_F(FormSatellitesTest, AFullTableChangesInFewWords) {
     const SatRecord sample = app.Data.Satellite(1);
     while (app.Data.SatCount < kSatCapacity) {
