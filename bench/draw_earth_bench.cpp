@@ -99,7 +99,7 @@ void Turn(benchmark::State& state, const Borders& borders, GlintViewConfig confi
         [](void* self, const double*, const std::int32_t* ends, std::int32_t contours) {
             *static_cast<std::int64_t*>(self) += ends[contours - 1];
         },
-        [](void* self, const double*, std::int32_t count) { *static_cast<std::int64_t*>(self) += count; }};
+        [](void* self, const double*, std::int32_t count) { *static_cast<std::int64_t*>(self) += count; }, nullptr};
     std::vector<double> scratch(GLINTCORE_DRAW_SCRATCH(borders.lat.size()));
     for (auto _ : state) {
         auto room = static_cast<std::int32_t>(scratch.size());

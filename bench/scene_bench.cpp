@@ -29,6 +29,7 @@ class CountingSurface : public DrawSurface {
     void PolyPolygon(std::span<const double>, std::span<const std::int32_t>) override {}
     void Polyline(std::span<const double>) override { ++polylines; }
     void CoverRow(std::int32_t, std::int32_t, std::span<const std::uint8_t>) override {}
+    void StarDot(double, double, double, Color, double) override {}
 
     double lines = 0;
     double circles = 0;

@@ -1,7 +1,7 @@
 /* glintcore: the engine of Glintara behind a C interface.
  *
- * Orbit propagation (SGP4/SDP4), precession, and the geometry and search of flares. Usable from C, C++ and any language
- * that calls C.
+ * Orbit propagation (SGP4/SDP4), precession, the geometry and search of flares, and the drawing of countries and stars.
+ * Usable from C, C++ and any language that calls C.
  *
  * Contract
  *
@@ -98,8 +98,10 @@ typedef struct GlintViewConfig {
 } GlintViewConfig;
 #pragma pack(pop)
 
-/* Who paints. Positions are pixels, fractions included, x and y in turn, y downwards. Neither call may keep its
- * pointers. */
+/* Who paints. Positions are pixels, fractions included, x and y in turn, y downwards. No call may keep its pointers.
+ * Members are added at the end only, and each call reads none but those that it tells: a program built against an older
+ * header hands a shorter structure to the calls that it knows. Whoever hands one to a call that is new to it has to be
+ * built against the header that tells that call. */
 typedef struct GlintDrawTarget {
     void* self; /* handed back in each call */
     /* Fills `contours` closed contours as one shape by the odd-even rule with the current brush, without an outline.
@@ -108,7 +110,21 @@ typedef struct GlintDrawTarget {
     void (*fill)(void* self, const double* xy, const int32_t* contourEnds, int32_t contours);
     /* Draws an open line through `points` points, at least two, with the current pen. Null: no outlines. */
     void (*line)(void* self, const double* xy, int32_t points);
+    /* Adds a star to the picture: a soft round dot of light. `radius` in pixels of a screen at scale 1, whatever the
+     * display; `color` 0xBBGGRR; `weight` above 0 to 1, how much of its light. Read by Satellite_DrawStars only. Null:
+     * no stars. */
+    void (*dot)(void* self, double x, double y, double radius, uint32_t color, double weight);
 } GlintDrawTarget;
+
+/* A star as Satellite_DrawStars takes it. 72 bytes. */
+typedef struct GlintStar {
+    char Name[16];      /* zero-terminated; not read */
+    double Magnitude;   /* visual */
+    double Declination; /* of date, radians */
+    double RightAscension;
+    double ColorIndex; /* B-V, magnitudes; a number that is none counts as that of a white star */
+    uint8_t Rest[24];  /* only the engine's: zeros to begin with, and whatever it leaves there afterwards */
+} GlintStar;
 
 /* Scratch memory for Satellite_DrawEarth, in doubles, that is always enough for polygons of up to `n` vertices. */
 #define GLINTCORE_DRAW_SCRATCH(n) (48 * (n) + 8192)
@@ -269,6 +285,26 @@ GLINTCORE_API int32_t Satellite_FindFirstFlare(double start, double length, int3
 GLINTCORE_API void Satellite_DrawEarth(const GlintDrawTarget* target, const GlintViewConfig* config, int32_t n,
                                        const double* lat, const double* lon, const int32_t* polygon,
                                        int32_t* bufferCount, void* buffer);
+
+/* Draws the stars of a list on the star sphere: a sphere of radius `SkyScale` round the Earth's centre, turned by the
+ * sidereal angle of `SimTime`, or unrolled to a chart with `CFlatSky` (azimuthal equidistant: 90 degrees from the centre
+ * lie at `SkyScale`), and mirrored with `CReverseSky`. Drawn are the near half of the sphere with `CDrawFrontStars`, the
+ * far half with `CDrawBackStars`, but with `CLocalSky` only what stands above the horizon of the site; what the Earth
+ * hides is not, unless `CSkyOnly` leaves the Earth away. The centre of a chart is the near point with `CDrawFrontStars`,
+ * else the far one. On the flat map nothing is drawn.
+ *
+ *   target   who paints: `dot`, once for each star on the picture, in the order of the list. Null: nothing is drawn
+ *   config   all fields but CStarNames. Stars fainter than the lesser of MaxStarMag and AutoMagLimit are left away; a
+ *            dot's radius grows by StarSizeScale pixels with each magnitude. Null: nothing is drawn
+ *   visible  StarCount numbers of stars, counted from 1; numbers below 1 are left out. Null: nothing is drawn
+ *   stars    the GlintStar records, in which each number of the list must lie. The engine keeps their directions in
+ *            `Rest`, so that no angles have to be turned picture after picture; places may be changed between calls,
+ *            which it notices. Calls that list one star are to be made one at a time. Null: nothing is drawn
+ *
+ * A star with numbers that are none is left out. Nothing is drawn when `config` holds numbers that no picture can be
+ * drawn by, or `SimTime` is outside the range of Julian dates. */
+GLINTCORE_API void Satellite_DrawStars(const GlintDrawTarget* target, const GlintViewConfig* config,
+                                       const int32_t* visible, void* stars);
 
 #ifdef __cplusplus
 }

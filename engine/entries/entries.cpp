@@ -17,6 +17,7 @@
 #include "engine/astro/processor.h"
 #include "engine/astro/sidereal.h"
 #include "engine/drawing/draw_earth.h"
+#include "engine/drawing/draw_stars.h"
 #include "engine/flares/flare_evaluation.h"
 #include "engine/flares/flare_search.h"
 #include "engine/glintcore.h"
@@ -245,6 +246,17 @@ void Satellite_DrawEarth(const GlintDrawTarget* target, const GlintViewConfig* c
     const std::span<double> room(static_cast<double*>(buffer), hasRoom ? static_cast<std::size_t>(capacity) : 0);
     const std::size_t used = DrawEarth(*target, *view, {{lat, count}, {lon, count}, {polygon, count}}, room);
     if (bufferCount != nullptr) *bufferCount = static_cast<int32_t>(used);
+}
+
+void Satellite_DrawStars(const GlintDrawTarget* target, const GlintViewConfig* config, const int32_t* visible,
+                         void* stars) {
+    if (target == nullptr || target->dot == nullptr || config == nullptr || visible == nullptr || stars == nullptr)
+        return;
+    const int32_t count = config->StarCount;
+    const auto view = StarViewOf(*config);
+    if (!view || count <= 0) return;
+    ClearUpperHalves();
+    DrawStars(*target, *view, {visible, static_cast<std::size_t>(count)}, static_cast<unsigned char*>(stars));
 }
 
 }  // extern "C"

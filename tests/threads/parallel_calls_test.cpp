@@ -55,7 +55,7 @@ void CountFill(void* self, const double* /*xy*/, const std::int32_t* ends, std::
 
 std::int32_t PointsOfASquare() {
     std::int32_t points = 0;
-    const GlintDrawTarget target{&points, CountFill, CountLine};
+    const GlintDrawTarget target{&points, CountFill, CountLine, nullptr};
     GlintViewConfig config{};
     config.ScaleX = config.ScaleY = 200;
     config.HalfWidth = config.HalfHeight = 300;

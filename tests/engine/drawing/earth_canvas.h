@@ -34,7 +34,7 @@ class Canvas {
     std::vector<std::vector<Contour>> fills;
     std::vector<Contour> lines;
 
-    GlintDrawTarget Target() { return {this, &Canvas::Fill, &Canvas::Line}; }
+    GlintDrawTarget Target() { return {this, &Canvas::Fill, &Canvas::Line, nullptr}; }
 
     void Clear() {
         fills.clear();

@@ -62,17 +62,17 @@ struct Order {
 
 TEST(DrawEarth, FillsThenOutlinesEachPolygon) {
     Order order;
-    const GlintDrawTarget target{&order, &Order::Fill, &Order::Line};
+    const GlintDrawTarget target{&order, &Order::Fill, &Order::Line, nullptr};
     Draw(target, Camera(0, 0, 0, 290), TwoIslands());
     EXPECT_EQ(order.calls, "FLFL");
     order.calls.clear();
-    Draw({&order, nullptr, &Order::Line}, Camera(0, 0, 0, 290), TwoIslands());
+    Draw({&order, nullptr, &Order::Line, nullptr}, Camera(0, 0, 0, 290), TwoIslands());
     EXPECT_EQ(order.calls, "LL");
     order.calls.clear();
-    Draw({&order, &Order::Fill, nullptr}, Camera(0, 0, 0, 290), TwoIslands());
+    Draw({&order, &Order::Fill, nullptr, nullptr}, Camera(0, 0, 0, 290), TwoIslands());
     EXPECT_EQ(order.calls, "FF");
     order.calls.clear();
-    Draw({&order, nullptr, nullptr}, Camera(0, 0, 0, 290), TwoIslands());
+    Draw({&order, nullptr, nullptr, nullptr}, Camera(0, 0, 0, 290), TwoIslands());
     EXPECT_EQ(order.calls, "");
 }
 
