@@ -5,12 +5,12 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
-#include <span>
 
 #include "engine/astro/constants.h"
 #include "engine/astro/trigonometry.h"
 #include "orbit/location.h"
 #include "scene/circles.h"
+#include "scene/engine_target.h"
 #include "scene/night_side.h"
 #include "scene/overlays.h"
 #include "scene/picture_measures.h"
@@ -18,7 +18,6 @@
 namespace glintara {
 namespace {
 
-constexpr Color kSpaceColor = 0x0C0706;
 constexpr Color kBorderColor = 0xAAAAAA;
 constexpr Color kGridColor = 0x202020;
 constexpr Color kMapFrameColor = kLimbColor;
@@ -221,23 +220,6 @@ std::int32_t LongestPolygon(const BorderTable& borders) {
         longest = std::max(longest, length);
     }
     return longest;
-}
-
-DrawSurface& SurfaceOf(void* self) { return *static_cast<DrawSurface*>(self); }
-
-/// How the engine paints on a surface.
-GlintDrawTarget EngineTarget(DrawSurface& surface) {
-    return {.self = &surface,
-            .fill =
-                [](void* self, const double* xy, const std::int32_t* contourEnds, std::int32_t contours) {
-                    const std::span ends(contourEnds, static_cast<std::size_t>(contours));
-                    if (ends.empty()) return;
-                    SurfaceOf(self).PolyPolygon({xy, 2 * static_cast<std::size_t>(ends.back())}, ends);
-                },
-            .line =
-                [](void* self, const double* xy, std::int32_t points) {
-                    SurfaceOf(self).Polyline({xy, 2 * static_cast<std::size_t>(points)});
-                }};
 }
 
 std::uint8_t Byte(const CheckBox& box) { return box.Value ? 255 : 0; }

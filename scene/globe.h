@@ -14,6 +14,9 @@ namespace glintara {
 /// Borders are hairlines, pixels of a screen at scale 1.
 inline constexpr double kBorderWidth = 0.7;
 
+/// The ground of the picture: space, and the sky at night.
+inline constexpr Color kSpaceColor = 0x0C0706;
+
 /// `ZoomFactor` from which every picture has the fine borders: the reduced ones begin to show their corners there. Such
 /// a picture takes about as long as a fine one of the whole globe.
 inline constexpr double kFineBordersZoom = 120;

@@ -38,6 +38,7 @@ void NameBoard::Clear() {
     wishes_.clear();
     labels_ = 0;
     labelTexts_.clear();
+    places_.clear();
 }
 
 void NameBoard::Add(const NameWish& wish) {
@@ -129,8 +130,11 @@ void NameBoard::Draw(const SceneContext& scene) {
     const double height = surface.TextHeight(" ");
     if (!(character > 0) || !(height > 0) || !(surface.ScaleHeight > 0)) return;
     std::ranges::sort(wishes_, ComesFirst);
-    places_.clear();
-    rows_.assign(static_cast<std::size_t>(surface.ScaleHeight / height) + 4, -1);
+    const std::size_t rows = static_cast<std::size_t>(surface.ScaleHeight / height) + 4;
+    if (places_.empty() || rows_.size() != rows) {
+        places_.clear();
+        rows_.assign(rows, -1);
+    }
     TakeObstacles(scene);
     UseTextFont(surface, size);
     surface.FontOutlined = true;
@@ -146,6 +150,7 @@ void NameBoard::Draw(const SceneContext& scene) {
         surface.Print(text_);
     }
     surface.FontOutlined = false;
+    wishes_.clear();
 }
 
 }  // namespace glintara

@@ -55,7 +55,7 @@ class NameBoard {
     /// With memory for so many names of satellites, and `kMostLabels` labels.
     explicit NameBoard(std::size_t names);
 
-    /// Forgets all wishes.
+    /// Forgets all wishes, and what has been written: a picture begins.
     void Clear();
 
     /// One more wish; an empty name is none, and so is one beyond the capacity.
@@ -69,7 +69,8 @@ class NameBoard {
 
     /// Writes the names, each with a leading blank and an outline, by their ranks and ranges: to the right of the mark,
     /// or to the left where the edge would cut it or something else stands. Left out is one that would touch a name
-    /// already written, one that finds no room on either side, and one whose mark lies out of the picture.
+    /// already written, one that finds no room on either side, and one whose mark lies out of the picture. The wishes
+    /// are forgotten then; what is written keeps its room until `Clear`, so that other rooms can add names of their own.
     void Draw(const SceneContext& scene);
 
   private:

@@ -1,17 +1,24 @@
 #include "scene/stages.h"
 
+#include "scene/constellations.h"
 #include "scene/map_text.h"
 #include "scene/marks.h"
+#include "scene/star_chart.h"
+#include "scene/stars.h"
 
 namespace glintara {
 
 FrameStages StagesOfProgram(SatelliteWorkspace& satellites) {
     FrameStages stages;
+    stages.FlattenSky = FlattenSky;
+    stages.skyBackground = DrawSkyBackground;
     stages.site = DrawSiteMark;
     stages.sunAndMoon = DrawSunAndMoonOnEarth;
     stages.ariesLine = DrawAriesLine;
     stages.satellites = [&satellites](const SceneContext& scene) { DrawSatellites(scene, satellites); };
     stages.polygonMarker = [](const SceneContext& scene) { PlotPolygonMarker(scene, scene.App.Run.BorderTool); };
+    stages.stars = [&satellites](const SceneContext& scene) { PlotStars(scene, satellites.names); };
+    stages.constellations = PlotConstallations;
     return stages;
 }
 

@@ -26,13 +26,11 @@ struct MainControls {
         MnuLib3D.Enabled = false;
         LFInfo.Visible = false;
         LElementAge.Visible = false;
-        for (CheckBox* box : {&CDrawConstallations, &CStarNames, &CSkyCircle, &CFlatSky, &CReverseSky, &CAutoMag,
-                              &CFlareTrack, &CDayFlares, &CNOSSFlare, &C2OrbitDetails, &CAstroDetails})
+        for (CheckBox* box : {&CFlareTrack, &CDayFlares, &CNOSSFlare, &C2OrbitDetails, &CAstroDetails})
             box->Acts = false;
         CSGP1.Acts = false;
-        for (MenuEntry* entry : {&MnuConstellations, &MnuStarNames, &MnuSkyCircle, &MnuFlatSky, &MnuReverseSky,
-                                 &MnuAutoMag, &MnuFlareTrack, &MnuDayFlares, &MnuOrbitDetails, &MnuAstroDetails,
-                                 &MnuSGP1, &MnuMarkCities, &MnuAtmo, &MnuLib3D})
+        for (MenuEntry* entry :
+             {&MnuFlareTrack, &MnuDayFlares, &MnuOrbitDetails, &MnuAstroDetails, &MnuSGP1, &MnuMarkCities, &MnuLib3D})
             entry->Acts = false;
     }
 

@@ -341,6 +341,10 @@ void PainterSurface::CoverRow(std::int32_t x, std::int32_t y, std::span<const st
     }
 }
 
+void PainterSurface::StarDot(double x, double y, double radius, Color color, double weight) {
+    if (image_ != nullptr) starStamps_.Add(*image_, x, y, radius * ratio_, color, weight);
+}
+
 void PainterSurface::ExtFloodFill(std::int32_t x, std::int32_t y, Color color, FloodFillMode /*mode*/) {
     if (image_ == nullptr || !image_->rect().contains(x, y)) return;
     const QRgb from = QtColor(color).rgb();

@@ -14,6 +14,7 @@
 
 #include "desktop/scene/clean_painter.h"
 #include "desktop/scene/disc_stamps.h"
+#include "desktop/scene/star_stamps.h"
 #include "scene/surface/draw_surface.h"
 
 namespace glintara::desktop {
@@ -48,6 +49,7 @@ class PainterSurface : public DrawSurface {
     void PolyPolygon(std::span<const double> xy, std::span<const std::int32_t> contourEnds) override;
     void Polyline(std::span<const double> xy) override;
     void CoverRow(std::int32_t x, std::int32_t y, std::span<const std::uint8_t> coverage) override;
+    void StarDot(double x, double y, double radius, Color color, double weight) override;
 
   private:
     /// A text laid out once: the same names are written in every picture.
@@ -87,6 +89,7 @@ class PainterSurface : public DrawSurface {
     double ratio_ = 1;
     mutable std::vector<std::unique_ptr<Face>> faces_;
     DiscStamps stamps_;
+    StarStamps starStamps_;
     std::size_t wordStamps_ = 0;  // made since they were last thrown away
     QPainterPath path_;
     std::vector<QPointF> points_;

@@ -90,6 +90,8 @@ std::string_view NameOf(DrawOperation operation) {
             return "Polyline";
         case DrawOperation::CoverRow:
             return "CoverRow";
+        case DrawOperation::StarDot:
+            return "StarDot";
     }
     return "";
 }
@@ -119,6 +121,7 @@ void AppendState(std::string& text, DrawOperation operation, const DrawState& st
             AppendFont(text, state);
             break;
         case DrawOperation::AlphaBlend:
+        case DrawOperation::StarDot:
             return;
     }
     if (state.DrawMode == MixMode::Mask) text += " mask";
@@ -208,6 +211,10 @@ void RecordingSurface::CoverRow(std::int32_t x, std::int32_t y, std::span<const 
     std::vector<double> numbers{static_cast<double>(x), static_cast<double>(y)};
     numbers.insert(numbers.end(), coverage.begin(), coverage.end());
     Record(DrawOperation::CoverRow, std::move(numbers));
+}
+
+void RecordingSurface::StarDot(double x, double y, double radius, Color color, double weight) {
+    Record(DrawOperation::StarDot, {x, y, radius, static_cast<double>(color), weight});
 }
 
 std::vector<RecordedOperation> RecordingSurface::OperationsOf(DrawOperation kind) const {

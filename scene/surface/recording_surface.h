@@ -23,6 +23,7 @@ enum class DrawOperation {
     PolyPolygon,
     Polyline,
     CoverRow,
+    StarDot,
 };
 
 /// One operation, with the state that was in force when it came.
@@ -32,7 +33,7 @@ struct RecordedOperation {
 
     /// The arguments in their order, in their own measure. Polygons: x and y of each vertex; a flood fill: seed, colour
     /// and mode; a blend: left, top, width and height of the target, the same of the part, and the weight; a covered
-    /// row: x and y of its first pixel, then the coverages.
+    /// row: x and y of its first pixel, then the coverages; a star's dot: x, y, radius, colour and weight.
     std::vector<double> numbers;
 
     std::vector<std::int32_t> contourEnds;  ///< of a `PolyPolygon`
@@ -68,6 +69,7 @@ class RecordingSurface : public DrawSurface {
     void PolyPolygon(std::span<const double> xy, std::span<const std::int32_t> contourEnds) override;
     void Polyline(std::span<const double> xy) override;
     void CoverRow(std::int32_t x, std::int32_t y, std::span<const std::uint8_t> coverage) override;
+    void StarDot(double x, double y, double radius, Color color, double weight) override;
 
     /// All operations since the start or since `Forget`, the oldest first.
     const std::vector<RecordedOperation>& Operations() const { return operations_; }

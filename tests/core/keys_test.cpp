@@ -85,11 +85,11 @@ TEST_F(KeysTest, FunctionKeysPressTheButtonsOfTheViews) {
 }
 
 TEST_F(KeysTest, WhatIsStillToComeIsPassedOver) {
-    main.CDrawConstallations.Enabled = true;
-    ASSERT_FALSE(main.CDrawConstallations.Acts);
-    const bool before = main.CDrawConstallations.Value;
-    EXPECT_TRUE(Press('C'));
-    EXPECT_EQ(main.CDrawConstallations.Value, before);
+    main.CAstroDetails.Enabled = true;
+    ASSERT_FALSE(main.CAstroDetails.Acts);
+    const bool before = main.CAstroDetails.Value;
+    EXPECT_TRUE(Press(','));
+    EXPECT_EQ(main.CAstroDetails.Value, before);
 }
 
 TEST_F(KeysTest, FunctionAndTimeKeysActInEveryWindow) {
