@@ -25,8 +25,10 @@ constexpr double kChartBonus = 2;
 /// Sky scale times zoom at which the stars have the room that the automatic limit counts from.
 constexpr double kUsualSize = 100;
 
-/// From this zoom on discs grow slower than the limit does: bright stars would swell otherwise.
-constexpr double kNearZoom = 16;
+/// Zoom at which discs have the size that the limit gives them. Nearer they grow slower than the limit does, bright stars
+/// would swell otherwise; from afar, where the limit leaves few stars, these are larger, down to this share.
+constexpr double kUsualZoom = 50;
+constexpr double kLeastDivisor = 0.8;
 
 /// Magnitude to which stars are seen in a sky with the Sun at this elevation.
 double AirLimit(double sunElevation) { return -sunElevation / kDegToRad - 3.5; }
@@ -36,7 +38,7 @@ double AutoLimit(const ViewState& view, bool chart) {
     return std::nearbyint(limit * 10) / 10 + (chart ? kChartBonus : 0);
 }
 
-double SizeDivisor(double zoom) { return std::max(std::log(zoom) / std::log(kNearZoom), 1.0); }
+double SizeDivisor(double zoom) { return std::max(std::log(zoom) / std::log(kUsualZoom), kLeastDivisor); }
 
 }  // namespace
 

@@ -35,7 +35,7 @@ class StarDots {
 
   private:
     /// Radius from which a dot has all its light, pixels; and how fast it loses light below.
-    static constexpr double kFullLight = 1.1;
+    static constexpr double kFullLight = 1.4;
     static constexpr double kDimming = 1.5;
 
     double limit_;
@@ -45,7 +45,7 @@ class StarDots {
 /// The faintest magnitude that a sky has room for when a quarter of it lies along `pixels` pixels of a screen.
 inline double CrowdedMagnitude(double pixels) {
     constexpr double kUsualPixels = 540;
-    constexpr double kUsualLimit = 6.2;
+    constexpr double kUsualLimit = 5.7;
     constexpr double kPerUnit =
         1.8;  // three times as many stars with each magnitude, four times the room with each turn
     return kUsualLimit + kPerUnit * std::log(pixels / kUsualPixels);
