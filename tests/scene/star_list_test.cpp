@@ -144,9 +144,14 @@ TEST_F(StarListTest, WithoutTheAutomaticOnlyTheAirCounts) {
 }
 
 TEST_F(StarListTest, DiscsGrowWithSizeAndLimit) {
+    view.ZoomFactor = 50;
+    view.SkyScale = 17.6;
     EXPECT_NEAR(Limits().StarSize, 8 * 0.2 * 8.2 / 15, 1e-12);
     view.StarSizeScale = 16;
     EXPECT_NEAR(Limits().StarSize, 16 * 0.2 * 8.2 / 15, 1e-12);
+    view.ZoomFactor = 1;  // from afar as much larger as is allowed
+    view.SkyScale = 880;
+    EXPECT_NEAR(Limits().StarSize, 16 * 0.2 * 8.2 / 15 / 0.8, 1e-12);
     view.StarSizeScale = 0;
     EXPECT_EQ(Limits().StarSize, 0);
 }

@@ -119,6 +119,79 @@ TEST(PainterSurface, RowsAreCutAtTheEdges) {
     for (int x = 0; x < 10; ++x) EXPECT_EQ(image.pixelColor(x, 1), QColor(0, 0, 0));
 }
 
+TEST(PainterSurface, StarsAreRoundSoftAndOfTheirColour) {
+    for (const int ratio : {1, 2}) {
+        QImage image = Picture(40 * ratio, 40 * ratio, ratio);
+        PainterSurface surface;
+        surface.Begin(image);
+        surface.StarDot(20.5 * ratio, 20.5 * ratio, 4, 0x80FF40, 1);
+        surface.End();
+        const auto green = [&](int dx, int dy) {
+            return image.pixelColor(20 * ratio + dx * ratio, 20 * ratio + dy * ratio).green();
+        };
+        EXPECT_EQ(image.pixelColor(20 * ratio, 20 * ratio), QColor(0x40, 0xFF, 0x80));
+        EXPECT_EQ(green(3, 0), 255);
+        EXPECT_LT(green(5, 0), 128);
+        EXPECT_GT(green(5, 0), green(8, 0));
+        EXPECT_EQ(green(13, 0), 0);
+        for (int reach = 1; reach < 12; ++reach) {
+            EXPECT_NEAR(green(reach, 0), green(-reach, 0), ratio == 1 ? 0 : 30) << reach;
+            EXPECT_EQ(green(reach, 0), green(0, reach)) << reach;
+        }
+        EXPECT_LT(green(4, 4), green(4, 0)) << "it has no corners";
+    }
+}
+
+TEST(PainterSurface, AStarAddsItsLight) {
+    QImage image = Picture(9, 9);
+    image.fill(QColor(200, 10, 0));
+    PainterSurface surface;
+    surface.Begin(image);
+    surface.StarDot(4.5, 4.5, 2, 0x404040, 1);
+    surface.StarDot(4.5, 4.5, 2, 0x404040, 0.5);
+    surface.End();
+    EXPECT_EQ(image.pixelColor(4, 4).red(), 255) << "never more than full";
+    EXPECT_NEAR(image.pixelColor(4, 4).green(), 10 + 64 + 32, 1);
+    EXPECT_NEAR(image.pixelColor(4, 4).blue(), 64 + 32, 1);
+    EXPECT_EQ(image.pixelColor(0, 0), QColor(200, 10, 0));
+}
+
+TEST(PainterSurface, AFaintStarIsBarelyThereWhereverItStands) {
+    for (const double at : {4.0, 4.25, 4.5, 4.75}) {
+        QImage image = Picture(9, 9);
+        PainterSurface surface;
+        surface.Begin(image);
+        surface.StarDot(at, at, 0.75, kWhite, 0.2);
+        surface.End();
+        int light = 0;
+        int most = 0;
+        for (int y = 0; y < 9; ++y) {
+            for (int x = 0; x < 9; ++x) {
+                light += image.pixelColor(x, y).red();
+                most = std::max(most, image.pixelColor(x, y).red());
+            }
+        }
+        EXPECT_LE(most, 51);
+        EXPECT_NEAR(light, 0.2 * 255 * 2.2, 0.2 * 255 * 0.6) << at;  // of the pixels that a disc with this edge covers
+    }
+}
+
+TEST(PainterSurface, StarsAreCutAtTheEdges) {
+    QImage image = Picture(10, 10);
+    PainterSurface surface;
+    surface.StarDot(5, 5, 3, kWhite, 1);  // before there is a picture
+    surface.Begin(image);
+    surface.StarDot(-1, 5, 3, kWhite, 1);
+    surface.StarDot(5, 10.5, 3, kWhite, 1);
+    surface.StarDot(-50, 5, 3, kWhite, 1);
+    surface.StarDot(5, 5e9, 3, kWhite, 1);
+    surface.StarDot(5, 5, 1e9, kWhite, 0);
+    surface.End();
+    EXPECT_EQ(image.pixelColor(0, 5), QColor(255, 255, 255));
+    EXPECT_EQ(image.pixelColor(5, 9), QColor(255, 255, 255));
+    EXPECT_EQ(image.pixelColor(9, 1), QColor(0, 0, 0));
+}
+
 // What an outline is for: on a light ground the text is still surrounded by dark pixels, one wide.
 TEST(PainterSurface, OutlinedTextIsReadOnAnyGround) {
     for (const double ratio : {1.0, 2.0}) {

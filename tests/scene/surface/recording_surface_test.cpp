@@ -86,6 +86,11 @@ TEST_F(RecordingSurfaceTest, OperationsAsText) {
     EXPECT_EQ(::testing::PrintToString(surface.Operations()[1]), "Line 0 -7.5 100 50 pen 0x0000FF width 1");
 }
 
+TEST_F(RecordingSurfaceTest, AStarHasItsColourAmongTheNumbers) {
+    surface.StarDot(1, 2.5, 3, 0x0000FF, 0.5);
+    EXPECT_EQ(surface.Text(), "StarDot 1 2.5 3 255 0.5\n");
+}
+
 TEST_F(RecordingSurfaceTest, PrintMovesTheTextPositionAndClsPutsItBack) {
     surface.CurrentX = 100;
     surface.CurrentY = 50;
