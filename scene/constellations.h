@@ -6,7 +6,7 @@
 
 namespace glintara {
 
-inline constexpr Color kConstellationColor = 0x6E5238;
+inline constexpr Color kConstellationColor = 0x604832;
 
 /// Lines end so far from the stars that they join, pixels of a screen at scale 1: stars remain points of light.
 inline constexpr double kFigureGap = 5;

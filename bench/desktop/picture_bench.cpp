@@ -17,6 +17,7 @@
 #include "engine/astro/sun_moon.h"
 #include "scene/map_files.h"
 #include "scene/stages.h"
+#include "scene/star_list.h"
 
 namespace glintara::desktop {
 namespace {
@@ -79,6 +80,53 @@ void Picture(benchmark::State& state, Contents contents) {
     for (auto _ : state) paint();
 }
 
+/// What of the sky is drawn.
+struct SkyContents {
+    double limit = 11;   ///< faintest star
+    bool chart = false;  ///< unrolled and mirrored, else the sphere with both of its halves
+    bool names = false;
+};
+
+/// The sky without the Earth, fitted into the picture: all stars to a magnitude, and the figures.
+void SkyPicture(benchmark::State& state, SkyContents contents) {
+    ExampleList list(0);
+    Application& app = list.app;
+    CommonData& data = app.Data;
+    MainControls& main = app.Main;
+    if (!LoadMapFiles(std::string(GLINTARA_SOURCE_DIR) + "/data", data.Map, data.Stars, data.Cities).empty())
+        throw std::runtime_error("map files");
+    data.SatCount = 0;
+    main.CDrawSky.Value = true;
+    main.CSkyOnly.Value = true;
+    main.CDrawConstallations.Value = true;
+    main.CStarNames.Value = contents.names;
+    main.CDrawFrontStars.Value = true;
+    main.CDrawBackStars.Value = !contents.chart;
+    main.CFlatSky.Value = main.CReverseSky.Value = contents.chart;
+    data.View.MaxStarMag = contents.limit;
+    RebuildStarList(data.Stars, contents.limit);
+    data.View.ZoomFactor = 60;
+    data.View.SkyScale = kFullZoom / data.View.ZoomFactor;
+    data.View.ViewLat = 0.7;
+
+    QImage image(kWidth, kHeight, QImage::Format_RGB32);
+    PainterSurface surface;
+    FrameMemory memory;
+    SatelliteWorkspace work;
+    const FrameStages stages = StagesOfProgram(work);
+    int frame = 0;
+    const auto paint = [&] {
+        list.SetInstant(kBenchStart + frame * kBenchFrame);
+        frame = (frame + 1) % kBenchFrames;
+        surface.Begin(image);
+        GlobeFrame(app, surface, memory, stages);
+        surface.End();
+    };
+    for (int i = 0; i < kPicturesBefore; ++i) paint();
+    for (auto _ : state) paint();
+    state.counters["stars"] = data.Stars.VisibleStarCount();
+}
+
 double Least(const std::vector<double>& times) { return *std::min_element(times.begin(), times.end()); }
 
 // The argument is the zoom: 29 shows the whole globe, 55 fills the height. On a busy machine the least of several runs
@@ -103,6 +151,19 @@ PICTURE(fine_with_all, .satellites = kSatCapacity, .names = true, .full = true, 
 
 // With the reduced borders, and from `kFineBordersZoom` on with the fine ones.
 PICTURE_AT(119, 120, near_with_all, .satellites = kSatCapacity, .names = true, .full = true);
+
+// At 1920 by 1080 pixels the sky to magnitude 6.5 should take less than 8 ms, all of it less than 30 ms.
+#define SKY_PICTURE(name, ...)                                    \
+    BENCHMARK_CAPTURE(SkyPicture, name, SkyContents{__VA_ARGS__}) \
+        ->Unit(benchmark::kMillisecond)                           \
+        ->Repetitions(7)                                          \
+        ->ReportAggregatesOnly()                                  \
+        ->ComputeStatistics("least", Least)
+
+SKY_PICTURE(sphere_to_magnitude_6_5, .limit = 6.5);
+SKY_PICTURE(chart_to_magnitude_6_5, .limit = 6.5, .chart = true, .names = true);
+SKY_PICTURE(sphere_with_all_stars, .limit = 99);
+SKY_PICTURE(chart_with_all_stars, .limit = 99, .chart = true, .names = true);
 
 }  // namespace
 }  // namespace glintara::desktop

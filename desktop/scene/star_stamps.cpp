@@ -74,10 +74,11 @@ void StarStamps::Add(QImage& image, double x, double y, double radius, Color col
     if (firstColumn >= endColumn || firstRow >= endRow) return;
 
     // In 65536ths of a channel for each of the stamp's steps.
+    constexpr unsigned kHalf = 32768;
     const double scale = std::min(weight, 1.0) * 65536 / kFull;
-    const auto red = static_cast<unsigned>(RedOf(color) * scale);
-    const auto green = static_cast<unsigned>(GreenOf(color) * scale);
-    const auto blue = static_cast<unsigned>(BlueOf(color) * scale);
+    const auto red = static_cast<unsigned>(std::lround(RedOf(color) * scale));
+    const auto green = static_cast<unsigned>(std::lround(GreenOf(color) * scale));
+    const auto blue = static_cast<unsigned>(std::lround(BlueOf(color) * scale));
     const auto bytesPerLine = static_cast<std::ptrdiff_t>(image.bytesPerLine());
     unsigned char* line = image.scanLine(top + firstRow);
     for (int row = firstRow; row < endRow; ++row, line += bytesPerLine) {
@@ -87,9 +88,9 @@ void StarStamps::Add(QImage& image, double x, double y, double radius, Color col
             const unsigned part = light[column];
             if (part == 0) continue;
             QRgb& pixel = pixels[left + column];
-            const unsigned lit = Lit((pixel >> 16) & 0xFF, (part * red) >> 16) << 16 |
-                                 Lit((pixel >> 8) & 0xFF, (part * green) >> 16) << 8 |
-                                 Lit(pixel & 0xFF, (part * blue) >> 16);
+            const unsigned lit = Lit((pixel >> 16) & 0xFF, (part * red + kHalf) >> 16) << 16 |
+                                 Lit((pixel >> 8) & 0xFF, (part * green + kHalf) >> 16) << 8 |
+                                 Lit(pixel & 0xFF, (part * blue + kHalf) >> 16);
             pixel = (pixel & 0xFF000000) | lit;
         }
     }

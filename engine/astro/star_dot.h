@@ -30,13 +30,13 @@ class StarDots {
         const double size = (limit_ + 1 - magnitude) * growth_;
         if (size >= kFullLight) return {size < kMostRadius ? size : kMostRadius, 1};
         const double dimmed = 1 + kDimming * (kFullLight - size);
-        return {size > kLeastRadius ? size : kLeastRadius, 1 / (dimmed * dimmed)};
+        return {size > kLeastRadius ? size : kLeastRadius, 1 / (dimmed * dimmed * dimmed)};
     }
 
   private:
     /// Radius from which a dot has all its light, pixels; and how fast it loses light below.
     static constexpr double kFullLight = 1.4;
-    static constexpr double kDimming = 1.5;
+    static constexpr double kDimming = 0.95;
 
     double limit_;
     double growth_;

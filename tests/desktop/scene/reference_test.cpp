@@ -13,6 +13,7 @@
 #include "flare/observed_night.h"
 #include "scene/map_files.h"
 #include "scene/stages.h"
+#include "scene/star_list.h"
 
 namespace glintara::desktop {
 namespace {
@@ -153,6 +154,62 @@ TEST_F(ReferenceTest, FlareOfIridium32OverTurin) {
     view_.ViewLon = data_.Site.SiteLon;
     view_.ZoomFactor = 200;
     ExpectReference(Paint(), "flare");
+}
+
+/// The sky of the night, with all stars that the program knows.
+struct SkyReferenceTest : ReferenceTest {
+    void SetUp() override {
+        ReferenceTest::SetUp();
+        SetNight(kNight + 22 * kHour);
+        main_.CDrawSky.Value = true;
+        main_.CDrawConstallations.Value = true;
+        main_.CStarNames.Value = true;
+        main_.CSkyCircle.Value = true;
+        main_.CGlobeGrid.Value = false;
+        RebuildStarList(data_.Stars, view_.MaxStarMag);
+    }
+
+    /// The sky as it stands over the observer, seen from below: north up, east to the left.
+    void ShowChart() {
+        main_.CSkyOnly.Value = true;
+        main_.CFlatSky.Value = true;
+        main_.CReverseSky.Value = true;
+        main_.CDrawFrontStars.Value = true;
+        main_.CDrawBackStars.Value = false;
+        main_.CAutoMag.Value = true;
+        view_.ViewLat = data_.Site.SiteLat;
+        view_.ViewLon = data_.Site.SiteLon;
+        view_.ZoomFactor = 60;
+        view_.SkyScale = kFullZoom / view_.ZoomFactor;
+    }
+};
+
+TEST_F(SkyReferenceTest, ChartOfTheSky) {
+    ShowChart();
+    ExpectReference(Paint(), "sky_chart");
+}
+
+TEST_F(SkyReferenceTest, StarGlobe) {
+    view_.ZoomFactor = 29;
+    view_.SkyScale = kFullZoom / view_.ZoomFactor;
+    ExpectReference(Paint(), "star_globe");
+}
+
+// A chart held overhead: Orion stands in the south that evening, Betelgeuse to the left of Rigel; turned over, east and
+// west change places.
+TEST_F(SkyReferenceTest, TheMirroredChartIsTheOtherWayRound) {
+    ShowChart();
+    main_.CStarNames.Value = false;
+    main_.CDrawConstallations.Value = false;
+    main_.CDrawSun.Value = false;
+    main_.CSkyCircle.Value = false;
+    const QImage below = Paint();
+    main_.CReverseSky.Value = false;
+    const QImage above = Paint();
+    EXPECT_FALSE(IsTheSame(Compare(below, above)));
+    // Below the title, which is not mirrored.
+    const QRect sky(0, 40, kWidth, kHeight - 40);
+    EXPECT_TRUE(IsTheSame(Compare(below.copy(sky), above.mirrored(true, false).copy(sky))));
 }
 
 TEST_F(ReferenceTest, AShiftedPictureIsNotTheSame) {
