@@ -287,11 +287,11 @@ GLINTCORE_API void Satellite_DrawEarth(const GlintDrawTarget* target, const Glin
                                        int32_t* bufferCount, void* buffer);
 
 /* Draws the stars of a list on the star sphere: a sphere of radius `SkyScale` round the Earth's centre, turned by the
- * sidereal angle of `SimTime`, or unrolled to a chart with `CFlatSky` (azimuthal equidistant: 90 degrees from the centre
- * lie at `SkyScale`), and mirrored with `CReverseSky`. Drawn are the near half of the sphere with `CDrawFrontStars`, the
- * far half with `CDrawBackStars`, but with `CLocalSky` only what stands above the horizon of the site; what the Earth
- * hides is not, unless `CSkyOnly` leaves the Earth away. The centre of a chart is the near point with `CDrawFrontStars`,
- * else the far one. On the flat map nothing is drawn.
+ * sidereal angle of `SimTime`, or unrolled to a chart with `CFlatSky` (azimuthal equidistant: 90 degrees from the
+ * centre lie at `SkyScale`), and mirrored with `CReverseSky`. Drawn are the near half of the sphere with
+ * `CDrawFrontStars`, the far half with `CDrawBackStars`, but with `CLocalSky` only what stands above the horizon of the
+ * site; what the Earth hides is not, unless `CSkyOnly` leaves the Earth away. The centre of a chart is the near point
+ * with `CDrawFrontStars`, else the far one. On the flat map nothing is drawn.
  *
  *   target   who paints: `dot`, once for each star on the picture, in the order of the list. Null: nothing is drawn
  *   config   all fields but CStarNames. Stars fainter than the lesser of MaxStarMag and AutoMagLimit are left away; a

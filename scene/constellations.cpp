@@ -12,8 +12,8 @@
 namespace glintara {
 namespace {
 
-/// A figure spans less than a quarter of the sky. What is longer on a chart goes round the place opposite of its centre,
-/// which the chart tears apart.
+/// A figure spans less than a quarter of the sky. What is longer on a chart goes round the place opposite of its
+/// centre, which the chart tears apart.
 bool IsTorn(const SceneContext& scene, double length) {
     return SkyProjectionOf(scene).flat && length > scene.View().SkyScale;
 }

@@ -70,7 +70,8 @@ class NameBoard {
     /// Writes the names, each with a leading blank and an outline, by their ranks and ranges: to the right of the mark,
     /// or to the left where the edge would cut it or something else stands. Left out is one that would touch a name
     /// already written, one that finds no room on either side, and one whose mark lies out of the picture. The wishes
-    /// are forgotten then; what is written keeps its room until `Clear`, so that other rooms can add names of their own.
+    /// are forgotten then; what is written keeps its room until `Clear`, so that other rooms can add names of their
+    /// own.
     void Draw(const SceneContext& scene);
 
   private:

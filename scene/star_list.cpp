@@ -25,8 +25,8 @@ constexpr double kChartBonus = 2;
 /// Sky scale times zoom at which the stars have the room that the automatic limit counts from.
 constexpr double kUsualSize = 100;
 
-/// Zoom at which discs have the size that the limit gives them. Nearer they grow slower than the limit does, bright stars
-/// would swell otherwise; from afar, where the limit leaves few stars, these are larger, down to this share.
+/// Zoom at which discs have the size that the limit gives them. Nearer they grow slower than the limit does, bright
+/// stars would swell otherwise; from afar, where the limit leaves few stars, these are larger, down to this share.
 constexpr double kUsualZoom = 50;
 constexpr double kLeastDivisor = 0.8;
 

@@ -29,8 +29,8 @@ class SkyCamera {
   public:
     explicit SkyCamera(const SceneContext& scene);
 
-    /// A direction of date on the star sphere as it is drawn, mirrored and unrolled if it has to be: on view axes, on the
-    /// flat map as (0, X, Y). Nothing when its part of the sky is not shown.
+    /// A direction of date on the star sphere as it is drawn, mirrored and unrolled if it has to be: on view axes, on
+    /// the flat map as (0, X, Y). Nothing when its part of the sky is not shown.
     std::optional<Vector3> Mapped(const Vector3& direction) const;
 
     /// The same on the plane of the screen; nothing also when the Earth hides it.
@@ -48,16 +48,16 @@ class SkyCamera {
 };
 
 /// The stars of the list, the one that is selected, names with `CStarNames`, the edge of the sky with `CSkyCircle`, and
-/// with `CDrawSun` the Sun and the Moon as they are seen among the stars. Brings the stars' places to the displayed date
-/// when they are not of about that date. To be called between `PushSkyPan` and `PopSkyPan`; names keep clear of what
-/// `names` has written in this picture.
+/// with `CDrawSun` the Sun and the Moon as they are seen among the stars. Brings the stars' places to the displayed
+/// date when they are not of about that date. To be called between `PushSkyPan` and `PopSkyPan`; names keep clear of
+/// what `names` has written in this picture.
 void PlotStars(const SceneContext& scene, NameBoard& names);
 
 /// The Sun and the Moon alone.
 void PlotSunAndMoonOnSky(const SceneContext& scene);
 
-/// With `MnuAtmo` the ground of a sky seen through the air: from night over a blue twilight to day, as the Sun stands for
-/// the observer. Otherwise nothing.
+/// With `MnuAtmo` the ground of a sky seen through the air: from night over a blue twilight to day, as the Sun stands
+/// for the observer. Otherwise nothing.
 void DrawSkyBackground(const SceneContext& scene);
 
 /// Colour of that sky, for an elevation of the Sun, radians.

@@ -11,8 +11,8 @@ namespace {
 /// Width of a dot's soft edge, device pixels: from this much inside of the radius to as much beyond it.
 constexpr double kSoftEdge = 0.65;
 
-/// Bright stars have a glow: its brightness beside the disc, its radius in radii of the disc, and the radius from which on
-/// there is one, device pixels.
+/// Bright stars have a glow: its brightness beside the disc, its radius in radii of the disc, and the radius from which
+/// on there is one, device pixels.
 constexpr double kGlow = 0.16;
 constexpr double kGlowRadius = 3;
 constexpr double kLeastGlowing = 1.5;

@@ -2,8 +2,9 @@
 
 // How large and how bright a star is drawn.
 //
-// A dot grows with each magnitude, as stars do on printed charts. A star too faint for a disc keeps the smallest one and
-// loses light instead, so that the faintest are barely there and thousands of them look like the glow that they are.
+// A dot grows with each magnitude, as stars do on printed charts. A star too faint for a disc keeps the smallest one
+// and loses light instead, so that the faintest are barely there and thousands of them look like the glow that they
+// are.
 
 #include <cmath>
 

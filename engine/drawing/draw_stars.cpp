@@ -20,7 +20,8 @@ constexpr double kMargin = 48;
 /// Radius of the star sphere, Earth radii, beyond which nothing is drawn.
 constexpr double kMostSkyScale = 1e6;
 
-/// What the engine keeps with a star. Single precision is a hundredth of a second of arc: far below a pixel at any zoom.
+/// What the engine keeps with a star. Single precision is a hundredth of a second of arc: far below a pixel at any
+/// zoom.
 struct KeptDirection {
     std::uint64_t key = 0;  // of the place that it was taken from; 0 before
     std::array<float, 3> xyz{};
@@ -37,7 +38,8 @@ std::uint64_t KeyOf(const GlintStar& star) {
     return (mixed * kMixer) | 1;
 }
 
-/// The direction of a star, taken from its angles only when nothing is kept of them. It is no number where they are none.
+/// The direction of a star, taken from its angles only when nothing is kept of them. It is no number where they are
+/// none.
 Vector3 DirectionOf(const GlintStar& star, unsigned char* rest) {
     KeptDirection kept;
     std::memcpy(&kept, star.Rest, sizeof kept);

@@ -144,9 +144,9 @@ class DrawSurface : public DrawState {
     /// of: shapes that are laid beside each other would leave seams. Pixels.
     virtual void CoverRow(std::int32_t x, std::int32_t y, std::span<const std::uint8_t> coverage) = 0;
 
-    /// A star: a soft round dot of light in `color`, which is added to what is on the picture, as much as `weight` tells:
-    /// 0 to 1, with all of its light. The centre in pixels and fractions of them, the radius in pixels of a screen at
-    /// scale 1, like `DrawWidth`. No pen, no fill.
+    /// A star: a soft round dot of light in `color`, which is added to what is on the picture, as much as `weight`
+    /// tells: 0 to 1, with all of its light. The centre in pixels and fractions of them, the radius in pixels of a
+    /// screen at scale 1, like `DrawWidth`. No pen, no fill.
     virtual void StarDot(double x, double y, double radius, Color color, double weight) = 0;
 
   private:
