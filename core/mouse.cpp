@@ -7,7 +7,10 @@
 #include "core/opening.h"
 #include "core/panels.h"
 #include "engine/astro/trigonometry.h"
+#include "scene/mouse_text.h"
+#include "scene/object_finder.h"
 #include "scene/orientation.h"
+#include "scene/sky_pointer.h"
 #include "scene/view_geometry.h"
 
 namespace glintara {
@@ -27,6 +30,9 @@ constexpr double kPanPerUnit = 1.0 / 50;
 constexpr double kSkyCentre = 1;
 constexpr double kWheelUnits = 120;
 constexpr double kWheelFactor = 1.1;
+
+/// A drag over the whole height changes the uncertainty of the time by 4 times this part of it.
+constexpr double kTimePart = 0.4;
 
 constexpr int kRestMs = 2000;
 constexpr int kHideInfoMs = 1000;
@@ -67,8 +73,13 @@ void MouseSteering::NoteMouse(const MousePlace& place) {
     run.LastMouseY = place.y;
     run.LastPictureWidth = place.width;
     run.LastPictureHeight = place.height;
+    ShowMouseText(app_);
     // A window that opens under a resting mouse is told of a move too.
     if (!moved) return;
+    if (app_.Main.FSkyMouse.Visible) {
+        RefreshSkyPointer(app_);
+        app_.Windows.UpdateGraphicsLevel2();
+    }
     loop_.GlobeRotation().StopIdle();
     app_.Main.Timer_ObjectFinder.Restart(kRestMs);
     if (!app_.Main.Timer_InfoHider.Enabled) app_.Main.Timer_InfoHider.Restart(kHideInfoMs);
@@ -78,7 +89,10 @@ void MouseSteering::Begin(const MousePlace& place, const MouseHold& hold) {
     start_ = place;
     held_ = hold;
     snapshot_ = CaptureCamera(app_.Data.View);
+    startField_ = app_.Run.SkyPointer.FieldOfView;
+    startTime_ = app_.Run.SkyPointer.TimeUncertainty;
     dragged_ = false;
+    leftStart_ = false;
     lastMove_ = now_();
     earlier_ = later_ = {lastMove_, snapshot_.ViewLon};
     app_.Run.DragActive = true;
@@ -95,7 +109,9 @@ MouseSteering::Action MouseSteering::ActionOf(const MouseHold& hold) const {
     if (hold.shift) return Action::Shift;
     if (hold.left && hold.right) return Action::Zoom;
     if (hold.right) return Action::Roll;
-    if (!hold.left || hold.control || hold.alt) return Action::None;
+    if (!hold.left) return Action::None;
+    if (hold.control) return Action::PointerField;
+    if (hold.alt) return Action::PointerTime;
     return app_.Main.CPlaniSphere.Value ? Action::Shift : Action::Turn;
 }
 
@@ -103,10 +119,18 @@ void MouseSteering::Drag(const MousePlace& place) {
     ViewState& view = app_.Data.View;
     const double dx = Truncate(place.x - start_.x);
     const double dy = Truncate(place.y - start_.y);
+    leftStart_ = leftStart_ || dx != 0 || dy != 0;
+    const Action action = ActionOf(held_);
+    if (action == Action::PointerField || action == Action::PointerTime) {
+        SetPointer(action, dy / std::max(place.height, 1.0));
+        return;
+    }
     double turn = kTurnPerPicture * kSensitivity / view.ZoomFactor;
     if (app_.Main.MnuFloatingSite.Checked && !app_.Main.CPlaniSphere.Value) turn /= kFloatingSlowness;
-    switch (ActionOf(held_)) {
+    switch (action) {
         case Action::None:
+        case Action::PointerField:
+        case Action::PointerTime:
             return;
         case Action::Turn:
             view.ViewLon = snapshot_.ViewLon - dx / std::max(place.width, 1.0) * turn;
@@ -125,6 +149,14 @@ void MouseSteering::Drag(const MousePlace& place) {
     dragged_ = true;
     CameraMoved(app_);
     MarkMotion();
+}
+
+void MouseSteering::SetPointer(Action action, double part) {
+    if (action == Action::PointerField)
+        SetPointerField(app_, startField_ - part * kTurnPerPicture * kSensitivity / app_.Data.View.ZoomFactor);
+    else
+        SetPointerTime(app_, startTime_ - part * kTurnPerPicture * kTimePart * startTime_);
+    app_.Windows.UpdateGraphicsLevel2();
 }
 
 void MouseSteering::Shift(double dx, double dy) {
@@ -166,13 +198,27 @@ double MouseSteering::LonPerTick() const {
 
 void MouseSteering::Released() {
     const bool turned = app_.Run.DragActive && dragged_ && ActionOf(held_) == Action::Turn;
+    const bool clicked = WasStarClick();
     EndDrag();
+    if (clicked) SelectStar(app_);
     if (turned && SecondsBetween(lastMove_, now_()) <= kInMotion) loop_.GlobeRotation().DragReleased(LonPerTick());
+}
+
+bool MouseSteering::WasStarClick() const {
+    return app_.Run.DragActive && !leftStart_ && held_ == MouseHold{.left = true, .control = true};
 }
 
 void MouseSteering::DoubleClicked(const MouseHold& hold) {
     loop_.GlobeRotation().StopIdle();
-    if (hold.control || hold.alt) return;
+    if (hold.alt) {
+        ToggleSkyMouse(app_);
+        return;
+    }
+    if (hold.control) {
+        DefinePointUnderMouse(app_);
+        return;
+    }
+    if (SelectSatellite(app_)) return;
     if (app_.Run.FullScreen)
         SetFullScreen(app_, false);
     else if (app_.Run.PanelsHidden)

@@ -41,15 +41,18 @@ class MouseSteering {
 
     /// The mouse has moved to `place`, or a button has been pressed there. The first move with a button held begins a
     /// drag, which the later ones follow: left turns the globe, right rolls it, both zoom, any button with Shift
-    /// shifts the picture, and so does left on the flat map. A move without a button ends the drag. Left with Control
-    /// or Alt leaves the view alone.
+    /// shifts the picture, and so does left on the flat map. Left with Control changes the sky pointer's field of view,
+    /// with Alt its uncertainty of the time. A move without a button ends the drag. Each move tells in `LStatus` what
+    /// lies under the mouse.
     void Moved(const MousePlace& place, const MouseHold& hold);
 
     /// A button has been released: the drag ends. When the globe was still being turned, it turns on and comes to rest.
+    /// A click of the left button with Control, without a move, chooses the star nearest to it.
     void Released();
 
-    /// A double click: leaves full screen; otherwise hides the panels, or shows them again. Nothing with Control or
-    /// Alt.
+    /// A double click makes the satellite under the mouse the working one. Where there is none it leaves full screen;
+    /// otherwise hides the panels, or shows them again. With Alt it shows the sky pointer, or hides it; with Control it
+    /// defines an observation at the place of the sky under the mouse.
     void DoubleClicked(const MouseHold& hold);
 
     /// The wheel: zooms by a tenth for each step of 120 units, away from the user to come nearer.
@@ -57,7 +60,7 @@ class MouseSteering {
 
   private:
     /// What a drag does.
-    enum class Action { None, Turn, Roll, Zoom, Shift };
+    enum class Action { None, Turn, Roll, Zoom, Shift, PointerField, PointerTime };
 
     struct Mark {
         Clock::time_point time;
@@ -69,6 +72,8 @@ class MouseSteering {
     void EndDrag();
     Action ActionOf(const MouseHold& hold) const;
     void Drag(const MousePlace& place);
+    void SetPointer(Action action, double part);
+    bool WasStarClick() const;
     void Shift(double dx, double dy);
     void ZoomTo(double zoom, const CameraView& from);
     void MarkMotion();
@@ -79,9 +84,12 @@ class MouseSteering {
     std::function<Clock::time_point()> now_;
     bool seen_ = false;  // the mouse has been over the picture
     bool dragged_ = false;
+    bool leftStart_ = false;  // since the drag began
     MousePlace start_;
     MouseHold held_;
     CameraView snapshot_;
+    double startField_ = 0;  // the sky pointer when the drag began
+    double startTime_ = 0;
     // The longitude a tick of `TimerHRot` ago or more, and since, from which the speed at the end of a drag follows.
     Mark earlier_;
     Mark later_;

@@ -9,6 +9,7 @@
 #include "core/tips.h"
 #include "flare/search.h"
 #include "scene/orientation.h"
+#include "scene/sky_pointer.h"
 
 namespace glintara {
 
@@ -45,6 +46,7 @@ Program::Program(Application& app, UsageRecord& usage, const ComputerClock& cloc
     ConnectPanels(app);
     ConnectViews();
     ConnectSearch();
+    app.Observations.CEnDisPointer.SetClickHandler([&app] { ToggleSkyMouse(app); });
     app.Main.MnuTips.SetClickHandler([&app] { ShowTips(app); });
     app.Main.MnuUpdateCheck.SetClickHandler([this] { Usage.CheckForUpdate(app_.Data.UpdateCheckDays, true); });
 }

@@ -5,6 +5,9 @@
 #include <string>
 
 #include "core/element_labels.h"
+#include "scene/mouse_text.h"
+#include "scene/object_finder.h"
+#include "scene/sky_pointer.h"
 
 namespace glintara {
 
@@ -88,6 +91,7 @@ void RunLoop::Connect() {
     });
     main.Timer_ObjectFinder.SetTickHandler([this] {
         app_.Main.Timer_ObjectFinder.Stop();
+        FindObject(app_);
         if (hooks_.findObject) hooks_.findObject();
     });
     main.CRefreshDraw.SetClickHandler([&main] { RequestFinePicture(main); });
@@ -99,6 +103,8 @@ bool RunLoop::MakePicture() {
     const Raised busy(app_.Run.FrameBusy);
     ShowElementAgeOfInstant();
     if (hooks_.makePicture) hooks_.makePicture();
+    ShowMouseText(app_);
+    RefreshSkyPointer(app_);
     ++picturesMade_;
     app_.Windows.RefreshSatPosition();
     if (hooks_.updateSatPosition) hooks_.updateSatPosition();

@@ -30,6 +30,7 @@ struct Pass {
     bool flaresShown = true;
     LightPlaces lights = {};
     LiveFlareQuest quest = {};
+    int satellite = 0;  // index of the one that is being drawn
 };
 
 /// The mark of one satellite, wherever it stands.
@@ -52,6 +53,8 @@ void DrawMark(const Pass& pass, const ScenePoint& place, const Mark& mark, bool 
     const SceneContext& scene = pass.scene;
     const double ring = mark.radius * mark.ringFactor;
     if (!IsOnPicture(pass, place, ring)) return;
+    const ViewState& view = scene.View();
+    scene.App.Run.Finder.Add({place.x + view.PanX, place.y + view.PanY, pass.satellite});
     if (mark.color == kShadowedColor)
         DrawOutlinedDisc(scene, place, mark.radius, mark.color, kShadowedOutline, kShadowedOutlineWidth);
     else
@@ -168,6 +171,7 @@ void DrawSatellites(const SceneContext& scene, SatelliteWorkspace& work) {
     Application& app = scene.App;
     CommonData& data = app.Data;
     work.names.Clear();
+    app.Run.Finder.ClearList();
     if (data.SatCount < 1 || !app.Main.CSGP4.Value) return;
 
     Pass pass{scene, work, GetWindowScale(data.View, scene.Surface), ObserverOnUnitSphere(data.Site)};
@@ -179,6 +183,7 @@ void DrawSatellites(const SceneContext& scene, SatelliteWorkspace& work) {
     for (int s = 1; s <= data.SatCount; ++s) {
         SatRecord& satellite = data.Satellite(s);
         const bool working = s == data.WorkingSat();
+        pass.satellite = s;
         if (working || !satellite.IsDisabled()) DrawSatellite(pass, satellite, working);
     }
     work.names.Draw(scene);

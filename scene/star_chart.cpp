@@ -7,14 +7,16 @@
 
 namespace glintara {
 
-SkyProjection SkyProjectionOf(const SceneContext& scene) {
-    const MainControls& main = scene.App.Main;
-    const bool ownSphere = !scene.IsFlatMap();
-    return {.radius = scene.View().SkyScale,
+SkyProjection SkyProjectionOf(const Application& app) {
+    const MainControls& main = app.Main;
+    const bool ownSphere = !main.CPlaniSphere.Value;
+    return {.radius = app.Data.View.SkyScale,
             .mirrored = ownSphere && main.CReverseSky.Value,
             .flat = ownSphere && main.CFlatSky.Value,
             .front = main.CDrawFrontStars.Value};
 }
+
+SkyProjection SkyProjectionOf(const SceneContext& scene) { return SkyProjectionOf(scene.App); }
 
 void FlattenSky(const SceneContext& scene, Vector3& view) { view = FlattenSky(SkyProjectionOf(scene), view); }
 
@@ -30,12 +32,15 @@ double SkyDiscRadius(const SceneContext& scene, double diameter) {
     return std::max(SkyCircleRadius(scene, diameter), 1 / scene.View().ZoomFactor);
 }
 
-SkySight SkySightOf(const SceneContext& scene, double greenwich) {
-    const MainControls& main = scene.App.Main;
-    return {.front = scene.IsFlatMap() || main.CDrawFrontStars.Value,
-            .back = scene.IsFlatMap() || main.CDrawBackStars.Value,
+SkySight SkySightOf(const Application& app, double greenwich) {
+    const MainControls& main = app.Main;
+    const bool flatMap = main.CPlaniSphere.Value;
+    return {.front = flatMap || main.CDrawFrontStars.Value,
+            .back = flatMap || main.CDrawBackStars.Value,
             .local = main.CLocalSky.Value,
-            .zenith = ZenithInSky(scene.App.Data.Site, greenwich)};
+            .zenith = ZenithInSky(app.Data.Site, greenwich)};
 }
+
+SkySight SkySightOf(const SceneContext& scene, double greenwich) { return SkySightOf(scene.App, greenwich); }
 
 }  // namespace glintara

@@ -9,6 +9,7 @@ namespace glintara {
 
 /// How the star sphere of a picture is drawn. On the flat map the sky stands over the Earth, neither mirrored nor
 /// unrolled.
+SkyProjection SkyProjectionOf(const Application& app);
 SkyProjection SkyProjectionOf(const SceneContext& scene);
 
 /// What becomes of every place on the star sphere before it is drawn.
@@ -42,6 +43,7 @@ struct SkySight {
 };
 
 /// The boxes' choice, for a picture with this Greenwich angle. The flat map has no front and no back.
+SkySight SkySightOf(const Application& app, double greenwich);
 SkySight SkySightOf(const SceneContext& scene, double greenwich);
 
 }  // namespace glintara

@@ -26,6 +26,7 @@ struct MainControls {
         MnuLib3D.Enabled = false;
         LFInfo.Visible = false;
         LElementAge.Visible = false;
+        FSkyMouse.Visible = false;
         for (CheckBox* box : {&CFlareTrack, &CDayFlares, &CNOSSFlare, &C2OrbitDetails, &CAstroDetails})
             box->Acts = false;
         CSGP1.Acts = false;
@@ -147,6 +148,10 @@ struct MainControls {
     Button CMaxMagDec{"\u2212", "Show brighter stars only (Shift+B)"};
     Button CToggleSkyEarth{"Sky/Earth", "Show the sky alone, or the Earth (Q)"};
     Button CSkyChartSphere{"Sky Chart/Sphere", "Show the sky as a chart, or as a sphere (W)"};
+    Frame FSkyMouse{"Sky Pointer"};  ///< shown while the pointer is on
+    Label LSkyMousePlace{"", "Declination and right ascension of date under the pointer"};
+    Label LSkyMouseFOV{"", "Width of the pointer's circle (Ctrl and left button)"};
+    Label LSkyMouseTAcc{"", "Uncertainty of the time (Alt and left button)"};
 
     // The view.
     CheckBox CLockSky{"Lock On Sky", "Keep the stars still while the Earth turns (K)"};

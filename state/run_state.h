@@ -8,6 +8,7 @@
 
 #include "engine/astro/constants.h"
 #include "engine/astro/horizon.h"
+#include "state/finder.h"
 #include "state/map_tables.h"
 #include "state/observed.h"
 #include "state/satellite_record.h"
@@ -100,6 +101,9 @@ struct RunState {
     double LastMouseY = 0;
     double LastPictureWidth = 0;  ///< size of the picture then, twips; 0 before the mouse has been over it
     double LastPictureHeight = 0;
+
+    FinderState Finder;
+    SkyPointerState SkyPointer;
 
     PolygonTool BorderTool;  ///< of the map tools
 

@@ -843,5 +843,33 @@ TEST_F(SatellitesTest, TheLoopAllocatesNothingPerSatellite) {
     EXPECT_EQ(used(40), used(10));
 }
 
+TEST_F(SatellitesTest, TheFinderKnowsEachMarkWhereItIsDrawn) {
+    LoadMeteosat();
+    LookAt(0, 0, 10);
+    data.View.PanX = 0.3;
+    data.View.PanY = -0.2;
+    Draw();
+    const FinderState& finder = o.app.Run.Finder;
+    ASSERT_EQ(finder.FinderCount(), 1);
+    EXPECT_EQ(finder.FinderList[1].satellite, data.SatCount);
+    const double unit = 200 * 10 / 64.0;
+    const std::vector<double> drawn = Circles()[0].numbers;
+    EXPECT_NEAR(300 + finder.FinderList[1].x * unit, drawn[0], 1e-6);
+    EXPECT_NEAR(200 - finder.FinderList[1].y * unit, drawn[1], 1e-6);
+    Draw();
+    EXPECT_EQ(finder.FinderCount(), 1) << "each picture has its own";
+    data.View.PanX = 1e5;
+    Draw();
+    EXPECT_EQ(finder.FinderCount(), 0) << "a mark beyond the picture";
+    data.View.PanX = 0;
+    main.CDrawSky.Value = main.CDrawFrontStars.Value = main.CDrawBackStars.Value = true;
+    data.View.SkyScale = 2;
+    Draw();
+    EXPECT_EQ(finder.FinderCount(), 2) << "on the sky it has a mark of its own";
+    main.CSGP4.Value = false;
+    Draw();
+    EXPECT_EQ(finder.FinderCount(), 0);
+}
+
 }  // namespace
 }  // namespace glintara::testing
