@@ -3,6 +3,7 @@
 #include "scene/constellations.h"
 #include "scene/map_text.h"
 #include "scene/marks.h"
+#include "scene/sky_pointer.h"
 #include "scene/star_chart.h"
 #include "scene/stars.h"
 
@@ -19,6 +20,7 @@ FrameStages StagesOfProgram(SatelliteWorkspace& satellites) {
     stages.polygonMarker = [](const SceneContext& scene) { PlotPolygonMarker(scene, scene.App.Run.BorderTool); };
     stages.stars = [&satellites](const SceneContext& scene) { PlotStars(scene, satellites.names); };
     stages.constellations = PlotConstallations;
+    stages.skyPointer = DrawSkyPointer;
     return stages;
 }
 

@@ -147,7 +147,7 @@ void AskForStarNames(const SceneContext& scene, const SkyCamera& camera, const S
 
 void MarkSelectedStar(const SceneContext& scene, const SkyCamera& camera, NameBoard& names) {
     const StarTables& stars = scene.App.Data.Stars;
-    const std::int32_t selected = scene.App.Run.SelectedStar;
+    const std::int32_t selected = scene.App.Run.Finder.SelectedStar;
     if (!stars.HasStar(selected)) return;
     const std::optional<ScenePoint> place = camera.Seen(stars.StarDirections[IndexOf(selected)]);
     if (!place) return;

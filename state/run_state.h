@@ -81,7 +81,6 @@ struct RunState {
     Splash SplashShown = Splash::None;
     std::int16_t PendingView = 0;   ///< number of the view that was entered last; 0 for none
     CameraView StartView;           ///< the camera at the end of the opening
-    std::int32_t SelectedStar = 0;  ///< number of the star that wears a ring; 0 for none
 
     // Clock.
     std::int16_t LastTickSecond = kNoTickSecond;  ///< second of the last picture that the tick asked for

@@ -203,22 +203,22 @@ TEST_F(StarsTest, TheSelectedStarWearsARingAndItsName) {
     AddStar(0, 0, 1, "Vega", "HD 172167");
     AddStar(0, 30, 1);
     catalogue.emplace_back();
-    app.Run.SelectedStar = 1;
+    app.Run.Finder.SelectedStar = 1;
     Plot();
     ASSERT_EQ(Circles().size(), 1U);
     ExpectNumbers(Circles()[0], {6000, 4500, kSelectionRing * 15}, 0.01);
     EXPECT_EQ(Circles()[0].state.FillStyle, FillPattern::Transparent);
     EXPECT_EQ(Texts(), (std::vector<std::string>{" SELECTED Vega"}));
-    app.Run.SelectedStar = 2;
+    app.Run.Finder.SelectedStar = 2;
     PlotAgain();
     EXPECT_EQ(Circles().size(), 1U);
     EXPECT_TRUE(Texts().empty()) << "it has no name";
     for (const int none : {0, 3, 4, -1, 1000000}) {
-        app.Run.SelectedStar = none;
+        app.Run.Finder.SelectedStar = none;
         PlotAgain();
         EXPECT_TRUE(Circles().empty()) << none;
     }
-    app.Run.SelectedStar = 1;
+    app.Run.Finder.SelectedStar = 1;
     app.Main.CDrawFrontStars.Value = false;
     PlotAgain();
     EXPECT_TRUE(Circles().empty()) << "that part of the sky is not shown";
