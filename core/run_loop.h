@@ -24,7 +24,7 @@ struct PictureHooks {
     /// Makes one picture of the state as it stands, fine when `FinePass` is set. It need not look at `FrameBusy`.
     std::function<void()> makePicture;
     std::function<void()> showPlottingNotice;  ///< writes that a fine picture is on its way into the picture on show
-    std::function<void()> drawFineStars;       ///< draws the stars alone, at full detail
+    std::function<void()> drawFineStars;       ///< shows the stars at full detail
     std::function<void()> findObject;          ///< the finder has looked what the mouse rests on
     std::function<void()> showNextView;        ///< the next of the kept views
     std::function<void()> updateSatPosition;   ///< another program that wants to know of each picture

@@ -32,6 +32,10 @@ constexpr double kNamedAboveCrowd = 3;
 constexpr double kDesignatedAboveCrowd = 4;
 constexpr double kDesignationPixels = 3000;
 
+/// While the sky is dragged, stars so much fainter than those that crowd the picture wait, magnitudes: each is a breath
+/// of light, but there are tens of thousands of them.
+constexpr double kCoarseBeyondCrowd = 2;
+
 /// From the middle of a star to its name, pixels more than the radius of its dot.
 constexpr double kStarNameGap = 1;
 
@@ -43,6 +47,15 @@ double PixelsOfQuarterSky(const SceneContext& scene) {
 StarDots DotsOf(const SceneContext& scene, const StarLimits& limits) {
     const double ratio = kTwipsPerScreenPixel / scene.Surface.TwipsPerPixelX;
     return {std::min(limits.Shown(), CrowdedMagnitude(PixelsOfQuarterSky(scene) * ratio)), limits.StarSize};
+}
+
+/// What is drawn now, of the stars that are shown: all but while a drag is under way.
+StarLimits LimitsNow(const SceneContext& scene) {
+    const CommonData& data = scene.App.Data;
+    StarLimits limits = StarLimitsOf(data.View, scene.App.Main, SunElevation(data));
+    const double coarse = CrowdedMagnitude(PixelsOfQuarterSky(scene)) + kCoarseBeyondCrowd;
+    if (scene.App.Run.DragActive) limits.MaxStarMag = std::min(limits.MaxStarMag, coarse);
+    return limits;
 }
 
 std::size_t IndexOf(std::int32_t star) { return static_cast<std::size_t>(star); }
@@ -230,7 +243,7 @@ void PlotStars(const SceneContext& scene, NameBoard& names) {
     const MainControls& main = scene.App.Main;
     PrecessStars(data.Stars, data.SimTime);
     if (main.CSkyCircle.Value) DrawSkyCircle(scene);
-    const StarLimits limits = StarLimitsOf(data.View, main, SunElevation(data));
+    const StarLimits limits = LimitsNow(scene);
     const SkyCamera camera(scene);
     if (scene.IsFlatMap())
         DrawStarsOnMap(scene, camera, limits);

@@ -47,10 +47,10 @@ class SkyCamera {
     SkySight sight_;
 };
 
-/// The stars of the list, the one that is selected, names with `CStarNames`, the edge of the sky with `CSkyCircle`, and
-/// with `CDrawSun` the Sun and the Moon as they are seen among the stars. Brings the stars' places to the displayed
-/// date when they are not of about that date. To be called between `PushSkyPan` and `PopSkyPan`; names keep clear of
-/// what `names` has written in this picture.
+/// The stars of the list, but the faintest only when no drag is under way; the one that is selected, names with
+/// `CStarNames`, the edge of the sky with `CSkyCircle`, and with `CDrawSun` the Sun and the Moon as they are seen among
+/// the stars. Brings the stars' places to the displayed date when they are not of about that date. To be called between
+/// `PushSkyPan` and `PopSkyPan`; names keep clear of what `names` has written in this picture.
 void PlotStars(const SceneContext& scene, NameBoard& names);
 
 /// The Sun and the Moon alone.

@@ -89,6 +89,8 @@ DesktopProgram::~DesktopProgram() = default;
 ProgramHooks DesktopProgram::MakeHooks() {
     ProgramHooks hooks;
     hooks.picture.makePicture = [this] { MakePicture(); };
+    // A star adds its light to the picture, so the faint ones come with a new one.
+    hooks.picture.drawFineStars = [this] { MakePicture(); };
     hooks.picture.showPlottingNotice = [this] { ShowNotice(); };
     hooks.startUp.loadMap = [this] { return LoadMap(); };
     hooks.startUp.rebuildStarList = [this] { RebuildStarList(app_.Data.Stars, app_.Data.View.MaxStarMag); };

@@ -183,6 +183,20 @@ TEST_F(StarsTest, PrecessionRunsOnceInSixtyDays) {
     EXPECT_EQ(app.Data.Stars.LastPrecession, kEpoch + 60);
 }
 
+TEST_F(StarsTest, TheFaintestWaitForTheEndOfADrag) {
+    AddStar(0, 0, 3);
+    AddStar(0, 20, 9);
+    Plot();
+    EXPECT_EQ(Dots().size(), 2U);
+    app.Run.DragActive = true;
+    PlotAgain();
+    ASSERT_EQ(Dots().size(), 1U);
+    EXPECT_NEAR(Dots()[0].numbers[0], 400, 0.01);
+    app.Run.DragActive = false;
+    PlotAgain();
+    EXPECT_EQ(Dots().size(), 2U);
+}
+
 TEST_F(StarsTest, TheEdgeOfTheSkyIsACircle) {
     view.SkyScale = 1.5;
     Plot();
