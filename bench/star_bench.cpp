@@ -5,10 +5,12 @@
 #include <cstddef>
 #include <filesystem>
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "orbit/files.h"
 #include "scene/map_files.h"
+#include "scene/object_finder.h"
 #include "scene/star_list.h"
 #include "scene/star_places.h"
 
@@ -66,6 +68,36 @@ void TurnAllStars(benchmark::State& state) {
     }
 }
 BENCHMARK(TurnAllStars)->Unit(benchmark::kMillisecond);
+
+class SilentBoxes : public MessageBoxes {
+  public:
+    void Tell(std::string_view, MessageIcon) override {}
+    bool AskYesNo(std::string_view) override { return false; }
+};
+
+/// The finder among all stars: 0 on the sphere, 1 on the chart, 2 on the flat map.
+void FindAmongAllStars(benchmark::State& state) {
+    SilentBoxes boxes;
+    Events events;
+    WindowSignals windows;
+    Application app(boxes, events, windows);
+    app.Data.Stars = AllStars(state);
+    RebuildStarList(app.Data.Stars, 15);
+    app.Data.View.MaxStarMag = 15;
+    app.Data.View.ZoomFactor = 32;
+    app.Data.View.SkyScale = 2;
+    app.Main.CAutoMag.Value = false;
+    app.Main.CDrawSky.Value = app.Main.CSkyOnly.Value = true;
+    app.Main.CDrawFrontStars.Value = app.Main.CDrawBackStars.Value = true;
+    app.Main.CFlatSky.Value = state.range(0) == 1;
+    app.Main.CPlaniSphere.Value = state.range(0) == 2;
+    double x = 0;
+    for (auto _ : state) {
+        x = x < 0.7 ? x + 0.01 : 0;
+        benchmark::DoNotOptimize(ObjectAt(app, {x, 0.3}));
+    }
+}
+BENCHMARK(FindAmongAllStars)->DenseRange(0, 2)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace glintara

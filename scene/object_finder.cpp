@@ -66,7 +66,8 @@ class StarSearch {
     }
 
   private:
-    /// The place of the sky at the mouse, or at the chart's edge next to it: no star is nearer to the mouse than to that.
+    /// The place of the sky at the mouse, or at the chart's edge next to it: no star is nearer to the mouse than to
+    /// that.
     void TakeChartDirection() {
         const double r = std::hypot(point_.x, point_.y);
         const double inside = std::min(1.0, r > 0 ? 2 * sky_.radius / r : 1.0);

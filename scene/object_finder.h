@@ -52,8 +52,8 @@ struct InfoLetters {
     double textWidth = 0;   ///< of the longest line
 };
 
-/// Where the box stands for the object that was found last: a letter away from the mouse, below it and to the right, or on
-/// the other side where the picture ends; never beyond the left and upper edges.
+/// Where the box stands for the object that was found last: a letter away from the mouse, below it and to the right, or
+/// on the other side where the picture ends; never beyond the left and upper edges.
 BoxArea InfoBoxArea(const RunState& run, const InfoLetters& letters);
 
 /// The mouse has been clicked with Control held: with `CDrawSky`, the star nearest to it is chosen, however far it is.

@@ -163,10 +163,13 @@ void DrawLabelOverlay(const SceneContext& scene) {
     surface.ForeColor = kQuietColor;
     const double quietHeight = surface.TextHeight(date);
     for (const Label* label : {&main.LSatDetail, &main.LStatus, &main.LJD}) {
-        const std::string& text = label->Caption.Get();
-        if (text.empty()) continue;
-        y -= quietHeight;
-        PrintAt(surface, margin, y, text);
+        // From the last line of each text upwards.
+        for (std::string_view left = label->Caption.Get(); !left.empty();) {
+            const std::size_t line = left.rfind('\n') + 1;
+            y -= quietHeight;
+            PrintAt(surface, margin, y, left.substr(line));
+            left = left.substr(0, line > 0 ? line - 1 : 0);
+        }
     }
     surface.FontOutlined = false;
 }

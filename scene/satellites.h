@@ -38,8 +38,8 @@ struct SatelliteWorkspace {
 ///
 /// For the working satellite, disabled or not, `LSatDetail`, `Run.Working` and the read-out of its rotation are
 /// written. Each mark on the picture goes to the finder's list, which is that of this picture afterwards. With
-/// `CSkyOnly` nothing of this is drawn over the Earth. Satellites are placed by SGP4/SDP4 only: with `CSGP4` clear there
-/// are none.
+/// `CSkyOnly` nothing of this is drawn over the Earth. Satellites are placed by SGP4/SDP4 only: with `CSGP4` clear
+/// there are none.
 void DrawSatellites(const SceneContext& scene, SatelliteWorkspace& work);
 
 }  // namespace glintara

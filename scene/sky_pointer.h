@@ -34,8 +34,8 @@ void EnableSkyMouse(Application& app);
 /// Hides the pointer; nothing when it is hidden.
 void DisableSkyMouse(Application& app);
 
-/// Sets the width of the pointer's field of view, radians, and the uncertainty of the time, seconds, as near as they may
-/// be, and shows them in the frame.
+/// Sets the width of the pointer's field of view, radians, and the uncertainty of the time, seconds, as near as they
+/// may be, and shows them in the frame.
 void SetPointerField(Application& app, double fieldOfView);
 void SetPointerTime(Application& app, double timeUncertainty);
 

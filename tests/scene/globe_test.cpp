@@ -698,6 +698,21 @@ TEST_F(GlobeTest, WhatThePanelsTellStaysInThePicture) {
     EXPECT_EQ(Words().find("EARTH"), std::string::npos);
 }
 
+TEST_F(GlobeTest, ATextOfTwoLinesStaysOneBelowTheOther) {
+    app.Run.FullScreen = true;
+    app.Main.LDateTime.Caption = "DATE";
+    app.Main.LStatus.Caption = "FLOATING\nSPACE";
+    Frame();
+    const auto prints = surface.OperationsOf(DrawOperation::Print);
+    const auto at = [&](const char* text) {
+        const auto print = std::ranges::find_if(prints, [text](const auto& p) { return p.text == text; });
+        EXPECT_NE(print, prints.end()) << text;
+        return print == prints.end() ? 0 : print->state.CurrentY;
+    };
+    EXPECT_LT(at("FLOATING"), at("SPACE"));
+    EXPECT_LT(at("SPACE"), at("DATE"));
+}
+
 TEST_F(GlobeTest, WordsOfTheOverlayNeverCoverEachOther) {
     app.Run.FullScreen = true;
     surface.ScaleWidth = 6000;

@@ -11,7 +11,8 @@
 namespace glintara::testing {
 namespace {
 
-/// 2000 January 1, 12:00, Greenwich sidereal time 18h41m50.548s; the sky alone, of radius 1, fills the picture's height.
+/// 2000 January 1, 12:00, Greenwich sidereal time 18h41m50.548s; the sky alone, of radius 1, is as high as the
+/// picture.
 struct SkyPointerTest : SceneFixture {
     MainControls& main = app.Main;
 
