@@ -12,6 +12,7 @@
 #include "core/start_up.h"
 #include "desktop/main/bindings.h"
 #include "desktop/main/keyboard.h"
+#include "desktop/main/over_picture.h"
 #include "desktop/main/panels_layout.h"
 #include "desktop/main/window_memory.h"
 
@@ -61,6 +62,7 @@ MainScope::MainScope(Application& app, bool mapTools) : app_(app) {
     column->setSpacing(8);
     picture_ = new PictureBox(central);
     column->addWidget(picture_, 1);
+    PutOverPicture(app_, *picture_);
     QWidget* const panels = BuildPanels();
     column->addWidget(panels);
     setCentralWidget(central);

@@ -137,9 +137,15 @@ QWidget* BuildInfo(MainControls& main, QWidget* parent) {
     age->setWordWrap(true);
     age->setMinimumHeight(age->fontMetrics().lineSpacing());
     KeepRoom(*age);
-    grid->addWidget(age, 3, 0, 1, 2);
-    grid->addWidget(MakeLabel(main.LStatus, NumberFont(kNumberPixels), "quiet"), 4, 0);
-    grid->addWidget(MakeLabel(main.LFPS, NumberFont(kNumberPixels), "quiet"), 4, 1, Qt::AlignRight);
+    grid->addWidget(age, 3, 0);
+    grid->addWidget(MakeLabel(main.LFPS, NumberFont(kNumberPixels), "quiet"), 3, 1, Qt::AlignRight | Qt::AlignBottom);
+    auto* status = MakeLabel(main.LStatus, NumberFont(kSmallNumberPixels), "quiet");
+    Bind(*status, main.LStatus, [](QString text) { return text.replace("= ", "=\u00A0"); });
+    status->setWordWrap(true);
+    status->setMinimumHeight(2 * status->fontMetrics().lineSpacing());
+    status->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    grid->addWidget(status, 4, 0, 1, 2);
+    grid->setColumnStretch(0, 1);
     grid->setRowStretch(5, 1);
     frame->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     frame->setMaximumWidth(kMostInfoWidth);

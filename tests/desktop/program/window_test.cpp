@@ -79,6 +79,8 @@ bool IsWhole(const QWidget& widget) {
 TEST_F(WindowTest, NothingIsClippedAtTheLeastSize) {
     Settle();
     LoadIridium();
+    main_.LStatus.Caption =
+        "EARTH: Latitude= -45.1234\u00B0 N,  N,  Longitude= -109.1234\u00B0 E, RA= 08h05'09\": DEC= -045\u00B030'09\"";
     window_.resize(window_.minimumSize());
     EXPECT_LE(window_.width(), 1276) << "a screen of 1280 has room for it";
     for (int group = 0; group < 2; ++group) {
