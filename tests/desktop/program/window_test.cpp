@@ -316,10 +316,11 @@ TEST_F(WindowTest, WhatIsStillToComeIsGreyed) {
         for (const QCheckBox* box : window_.findChildren<QCheckBox*>())
             if (box->text() == text) EXPECT_FALSE(box->isEnabled()) << text;
     }
-    for (const char* text : {"SGP1", "Open Workspace...", "Mark Cities", "Show Atmosphere", "Update and News Check",
-                             "Export Flare/Transit Track"})
+    for (const char* text :
+         {"SGP1", "Open Workspace...", "Mark Cities", "Update and News Check", "Export Flare/Transit Track"})
         EXPECT_FALSE(EntryNamed(text)->isEnabled()) << text;
-    for (const char* text : {"SGP4/SDP4", "Floating Site", "Search Flares/Transits...", "Transit Mode", "Reset View"})
+    for (const char* text :
+         {"SGP4/SDP4", "Floating Site", "Search Flares/Transits...", "Transit Mode", "Reset View", "Show Atmosphere"})
         EXPECT_TRUE(EntryNamed(text)->isEnabled()) << text;
 }
 
