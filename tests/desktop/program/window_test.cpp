@@ -324,6 +324,19 @@ TEST_F(WindowTest, WhatIsStillToComeIsGreyed) {
         EXPECT_TRUE(EntryNamed(text)->isEnabled()) << text;
 }
 
+TEST_F(WindowTest, TheBoxesOfTheSkyComeWithIt) {
+    Settle();
+    const char* const boxes[] = {"Constellations", "Star Names", "Flat Sky", "Reverse Sky", "Sky Circle"};
+    for (const bool sky : {true, false}) {
+        EntryNamed("Draw Sky")->trigger();
+        for (const char* text : boxes) {
+            for (const QCheckBox* box : window_.findChildren<QCheckBox*>())
+                if (box->text() == text) EXPECT_EQ(box->isEnabled(), sky) << text;
+            EXPECT_EQ(EntryNamed(text)->isEnabled(), sky) << text;
+        }
+    }
+}
+
 TEST_F(WindowTest, TheSearchWindowIsNeverOverTheMiddleOfThePicture) {
     Settle();
     LoadIridium();
