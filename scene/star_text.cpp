@@ -36,12 +36,6 @@ std::string_view TakeLine(std::string_view& text) {
     return line;
 }
 
-std::string_view Trimmed(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(kBlanks);
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
-}
-
 using Columns = std::array<std::string_view, kColumns>;
 
 /// The columns of a line, without blanks around them; nothing when there are more or fewer.
@@ -51,7 +45,7 @@ std::optional<Columns> SplitColumns(std::string_view line) {
         const std::size_t comma = line.find(',');
         const bool last = i + 1 == kColumns;
         if ((comma == std::string_view::npos) != last) return std::nullopt;
-        columns[i] = Trimmed(line.substr(0, comma));
+        columns[i] = TrimmedText(line.substr(0, comma), kBlanks);
         if (!last) line.remove_prefix(comma + 1);
     }
     return columns;
@@ -103,7 +97,7 @@ std::optional<std::vector<StarRecord>> ReadStars(std::string_view text) {
     std::vector<StarRecord> stars(1);
     while (!text.empty()) {
         const std::string_view line = TakeLine(text);
-        if (Trimmed(line).empty()) continue;
+        if (TrimmedText(line, kBlanks).empty()) continue;
         const std::optional<Columns> columns = SplitColumns(line);
         if (!columns) return std::nullopt;
         const std::optional<std::int32_t> number = StarNumber((*columns)[0]);
@@ -137,7 +131,7 @@ std::optional<std::vector<ConstellationLine>> ReadConstellations(std::string_vie
             ++group;
             continue;
         }
-        const std::optional<std::int32_t> star = StarNumber(Trimmed(line));
+        const std::optional<std::int32_t> star = StarNumber(TrimmedText(line, kBlanks));
         if (!star) return std::nullopt;
         lines.push_back({*star, group});
     }
