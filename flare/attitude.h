@@ -26,8 +26,10 @@ std::optional<BodyFrame> BuildBodyFrame(const Application& app, const SatRecord&
 /// whole window, without the skip flag; whoever wants it otherwise writes it there.
 class EngineSurfaces {
   public:
-    std::span<GlintSurface> All() { return {surfaces_.data(), count_}; }
-    std::span<const GlintSurface> All() const { return {surfaces_.data(), count_}; }
+    std::span<GlintSurface> All() & { return {surfaces_.data(), count_}; }
+    std::span<const GlintSurface> All() const& { return {surfaces_.data(), count_}; }
+    std::span<const GlintSurface> All() && = delete;  // it would outlive the surfaces
+    bool Empty() const { return count_ == 0; }
 
     /// One more; a model has room for no more than fit here.
     void Add(const GlintSurface& surface) { surfaces_[count_++] = surface; }

@@ -186,7 +186,7 @@ class SatellitePasses {
 };
 
 bool TakesPart(const SatRecord& satellite, bool transit) {
-    return !SurfacesTakingPart(satellite, transit).All().empty();
+    return !SurfacesTakingPart(satellite, transit).Empty();
 }
 
 /// The passes of the whole list, found by several threads. Each takes the next satellite that nobody has, and lays what

@@ -259,8 +259,8 @@ TEST_F(AttitudeTest, ATypeThatIsNoneGivesNoFrame) {
 struct SurfacesTakingPartTest : AttitudeTest {
     std::vector<int> Geometries(bool transit) {
         std::vector<int> codes;
-        for (const GlintSurface& surface : SurfacesTakingPart(First(), transit).All())
-            codes.push_back(surface.Geometry);
+        const EngineSurfaces surfaces = SurfacesTakingPart(First(), transit);
+        for (const GlintSurface& surface : surfaces.All()) codes.push_back(surface.Geometry);
         return codes;
     }
 };
