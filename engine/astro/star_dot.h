@@ -22,14 +22,21 @@ struct StarDot {
 class StarDots {
   public:
     static constexpr double kLeastRadius = 0.75;
-    static constexpr double kMostRadius = 7;
+    static constexpr double kMostRadius = 5.5;
+
+    /// The faintest magnitude to which catalogues of the whole sky are full. Beyond it no star is there to be smaller
+    /// than the others, and counting from a deeper limit would only swell those that are.
+    static constexpr double kFaintest = 9;
 
     /// Stars fainter than `limit` are crowded; `growth` is what a radius gains with each magnitude, pixels.
-    StarDots(double limit, double growth) : limit_(limit), growth_(growth) {}
+    StarDots(double limit, double growth) : limit_(limit < kFaintest ? limit : kFaintest), growth_(growth) {}
 
     StarDot Of(double magnitude) const {
         const double size = (limit_ + 1 - magnitude) * growth_;
-        if (size >= kFullLight) return {size < kMostRadius ? size : kMostRadius, 1};
+        if (size >= kFullLight) {
+            const double radius = size < kPlainRadius ? size : kPlainRadius + kSlower * (size - kPlainRadius);
+            return {radius < kMostRadius ? radius : kMostRadius, 1};
+        }
         const double dimmed = 1 + kDimming * (kFullLight - size);
         return {size > kLeastRadius ? size : kLeastRadius, 1 / (dimmed * dimmed * dimmed)};
     }
@@ -38,6 +45,11 @@ class StarDots {
     /// Radius from which a dot has all its light, pixels; and how fast it loses light below.
     static constexpr double kFullLight = 1.4;
     static constexpr double kDimming = 0.95;
+
+    /// Radius beyond which a dot grows slower, pixels, so that the brightest stay stars and do not become balls; and by
+    /// which share of the growth.
+    static constexpr double kPlainRadius = 2.5;
+    static constexpr double kSlower = 0.5;
 
     double limit_;
     double growth_;
