@@ -28,4 +28,8 @@ Vector3 PointBelowMoon(const CommonData& data) {
     return WorldPlace({data.MoonDec, data.MoonRA}, 1, SiderealFromDate(data.SimFields()));
 }
 
+Vector3 MoonSeenByObserver(const CommonData& data) {
+    return WorldPlace({data.MoonTopoDec, data.MoonTopoRA}, 1, SiderealFromDate(data.SimFields()));
+}
+
 }  // namespace glintara

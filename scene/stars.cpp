@@ -256,10 +256,14 @@ void PlotStars(const SceneContext& scene, NameBoard& names) {
 }
 
 void PlotSunAndMoonOnSky(const SceneContext& scene) {
-    if (!scene.App.Main.CDrawSun.Value) return;
+    const MainControls& main = scene.App.Main;
+    if (!main.CDrawSun.Value) return;
+    const CommonData& data = scene.App.Data;
     const SkyCamera camera(scene);
-    PlotBody(scene, camera, PointBelowSun(scene.App.Data), kSunDisc, kSkySunColor);
-    PlotBody(scene, camera, PointBelowMoon(scene.App.Data), kMoonDisc, kSkyMoonColor);
+    PlotBody(scene, camera, PointBelowSun(data), kSunDisc, kSkySunColor);
+    // A sky that lies on the Earth shows over which places things stand, every other sky how the observer sees them.
+    const bool liesOnEarth = scene.IsFlatMap() || main.CStarsOnGlobe.Value;
+    PlotBody(scene, camera, liesOnEarth ? PointBelowMoon(data) : MoonSeenByObserver(data), kMoonDisc, kSkyMoonColor);
 }
 
 void DrawSkyBackground(const SceneContext& scene) {

@@ -159,7 +159,7 @@ TEST_F(StarsTest, TheSunStandsAmongTheStars) {
     const double greenwich = SiderealFromJD(kEpoch);
     app.Data.SunDec = 10 * kDegree;
     app.Data.SunRA = 20 * kDegree + greenwich;
-    app.Data.MoonRA = 180 * kDegree + greenwich;
+    app.Data.MoonTopoRA = 180 * kDegree + greenwich;
     app.Main.CDrawSun.Value = true;
     Plot();
     ASSERT_EQ(Circles().size(), 1U) << "the Moon is behind";
