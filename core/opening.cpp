@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "core/shut_down.h"
+#include "core/views.h"
 #include "engine/astro/constants.h"
 #include "scene/orientation.h"
 
@@ -111,7 +112,7 @@ void Opening::ComeToRest(int fineInterval) {
     main.Timer3.Interval = fineInterval;  // the near pictures have set it to theirs
     run.LastTickSecond = kNoTickSecond;
     main.Timer5.Enabled = true;
-    run.StartView = CaptureCamera(app_.Data.View);
+    CaptureView(app_, run.StartView);
 
     const bool loaded = hooks_.loadStartUpWorkspace && hooks_.loadStartUpWorkspace();
     if (hooks_.checkForUpdate) hooks_.checkForUpdate();

@@ -1,6 +1,7 @@
 #include "core/options.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <string>
 
@@ -36,16 +37,20 @@ constexpr ButtonEntry kOrientations[] = {
 
 bool IsOn(const CheckBox& box) { return box.Enabled && box.Value; }
 
-/// What every option does when it changes.
+/// The boxes of the sky, and those of the stars' sides, which a flat map has not.
+constexpr CheckBox MainControls::*kSkyBoxes[] = {
+    &MainControls::CStarsOnGlobe, &MainControls::CStarNames, &MainControls::CDrawConstallations,
+    &MainControls::CSkyCircle,    &MainControls::CFlatSky,   &MainControls::CMaximizeSky,
+    &MainControls::CReverseSky,   &MainControls::CSkyOnly};
+constexpr CheckBox MainControls::*kSkySides[] = {&MainControls::CLocalSky, &MainControls::CDrawFrontStars,
+                                                 &MainControls::CDrawBackStars};
+
+/// What every option does when it changes. An option string shows once at its end.
 void ShowOption(Application& app) {
+    if (app.Run.OptionsFromText) return;
     RefreshEnabled(app);
     app.Windows.SyncronizeMenuBar();
     app.Windows.UpdateGraphicsLevel2();
-}
-
-void ShowStarLimits(Application& app) {
-    app.Main.LMaxStarMag.Caption = "Max Star Mag. " + PlainNumberText(app.Data.View.MaxStarMag);
-    app.Main.LStarSize.Caption = "Star Size: " + std::to_string(app.Data.View.StarSizeScale);
 }
 
 void SetStarLimit(Application& app, const OptionHooks& hooks, double magnitude) {
@@ -65,7 +70,12 @@ void Connect(Application& app, CheckBox& box, std::function<void()> before) {
 void ConnectSkyBoxes(Application& app, const OptionHooks& hooks) {
     MainControls& main = app.Main;
     Connect(
-        app, main.CDrawSky, [&app] { SetSkyOptions(app, app.Main.CDrawSky.Value); });
+        app, main.CDrawSky,
+        [&app] {
+            SetSkyOptions(app, app.Main.CDrawSky.Value);
+            // Without either the picture would be empty.
+            if (!app.Main.CDrawSky.Value) app.Main.CSkyOnly.Value = false;
+        });
     Connect(app, main.CPlaniSphere, [&app] { SetSkyOptions(app, app.Main.CDrawSky.Value); });
     Connect(app, main.CMaximizeSky, [&app] {
         if (!app.Main.CMaximizeSky.Value) return;
@@ -103,7 +113,7 @@ void ConnectLocks(Application& app, const OptionHooks& hooks) {
     Connect(app, app.Main.CLockSatellite, [&app, hooks] {
         if (!app.Main.CLockSatellite.Value) return;
         app.Main.CLockSky.Value = false;
-        if (hooks.clockTick) hooks.clockTick();
+        if (hooks.clockTick && !app.Run.OptionsFromText) hooks.clockTick();
     });
 }
 
@@ -213,32 +223,74 @@ void SyncronizeMenuBar(MainControls& main) {
 
 void SetSkyOptions(Application& app, bool enabled) {
     MainControls& main = app.Main;
-    for (CheckBox* box : {&main.CStarsOnGlobe, &main.CStarNames, &main.CDrawConstallations, &main.CSkyCircle,
-                          &main.CFlatSky, &main.CMaximizeSky, &main.CReverseSky, &main.CSkyOnly})
-        box->Enabled = enabled;
+    for (const auto box : kSkyBoxes) (main.*box).Enabled = enabled;
     if (!main.CPlaniSphere.Value)
-        for (CheckBox* box : {&main.CLocalSky, &main.CDrawFrontStars, &main.CDrawBackStars}) box->Enabled = enabled;
+        for (const auto box : kSkySides) (main.*box).Enabled = enabled;
     app.Windows.SyncronizeMenuBar();
+}
+
+std::array<CheckBox*, kSatelliteBoxCount> BoxesThatNeedSatellites(MainControls& main) {
+    return {&main.CPlotOrbit, &main.CProjectOrbit,  &main.CProjectOrbitOnSky, &main.CSatOnly,       &main.CSatCircle,
+            &main.CDrawArea,  &main.CLockSatellite, &main.C2OrbitDetails,     &main.CIridiumFlares, &main.CFlareTrack};
+}
+
+UsableInputs CurrentInputs(const Application& app) {
+    const MainControls& main = app.Main;
+    UsableInputs inputs;
+    inputs.known = true;
+    inputs.satellites = app.Data.SatCount > 0;
+    inputs.orbit = IsOn(main.CPlotOrbit);
+    inputs.projection = IsOn(main.CProjectOrbit);
+    inputs.tracks = IsOn(main.CFlareTrack);
+    inputs.flares = inputs.tracks || IsOn(main.CIridiumFlares);
+    return inputs;
+}
+
+bool CanBeUsed(Application& app, const CheckBox& box) {
+    MainControls& main = app.Main;
+    const UsableInputs inputs = CurrentInputs(app);
+    for (const CheckBox* other : BoxesThatNeedSatellites(main))
+        if (other == &box) return inputs.satellites;
+    for (const auto other : kSkyBoxes)
+        if (&(main.*other) == &box) return main.CDrawSky.Value;
+    for (const auto other : kSkySides)
+        if (&(main.*other) == &box) return main.CDrawSky.Value;
+    if (&box == &main.CPlotOrbitOverTime) return inputs.orbit;
+    if (&box == &main.CProjectOverTime) return inputs.projection;
+    if (&box == &main.CDayFlares) return inputs.tracks;
+    if (&box == &main.CAntennaID || &box == &main.CMoonFlares || &box == &main.CNOSSFlare) return inputs.flares;
+    return true;
+}
+
+std::int16_t StarSize(double size) {
+    if (!(size > kLeastStarSize)) return static_cast<std::int16_t>(kLeastStarSize);
+    return static_cast<std::int16_t>(std::min(std::nearbyint(size), kMostStarSize));
+}
+
+void ShowStarLimits(Application& app) {
+    app.Main.LMaxStarMag.Caption = "Max Star Mag. " + PlainNumberText(app.Data.View.MaxStarMag);
+    app.Main.LStarSize.Caption = "Star Size: " + std::to_string(app.Data.View.StarSizeScale);
 }
 
 void RefreshEnabled(Application& app) {
     MainControls& main = app.Main;
+    const UsableInputs seen = app.Run.UsableSeen;
     const bool satellites = app.Data.SatCount > 0;
-    for (CheckBox* box :
-         {&main.CPlotOrbit, &main.CProjectOrbit, &main.CProjectOrbitOnSky, &main.CSatOnly, &main.CSatCircle,
-          &main.CDrawArea, &main.CLockSatellite, &main.C2OrbitDetails, &main.CIridiumFlares, &main.CFlareTrack})
-        box->Enabled = satellites;
+    if (!seen.known || satellites != seen.satellites)
+        for (CheckBox* box : BoxesThatNeedSatellites(main)) box->Enabled = satellites;
     for (Button* button : {&main.COrbitOrient, &main.CTOrbInc, &main.CTOrbDec}) button->Enabled = satellites;
     for (MenuEntry* entry : {&main.MnuFindFlare, &main.MnuSatInfo, &main.MnuModelSatSurfaces})
         entry->Enabled = satellites;
-    main.CPlotOrbitOverTime.Enabled = IsOn(main.CPlotOrbit);
-    main.CProjectOverTime.Enabled = IsOn(main.CProjectOrbit);
 
-    const bool flares = IsOn(main.CIridiumFlares) || IsOn(main.CFlareTrack);
-    for (CheckBox* box : {&main.CAntennaID, &main.CMoonFlares, &main.CNOSSFlare}) box->Enabled = flares;
-    main.CDayFlares.Enabled = IsOn(main.CFlareTrack);
+    const UsableInputs now = CurrentInputs(app);
+    if (!seen.known || now.orbit != seen.orbit) main.CPlotOrbitOverTime.Enabled = now.orbit;
+    if (!seen.known || now.projection != seen.projection) main.CProjectOverTime.Enabled = now.projection;
+    if (!seen.known || now.flares != seen.flares)
+        for (CheckBox* box : {&main.CAntennaID, &main.CMoonFlares, &main.CNOSSFlare}) box->Enabled = now.flares;
+    if (!seen.known || now.tracks != seen.tracks) main.CDayFlares.Enabled = now.tracks;
+    app.Run.UsableSeen = now;
 
-    const bool tracks = IsOn(main.CFlareTrack) && main.CSGP4.Value;
+    const bool tracks = now.tracks && main.CSGP4.Value;
     main.MnuExportTrack.Enabled = tracks;
     main.mnuFindCityTrack.Enabled = tracks;
 }

@@ -7,6 +7,7 @@
 #include "core/satellite_panel.h"
 #include "core/time_buttons.h"
 #include "core/tips.h"
+#include "core/views.h"
 #include "flare/search.h"
 #include "scene/orientation.h"
 #include "scene/sky_pointer.h"
@@ -72,10 +73,7 @@ void Program::ConnectViews() {
     main.CNoon.SetClickHandler([this] { CNoon_Click(app_); });
     main.CNightOrientation.SetClickHandler([this] { CNightOrientation_Click(app_); });
     main.COrbitOrient.SetClickHandler([this] { COrbitOrient_Click(app_); });
-    main.MnuQResetView.SetClickHandler([this] {
-        ResetView(app_);
-        Time.TimeSyncronize();
-    });
+    main.MnuQResetView.SetClickHandler([this] { ResetView(app_, Time); });
 }
 
 }  // namespace glintara

@@ -71,7 +71,28 @@ std::string JulianText(double jd) {
     return text;
 }
 
+/// The base date plus the offsets, those of milliseconds left out.
+CalendarFields WholeOffsetsApplied(const CommonData& data) {
+    const TimeOffset& offset = data.TimeOffset;
+    return {static_cast<double>(data.BaseYear) + offset.YearOffset,
+            static_cast<double>(data.BaseMonth) + offset.MonthOffset,
+            static_cast<double>(data.BaseDay) + offset.DayOffset,
+            static_cast<double>(data.BaseHour) + offset.HourOffset,
+            static_cast<double>(data.BaseMinute) + offset.MinuteOffset,
+            data.BaseSecond + offset.SecondOffset};
+}
+
 }  // namespace
+
+void SettleMilliOffset(Application& app) {
+    CommonData& data = app.Data;
+    std::int32_t& millis = data.TimeOffset.MilliOffset;
+    millis = 0;
+    if (app.Main.CRealTime.Value) return;
+    const double base = DateToJD(NormalizeDateTime(WholeOffsetsApplied(data)));
+    const double missing = std::nearbyint((DateToJD(data.SimFields()) - base) * kMillisPerDay);
+    if (FitsOffset(missing)) millis = static_cast<std::int32_t>(missing);
+}
 
 void SimulatedTime::ReadBase() {
     CommonData& data = app_.Data;
@@ -101,13 +122,8 @@ void SimulatedTime::Synchronize(bool readClock) {
 
 bool SimulatedTime::WriteInstant() {
     CommonData& data = app_.Data;
-    const TimeOffset& offset = data.TimeOffset;
-    const CalendarFields sum{static_cast<double>(data.BaseYear) + offset.YearOffset,
-                             static_cast<double>(data.BaseMonth) + offset.MonthOffset,
-                             static_cast<double>(data.BaseDay) + offset.DayOffset,
-                             static_cast<double>(data.BaseHour) + offset.HourOffset,
-                             static_cast<double>(data.BaseMinute) + offset.MinuteOffset,
-                             data.BaseSecond + offset.SecondOffset + offset.MilliOffset / kMillisPerSecond};
+    CalendarFields sum = WholeOffsetsApplied(data);
+    sum.second += data.TimeOffset.MilliOffset / kMillisPerSecond;
     const CalendarFields instant = NormalizeDateTime(sum);
     if (!std::isfinite(instant.second) || !FitsOffset(instant.year)) return false;
     data.SetSimInstant(instant, DateToJD(instant));

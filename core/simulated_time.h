@@ -38,4 +38,8 @@ class SimulatedTime : public SearchClock {
     const ComputerClock& clock_;
 };
 
+/// After displayed instant, base and offsets were read back from where `MilliOffset` is not kept: 0 while the clock
+/// runs; else what is missing between base plus offsets and the displayed fields, to the millisecond.
+void SettleMilliOffset(Application& app);
+
 }  // namespace glintara

@@ -111,12 +111,4 @@ void CNightOrientation_Click(Application& app) { Press(app, Orientation::Night, 
 
 void COrbitOrient_Click(Application& app) { Press(app, Orientation::Orbit, "Orbit Orientation"); }
 
-void ResetView(Application& app) {
-    const CameraView& start = app.Run.StartView;
-    ApplyCamera(app.Data.View, start.ZoomFactor > 0 ? start : kStartCamera);
-    TakeSkyLock(app.Data);
-    app.Data.TimeOffset = {};
-    app.Windows.UpdateGraphicsLevel2();
-}
-
 }  // namespace glintara

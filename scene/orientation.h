@@ -11,7 +11,7 @@ namespace glintara {
 inline constexpr CameraView kStartCamera = {
     .ViewRoll = 0, .ViewLat = 0, .ViewLon = 0.0857908, .ZoomFactor = 29, .PanX = 0, .PanY = 0};
 
-/// The camera as a view keeps it.
+/// The camera as it stands.
 CameraView CaptureCamera(const ViewState& view);
 
 /// Puts a kept camera back, within what can be drawn.
@@ -44,9 +44,5 @@ void CUpOrientation_Click(Application& app);
 void CNoon_Click(Application& app);
 void CNightOrientation_Click(Application& app);
 void COrbitOrient_Click(Application& app);
-
-/// `MnuQResetView` as far as camera and clock go: the camera of `StartView` (before the opening has ended, that of
-/// `kStartCamera`), no time offsets, and a new picture. The displayed instant follows with the clock's next step.
-void ResetView(Application& app);
 
 }  // namespace glintara

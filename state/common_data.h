@@ -3,6 +3,7 @@
 // What the program remembers: plain tables and scalars, visible to every room. Tables are allocated once at full
 // capacity and addressed from index 1; index 0 stays empty.
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -15,6 +16,7 @@
 #include "state/city_tables.h"
 #include "state/map_tables.h"
 #include "state/satellite_record.h"
+#include "state/saved_view.h"
 #include "state/star_tables.h"
 #include "state/view_state.h"
 
@@ -125,6 +127,7 @@ struct CommonData {
     glintara::UsageStats UsageStats;
 
     ViewState View;
+    std::array<SavedView, kViewCount + 1> SavedViews;  ///< indices 1 to `kViewCount`; 0 stays empty
 
     // What the map files hold.
     MapTables Map;

@@ -7,14 +7,12 @@
 #include <string>
 
 #include "state/controls.h"
+#include "state/saved_view.h"
 
 namespace glintara {
 
 /// Entry of `MnuTransitMode` that turns the search and the tracks from flares to transits.
 inline constexpr std::size_t kTransitEntry = 1;
-
-/// Views that the user can keep, from index 1.
-inline constexpr std::size_t kViewCount = 10;
 
 /// The controls of the main window, as they stand when the program starts.
 struct MainControls {

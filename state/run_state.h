@@ -12,6 +12,7 @@
 #include "state/map_tables.h"
 #include "state/observed.h"
 #include "state/satellite_record.h"
+#include "state/saved_view.h"
 
 namespace glintara {
 
@@ -49,6 +50,9 @@ class WorkingDirection {
         satNumber_ = satellite.SatNumber;
     }
 
+    /// No satellite's direction is known: the instant has been exchanged.
+    void Forget() { known_ = false; }
+
     /// Whether the direction is that of `satellite`. After another one has begun to work there is none until the next
     /// pass.
     bool IsOf(const SatRecord& satellite) const {
@@ -61,7 +65,7 @@ class WorkingDirection {
     std::string satNumber_;
 };
 
-/// The camera as a view keeps it.
+/// The camera by itself.
 struct CameraView {
     double ViewRoll = 0;
     double ViewLat = 0;
@@ -73,14 +77,30 @@ struct CameraView {
     friend bool operator==(const CameraView&, const CameraView&) = default;
 };
 
+/// What decides which boxes can be used.
+struct UsableInputs {
+    bool known = false;       ///< false before they have been worked out for the first time
+    bool satellites = false;  ///< the list holds one
+    bool orbit = false;       ///< the orbit in space is drawn
+    bool projection = false;  ///< the orbit on the ground is drawn
+    bool flares = false;      ///< flares are shown, as they stand or as tracks
+    bool tracks = false;      ///< tracks of flares are shown
+
+    friend bool operator==(const UsableInputs&, const UsableInputs&) = default;
+};
+
 struct RunState {
     // Pictures.
     std::int32_t FrameCounter = 0;  ///< coarse pictures since the last reading of the rate
     bool FinePass = false;          ///< a fine picture is being made: fine borders, fine steps
     bool FrameBusy = false;         ///< a picture is being made; only the run loop writes it
     Splash SplashShown = Splash::None;
-    std::int16_t PendingView = 0;   ///< number of the view that was entered last; 0 for none
-    CameraView StartView;           ///< the camera at the end of the opening
+    std::int16_t PendingView = 0;  ///< number of the view that was entered last; 0 for none
+    SavedView StartView;           ///< the view at the end of the opening; not used before
+
+    // The boxes.
+    UsableInputs UsableSeen;       ///< what `RefreshEnabled` went by last
+    bool OptionsFromText = false;  ///< an option string is being read: pictures and ticks wait for its end
 
     // Clock.
     std::int16_t LastTickSecond = kNoTickSecond;  ///< second of the last picture that the tick asked for

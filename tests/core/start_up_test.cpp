@@ -192,7 +192,14 @@ TEST_F(StartUpTest, ClosingDuringTheLastSplashUnwindsTheOpening) {
 
 TEST_F(StartUpTest, TheOpeningEndsOnTheViewAtRest) {
     ASSERT_TRUE(Open());
-    EXPECT_EQ(app.Run.StartView, (CameraView{0, 0, 0.0857908, 29, 0, 0}));
+    const SavedView& start = app.Run.StartView;
+    EXPECT_TRUE(start.Used);
+    EXPECT_EQ(start.ViewRoll, 0);
+    EXPECT_EQ(start.ViewLat, 0);
+    EXPECT_EQ(start.ViewLon, 0.0857908);
+    EXPECT_EQ(start.ZoomFactor, 29);
+    EXPECT_EQ(start.PanX, 0);
+    EXPECT_EQ(start.PanY, 0);
     EXPECT_EQ(pictures.back().zoom, 29);
     EXPECT_NEAR(pictures.back().lon, 0.0857908, 1e-12);
     app.Data.View.ViewLat = 1;

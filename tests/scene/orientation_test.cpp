@@ -198,18 +198,5 @@ TEST_F(OrientationTest, ABadCameraIsHeld) {
     EXPECT_EQ(view.ZoomFactor, 5000);
 }
 
-TEST_F(OrientationTest, ResetGoesBackToTheStart) {
-    data.TimeOffset.HourOffset = 5;
-    ResetView(app);
-    EXPECT_EQ(CaptureCamera(view), kStartCamera);
-    EXPECT_EQ(data.TimeOffset, TimeOffset{});
-    EXPECT_EQ(o.windows.calls, std::vector<std::string>{"UpdateGraphicsLevel2"});
-    EXPECT_EQ(view.LockedLat, 0);
-
-    app.Run.StartView = {.ViewRoll = 0.1, .ViewLat = 0.2, .ViewLon = 0.3, .ZoomFactor = 33, .PanX = 1, .PanY = 2};
-    ResetView(app);
-    EXPECT_EQ(CaptureCamera(view), app.Run.StartView);
-}
-
 }  // namespace
 }  // namespace glintara::observed_night
