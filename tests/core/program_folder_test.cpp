@@ -1,11 +1,11 @@
 #include "core/program_folder.h"
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <fstream>
 #include <iterator>
 
+#include "support/ordinary_user.h"
 #include "support/temporary_folder.h"
 
 namespace glintara {
@@ -22,23 +22,6 @@ std::string TextOf(const fs::path& file) {
     std::ifstream in(file, std::ios::binary);
     return {std::istreambuf_iterator<char>(in), {}};
 }
-
-/// A user who owns nothing, as long as it stands.
-class Nobody {
-  public:
-    Nobody() : user_(geteuid()) {
-        constexpr uid_t kNobody = 65534;
-        if (user_ == 0) EXPECT_EQ(seteuid(kNobody), 0);
-    }
-    Nobody(const Nobody&) = delete;
-    Nobody& operator=(const Nobody&) = delete;
-    ~Nobody() {
-        if (user_ == 0) EXPECT_EQ(seteuid(user_), 0);
-    }
-
-  private:
-    uid_t user_;
-};
 
 class ProgramFolderTest : public ::testing::Test {
   protected:
@@ -84,14 +67,14 @@ TEST_F(ProgramFolderTest, InstalledProgramFillsTheUsersFolderOnce) {
     EXPECT_FALSE(fs::exists(folders_.user / "DB005.VDB.part"));
 }
 
-TEST_F(ProgramFolderTest, ACopyOfAnotherOwnerFillsTheUsersFolderToo) {
+TEST_F(ProgramFolderTest, ACopyThatCannotBeWrittenFillsTheUsersFolderToo) {
     Write(folders_.executable / "DB001.VDB", "map");
     fs::create_directories(folders_.user);
     fs::permissions(home_.Path(), fs::perms::all);
     fs::permissions(folders_.user, fs::perms::all);
     fs::permissions(folders_.executable, fs::perms(0555));
     {
-        const Nobody nobody;
+        const testing::OrdinaryUser user;
         ExpectWork(folders_.user);
         EXPECT_EQ(Found("DB001.VDB"), "map");
     }
@@ -104,7 +87,7 @@ TEST_F(ProgramFolderTest, WithoutAHomeAReadableCopyWorksWhereItStands) {
     fs::permissions(home_.Path(), fs::perms(0555));
     fs::permissions(folders_.executable, fs::perms(0555));
     {
-        const Nobody nobody;
+        const testing::OrdinaryUser user;
         ExpectWork(folders_.executable);
         EXPECT_EQ(Found("DB001.VDB"), "map");
     }
