@@ -193,6 +193,7 @@ TEST_F(ObservationsTest, ElementSetsThatComeInLeaveWhatIsBeingTyped) {
     AddSatellite("00005", "58002B  ");
     EXPECT_EQ(Fields(), "00005|58|002|B");
     EXPECT_EQ(Condition(), 5);
+    EXPECT_EQ(form.Point.Condition, 'G') << "a choice that was not applied is none of the point's";
 }
 
 // Apply.
