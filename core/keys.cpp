@@ -8,6 +8,7 @@
 #include "core/opening.h"
 #include "core/panels.h"
 #include "core/turning.h"
+#include "core/views.h"
 #include "engine/astro/trigonometry.h"
 
 namespace glintara {
@@ -172,6 +173,14 @@ bool Form_KeyDown(Application& app, RunLoop& loop, const KeyPress& key) {
     CutOpeningShort(app.Run);
     const bool stopped = loop.GlobeRotation().StopIdle();
     MainControls& main = app.Main;
+    if (key.character >= '1' && key.character <= '9') {
+        const int view = key.character - '0';
+        if (key.shift)
+            SaveUserView(app, view);
+        else
+            EnterView(app, loop.Time(), view);
+        return true;
+    }
     if (key.character == 'U') {
         if (!stopped) loop.GlobeRotation().Toggle();
         return true;

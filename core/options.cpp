@@ -20,6 +20,7 @@ constexpr std::int16_t kAutoStarSize = 8;
 
 constexpr double kStarMagStep = 0.25;
 constexpr double kBrightestStarMag = -5;
+constexpr double kFaintestStarMag = 15;
 
 struct ButtonEntry {
     Button MainControls::*button;
@@ -54,7 +55,7 @@ void ShowOption(Application& app) {
 }
 
 void SetStarLimit(Application& app, const OptionHooks& hooks, double magnitude) {
-    app.Data.View.MaxStarMag = std::max(magnitude, kBrightestStarMag);
+    app.Data.View.MaxStarMag = std::clamp(magnitude, kBrightestStarMag, kFaintestStarMag);
     ShowStarLimits(app);
     if (hooks.rebuildStarList) hooks.rebuildStarList();
 }
@@ -101,6 +102,13 @@ void ConnectSkyBoxes(Application& app, const OptionHooks& hooks) {
     };
     main.CMaxMagInc.SetClickHandler([step] { step(kStarMagStep); });
     main.CMaxMagDec.SetClickHandler([step] { step(-kStarMagStep); });
+    const auto resize = [&app](int sizes) {
+        app.Data.View.StarSizeScale = StarSize(app.Data.View.StarSizeScale + sizes);
+        ShowStarLimits(app);
+        app.Windows.UpdateGraphicsLevel2();
+    };
+    main.CStarSizeInc.SetClickHandler([resize] { resize(1); });
+    main.CStarSizeDec.SetClickHandler([resize] { resize(-1); });
 }
 
 void ConnectLocks(Application& app, const OptionHooks& hooks) {

@@ -4,6 +4,7 @@
 
 #include "core/element_labels.h"
 #include "core/panels.h"
+#include "core/quick_views.h"
 #include "core/satellite_panel.h"
 #include "core/time_buttons.h"
 #include "core/tips.h"
@@ -67,13 +68,20 @@ void Program::ConnectSearch() {
 
 void Program::ConnectViews() {
     MainControls& main = app_.Main;
-    main.CZeroOrientation.SetClickHandler([this] { CZeroOrientation_Click(app_); });
-    main.CZenith.SetClickHandler([this] { CZenith_Click(app_); });
-    main.CUpOrientation.SetClickHandler([this] { CUpOrientation_Click(app_); });
-    main.CNoon.SetClickHandler([this] { CNoon_Click(app_); });
-    main.CNightOrientation.SetClickHandler([this] { CNightOrientation_Click(app_); });
-    main.COrbitOrient.SetClickHandler([this] { COrbitOrient_Click(app_); });
-    main.MnuQResetView.SetClickHandler([this] { ResetView(app_, Time); });
+    const auto connect = [this](Button& button, void (*orient)(Application&)) {
+        button.SetClickHandler([this, orient] {
+            Loop.GlobeRotation().StopIdle();
+            orient(app_);
+        });
+    };
+    connect(main.CZeroOrientation, CZeroOrientation_Click);
+    connect(main.CZenith, CZenith_Click);
+    connect(main.CUpOrientation, CUpOrientation_Click);
+    connect(main.CNoon, CNoon_Click);
+    connect(main.CNightOrientation, CNightOrientation_Click);
+    connect(main.COrbitOrient, COrbitOrient_Click);
+    ConnectSavedViews(app_, Time);
+    ConnectQuickViews(app_, Time);
 }
 
 }  // namespace glintara

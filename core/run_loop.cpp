@@ -5,9 +5,11 @@
 #include <string>
 
 #include "core/element_labels.h"
+#include "core/views.h"
 #include "scene/mouse_text.h"
 #include "scene/object_finder.h"
 #include "scene/sky_pointer.h"
+#include "scene/sky_scale.h"
 
 namespace glintara {
 
@@ -74,6 +76,7 @@ void RunLoop::Connect() {
     main.TimerHRot.SetTickHandler([this] { turning_.Tick(); });
     main.TimerResize.SetTickHandler([this] {
         app_.Main.TimerResize.Stop();
+        if (app_.Main.CMaximizeSky.Value) FitSky(app_);
         app_.Windows.UpdateGraphicsLevel2();
     });
     main.TimerSkyFine.SetTickHandler([this] {
@@ -83,7 +86,7 @@ void RunLoop::Connect() {
         hooks_.drawFineStars();
     });
     main.TimerViewShow.SetTickHandler([this] {
-        if (app_.Run.LongLoops == 0 && hooks_.showNextView) hooks_.showNextView();
+        if (app_.Run.LongLoops == 0) ShowNextView(app_, time_);
     });
     main.Timer_InfoHider.SetTickHandler([this] {
         app_.Main.Timer_InfoHider.Stop();

@@ -26,7 +26,6 @@ struct PictureHooks {
     std::function<void()> showPlottingNotice;  ///< writes that a fine picture is on its way into the picture on show
     std::function<void()> drawFineStars;       ///< shows the stars at full detail
     std::function<void()> findObject;          ///< the finder has looked what the mouse rests on
-    std::function<void()> showNextView;        ///< the next of the kept views
     std::function<void()> updateSatPosition;   ///< another program that wants to know of each picture
 };
 
@@ -56,6 +55,8 @@ class RunLoop {
     void ClockTick();
 
     GlobeTurning& GlobeRotation() { return turning_; }
+
+    SimulatedTime& Time() { return time_; }
 
   private:
     void ShowElementAgeOfInstant();

@@ -28,7 +28,7 @@ void SetOrbitTurns(Application& app, double turns) {
 void ShowOrbitLabel(Application& app) {
     const CommonData& data = app.Data;
     const double revolutions = data.View.OrbitTurns / kTurnsPerRevolution;
-    std::string text = "Turns: " + CutNumberText(revolutions + kSixthRounding, kLabelDecimals);
+    std::string text = "Orbit Turns: " + CutNumberText(revolutions + kSixthRounding, kLabelDecimals);
     if (data.SatCount > 0) {
         const double meanMotion = data.Satellite(data.WorkingSat()).MeanMotion;
         if (meanMotion > 0) text += "  Period: " + CutNumberText(kMinutesPerDay / meanMotion, kLabelDecimals) + " min";

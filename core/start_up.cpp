@@ -5,6 +5,7 @@
 #include "core/options.h"
 #include "core/panels.h"
 #include "core/satellite_panel.h"
+#include "core/views.h"
 #include "orbit/location.h"
 #include "scene/orientation.h"
 
@@ -86,6 +87,7 @@ void Form_Load(Application& app, SimulatedTime& time, UsageRecord& usage, const 
     MenuToggle(app);
     LoadDataFiles(app, hooks);
     usage.CountStart();
+    ClearViews(app);
     StartSky(app, hooks);
     StartSatellites(app, hooks);
     app.Run.RotIncLat = app.Run.RotIncLon = app.Run.RotIncRoll = kStartRotation;

@@ -11,6 +11,7 @@
 #include "core/options.h"
 #include "core/satellite_panel.h"
 #include "core/value_text.h"
+#include "engine/astro/angle_text.h"
 #include "engine/astro/number_text.h"
 #include "scene/orientation.h"
 #include "scene/star_list.h"
@@ -24,6 +25,9 @@ constexpr int kViews = static_cast<int>(kViewCount);
 
 /// The slide show goes through these; 9 stands for the chart of the Sun.
 constexpr int kLastOfShow = 8;
+
+/// The last view with a key of its own.
+constexpr int kLastKey = 9;
 
 /// Radius of the star sphere for a view whose own cannot be drawn.
 constexpr double kFreshSkyScale = 55;
@@ -81,6 +85,19 @@ void ReadTimeTexts(CommonData& data, const SavedView& view) {
     read(offset.HourOffset);
     read(offset.SecondOffset);
     read(offset.YearOffset);
+}
+
+/// The key that stands for view `n`; the tenth has none.
+std::string KeyOfView(int n, const char* held) {
+    if (n > kLastKey) return "";
+    return " (" + std::string(held) + std::to_string(n) + ")";
+}
+
+/// What a used slot shows, in a few words.
+std::string Contents(const SavedView& view) {
+    const auto number = [&view](std::size_t i) { return LeadingNumber(view.TimeText[i]); };
+    return DateText(number(0), number(1), number(2)) + " " + TimeText(number(3), number(4), std::floor(number(5))) +
+           " UTC";
 }
 
 }  // namespace
@@ -175,7 +192,30 @@ void SetPendingView(Application& app, int n) {
     for (int i = 1; i <= kViews; ++i) app.Main.MnuViewX[static_cast<std::size_t>(i)].Checked = i == n;
 }
 
-void ShowSavedViews(Application&) {}
+void ShowSavedViews(Application& app) {
+    MainControls& main = app.Main;
+    for (int n = 1; n <= kViews; ++n) {
+        const SavedView& view = Slot(app, n);
+        const std::string about = "View " + std::to_string(n) + (view.Used ? ": " + Contents(view) : " is empty");
+        const auto i = static_cast<std::size_t>(n);
+        main.CEnterView[i].Lit = view.Used;
+        main.CEnterView[i].ToolTip = about + KeyOfView(n, "");
+        main.CSaveView[i].ToolTip =
+            (view.Used ? "Replace view " : "Keep what is shown as view ") + std::to_string(n) + KeyOfView(n, "Shift+");
+        main.MnuViewX[i].ToolTip = about;
+    }
+}
+
+void ConnectSavedViews(Application& app, SimulatedTime& time) {
+    for (int n = 1; n <= kViews; ++n) {
+        const auto i = static_cast<std::size_t>(n);
+        const auto enter = [&app, &time, n] { EnterView(app, time, n); };
+        app.Main.CEnterView[i].SetClickHandler(enter);
+        app.Main.MnuViewX[i].SetClickHandler(enter);
+        app.Main.CSaveView[i].SetClickHandler([&app, n] { SaveUserView(app, n); });
+    }
+    ShowSavedViews(app);
+}
 
 void ShowNextView(Application& app, SimulatedTime& time) {
     const int last = app.Run.PendingView > kLastOfShow ? 0 : app.Run.PendingView;

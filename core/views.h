@@ -33,6 +33,9 @@ void SetPendingView(Application& app, int n);
 /// Brings the buttons and menu entries of the views into line with the slots; whoever fills slots by hand calls it.
 void ShowSavedViews(Application& app);
 
+/// Wires the buttons and menu entries that enter views, and the buttons that keep them.
+void ConnectSavedViews(Application& app, SimulatedTime& time);
+
 /// One step of the slide show: enters the next used view of 1 to 8 after the one entered last. Nothing without any.
 void ShowNextView(Application& app, SimulatedTime& time);
 

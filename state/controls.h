@@ -66,12 +66,14 @@ struct MenuEntry : Clickable {
     Observed<bool> Checked;
     Observed<bool> Visible{true};
     Observed<std::string> Caption;
+    Observed<std::string> ToolTip;
 
     void Watch(const std::function<void()>& watcher) {
         Enabled.SetWatcher(watcher);
         Checked.SetWatcher(watcher);
         Visible.SetWatcher(watcher);
         Caption.SetWatcher(watcher);
+        ToolTip.SetWatcher(watcher);
     }
 };
 
@@ -81,11 +83,13 @@ struct Button : Clickable {
 
     Observed<std::string> Caption;
     Observed<std::string> ToolTip;
+    Observed<bool> Lit;  ///< stands out: there is something behind it
 
     void Watch(const std::function<void()>& watcher) {
         Enabled.SetWatcher(watcher);
         Caption.SetWatcher(watcher);
         ToolTip.SetWatcher(watcher);
+        Lit.SetWatcher(watcher);
     }
 };
 

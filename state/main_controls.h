@@ -19,9 +19,15 @@ struct MainControls {
     MainControls() {
         MnuTransitMode[0].Visible = false;
         MnuViewX[0].Visible = false;
-        for (std::size_t n = 1; n <= kViewCount; ++n) MnuViewX[n].Caption = "View " + std::to_string(n);
+        for (std::size_t n = 1; n <= kViewCount; ++n) {
+            MnuViewX[n].Caption = "View " + std::to_string(n);
+            CEnterView[n].Caption = CSaveView[n].Caption = std::to_string(n);
+        }
         MnuSave.Enabled = false;
         MnuLib3D.Enabled = false;
+        MnuLib3D.ToolTip =
+            "Can be used after a view or a workspace was loaded; while it is checked, pictures are drawn one over the "
+            "other, without land";
         LFInfo.Visible = false;
         LElementAge.Visible = false;
         FSkyMouse.Visible = false;
@@ -29,7 +35,7 @@ struct MainControls {
             box->Acts = false;
         CSGP1.Acts = false;
         for (MenuEntry* entry :
-             {&MnuFlareTrack, &MnuDayFlares, &MnuOrbitDetails, &MnuAstroDetails, &MnuSGP1, &MnuMarkCities, &MnuLib3D})
+             {&MnuFlareTrack, &MnuDayFlares, &MnuOrbitDetails, &MnuAstroDetails, &MnuSGP1, &MnuMarkCities})
             entry->Acts = false;
     }
 
@@ -144,6 +150,8 @@ struct MainControls {
     Label LStarSize{"", "Size of the stars"};
     Button CMaxMagInc{"+", "Show fainter stars (B)"};
     Button CMaxMagDec{"\u2212", "Show brighter stars only (Shift+B)"};
+    Button CStarSizeInc{"+", "Larger stars"};
+    Button CStarSizeDec{"\u2212", "Smaller stars"};
     Button CToggleSkyEarth{"Sky/Earth", "Show the sky alone, or the Earth (Q)"};
     Button CSkyChartSphere{"Sky Chart/Sphere", "Show the sky as a chart, or as a sphere (W)"};
     Frame FSkyMouse{"Sky Pointer"};  ///< shown while the pointer is on
@@ -161,6 +169,8 @@ struct MainControls {
     Button CZeroOrientation{"Zero Orientation", "Look at latitude 0 and longitude 0 (F5)"};
     Button COrbitOrient{"Orbit Orientation", "Look at the working satellite's orbit from above (F6)"};
     Button CRefreshDraw{"Fine Plot", "Draw a fine picture now (F8)"};
+    std::array<Button, kViewCount + 1> CEnterView;  ///< from index 1; lit where a view is kept
+    std::array<Button, kViewCount + 1> CSaveView;
 
     // Map tools, for developers.
     Button CSaveBinDbg{"Save Map Files", "Write the five map files from the tables in memory"};

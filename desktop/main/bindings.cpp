@@ -1,6 +1,7 @@
 #include "desktop/main/bindings.h"
 
 #include <QSignalBlocker>
+#include <QStyle>
 #include <cmath>
 
 #include "desktop/main/mnemonics.h"
@@ -11,6 +12,9 @@ namespace {
 
 /// Captions of no more characters than this are signs, not words.
 constexpr qsizetype kLongestSign = 2;
+
+/// The property of a button that stands out, as the style sheet asks for it.
+constexpr auto kLit = "lit";
 
 }  // namespace
 
@@ -42,6 +46,10 @@ void Bind(QAbstractButton& widget, Button& control) {
         const bool isSign = widget.text().size() <= kLongestSign && !widget.toolTip().isEmpty();
         widget.setAccessibleName(isSign ? widget.toolTip() : widget.text());
         widget.setAccessibleDescription(widget.toolTip());
+        if (widget.property(kLit).toBool() != control.Lit) {
+            widget.setProperty(kLit, control.Lit.Get());
+            widget.style()->polish(&widget);  // a style sheet looks at a property once
+        }
     };
     control.Watch(show);
     show();
@@ -91,6 +99,7 @@ void Bind(QAction& action, MenuEntry& control, QChar mnemonic) {
         action.setText(WithMnemonic(ToQt(control.Caption), mnemonic));
         action.setEnabled(control.Enabled && control.Acts && control.IsWired());
         action.setVisible(control.Visible);
+        action.setToolTip(ToQt(control.ToolTip));
         action.setCheckable(control.Checked || action.isCheckable());
         action.setChecked(control.Checked);
         Q_EMIT action.changed();

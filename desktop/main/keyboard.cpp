@@ -73,7 +73,7 @@ class FormKeys : public QObject {
     bool eventFilter(QObject* watched, QEvent* event) override {
         if (event->type() == QEvent::KeyPress) {
             const auto& key = static_cast<QKeyEvent&>(*event);
-            if (IsPlain(key) && keyPressed_(key.key(), key.modifiers().testFlag(Qt::ShiftModifier))) return true;
+            if (IsPlain(key) && keyPressed_(KeyByPlace(key), key.modifiers().testFlag(Qt::ShiftModifier))) return true;
         }
         return QObject::eventFilter(watched, event);
     }
@@ -82,7 +82,31 @@ class FormKeys : public QObject {
     std::function<bool(int, bool)> keyPressed_;
 };
 
+/// Scan codes of X11 and Wayland: evdev's number of the key plus 8. The number row goes from 1 to 9 and ends with 0.
+constexpr quint32 kScanOfOne = 10;
+constexpr quint32 kScanOfZero = 19;
+
+struct KeypadDigit {
+    quint32 scan;
+    int key;
+};
+
+constexpr KeypadDigit kKeypad[] = {{79, Qt::Key_7}, {80, Qt::Key_8}, {81, Qt::Key_9}, {83, Qt::Key_4}, {84, Qt::Key_5},
+                                   {85, Qt::Key_6}, {87, Qt::Key_1}, {88, Qt::Key_2}, {89, Qt::Key_3}, {90, Qt::Key_0}};
+
 }  // namespace
+
+int KeyByPlace(const QKeyEvent& event) {
+    const quint32 scan = event.nativeScanCode();
+    if (scan >= kScanOfOne && scan < kScanOfZero) return Qt::Key_1 + static_cast<int>(scan - kScanOfOne);
+    if (scan == kScanOfZero) return Qt::Key_0;
+    const bool digit = event.key() >= Qt::Key_0 && event.key() <= Qt::Key_9;
+    // Shift turns a keypad of digits into one of cursor keys: what is meant are the digits.
+    if (digit || event.modifiers().testFlag(Qt::ShiftModifier))
+        for (const KeypadDigit& place : kKeypad)
+            if (place.scan == scan) return place.key;
+    return event.key();
+}
 
 void KeepKeysWithPicture(QWidget& panels, QWidget& picture) { new PanelKeys(panels, picture); }
 

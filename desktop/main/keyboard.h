@@ -3,10 +3,15 @@
 // Whom the keyboard belongs to. The keys of the program are those of the picture; a control has them only when it was
 // reached by Tab, and then no more than it needs; a text field has them while it is typed in.
 
+#include <QKeyEvent>
 #include <QWidget>
 #include <functional>
 
 namespace glintara::desktop {
+
+/// The key of Qt's that was pressed, but for digits: the keys of the number row are digits by their place on the
+/// keyboard, whatever Shift or the layout makes of them, and so are those of the keypad unless they move a cursor.
+int KeyByPlace(const QKeyEvent& event);
 
 /// Leaves the keyboard with `picture` whatever is clicked in `panels`. A button there takes it by Tab alone; then Space
 /// and Return press it, Tab goes on, Esc gives the keyboard back to the picture, and all other keys go to the window. A

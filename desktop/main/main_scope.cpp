@@ -163,7 +163,7 @@ void MainScope::keyPressEvent(QKeyEvent* event) {
     // With other keys than Shift it is a shortcut of the desktop's, not one of ours.
     const bool plain = !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier));
     if (plain && listener_.keyPressed)
-        listener_.keyPressed(event->key(), event->modifiers().testFlag(Qt::ShiftModifier));
+        listener_.keyPressed(KeyByPlace(*event), event->modifiers().testFlag(Qt::ShiftModifier));
 }
 
 void MainScope::closeEvent(QCloseEvent* event) { event->setAccepted(!listener_.mayClose || listener_.mayClose()); }

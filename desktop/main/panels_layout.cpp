@@ -290,6 +290,30 @@ QWidget* BuildDraw(MainControls& main, QWidget* parent) {
     return frame;
 }
 
+/// The kept views: five columns, and twice two rows.
+QWidget* BuildSlots(MainControls& main) {
+    constexpr int kColumns = 5;
+    auto* slots = new QWidget;
+    auto* grid = new QGridLayout(slots);
+    grid->setContentsMargins(kFrameGap, 0, 0, 0);
+    grid->setSpacing(kControlGap);
+    int row = 0;
+    const auto add = [&](const char* heading, std::array<Button, kViewCount + 1>& buttons) {
+        auto* const caption = new QLabel(heading);
+        caption->setProperty("quiet", true);
+        grid->addWidget(caption, row, 0, 1, kColumns);
+        for (std::size_t n = 1; n <= kViewCount; ++n) {
+            const int place = static_cast<int>(n) - 1;
+            grid->addWidget(MakeStepButton(buttons[n]), row + 1 + place / kColumns, place % kColumns);
+        }
+        row += 3;
+    };
+    add("Enter View", main.CEnterView);
+    add("Save View", main.CSaveView);
+    SpreadRows(*grid, row);
+    return slots;
+}
+
 QWidget* BuildViews(MainControls& main, QWidget* parent) {
     auto* frame = new PanelFrame(main.FrameViews, parent);
     auto* grid = GridIn(frame);
@@ -300,6 +324,7 @@ QWidget* BuildViews(MainControls& main, QWidget* parent) {
     grid->addWidget(MakeBox<QCheckBox>(main.CLockSky), 3, 0);
     grid->addWidget(MakeBox<QCheckBox>(main.CLockSatellite), 3, 1);
     grid->addWidget(MakeButton(main.CRefreshDraw), 4, 0, 1, 2);
+    grid->addWidget(BuildSlots(main), 0, 2, 5, 1);
     SpreadRows(*grid, 5);
     return frame;
 }

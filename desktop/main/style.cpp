@@ -71,6 +71,7 @@ QPushButton:focus { border-color: %accent; }
 QPushButton:default { border-color: %quiet; }
 QPushButton:disabled { color: %faint; border-color: %hairline; }
 QPushButton[step="true"] { padding: 0; min-width: 20px; }
+QPushButton[lit="true"] { color: %accent; border-color: #6b5d1a; font-weight: bold; }
 QLineEdit, QPlainTextEdit, QListView { background: %field; border: 1px solid %hairline; border-radius: 4px; padding: 2px 4px; selection-background-color: %accent; selection-color: %background; }
 QLineEdit:focus, QPlainTextEdit:focus, QListView:focus { border-color: %accent; }
 QListView::item:selected { background: #3a3312; color: %text; }

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "core/program_fixture.h"
+#include "core/views.h"
 #include "scene/orientation.h"
 
 namespace glintara::testing {
@@ -298,8 +299,13 @@ TEST_F(KeysTest, VAndFTurnTheirTimersOver) {
     EXPECT_FALSE(main.TimerFastRefresh.Enabled);
     EXPECT_TRUE(Press('F'));
     EXPECT_TRUE(main.TimerViewShow.Enabled);
-    clock.Advance(10000);
-    EXPECT_EQ(viewsShown, 2);
+    for (const int n : {2, 5}) SaveUserView(app, n);
+    clock.Advance(4999);
+    EXPECT_EQ(app.Run.PendingView, 5);
+    clock.Advance(1);
+    EXPECT_EQ(app.Run.PendingView, 2) << "every five seconds";
+    clock.Advance(5000);
+    EXPECT_EQ(app.Run.PendingView, 5);
     Press('F');
     EXPECT_FALSE(main.TimerViewShow.Enabled);
 }

@@ -229,9 +229,9 @@ TEST_F(OptionsTest, TheStarLimitGoesInQuarters) {
 TEST_F(OptionsTest, TheOrbitDrawnGoesInSixthsOfARevolution) {
     main.COrbitTurnInc.Click();
     EXPECT_EQ(app.Data.View.OrbitTurns, 7);
-    EXPECT_EQ(main.LOrbit.Caption.Get(), "Turns: 1.16");
+    EXPECT_EQ(main.LOrbit.Caption.Get(), "Orbit Turns: 1.16");
     for (int i = 0; i < 2; ++i) main.COrbitTurnInc.Click();
-    EXPECT_EQ(main.LOrbit.Caption.Get(), "Turns: 1.5");
+    EXPECT_EQ(main.LOrbit.Caption.Get(), "Orbit Turns: 1.5");
     for (int i = 0; i < 400; ++i) main.COrbitTurnInc.Click();
     EXPECT_EQ(app.Data.View.OrbitTurns, 300);
     for (int i = 0; i < 400; ++i) main.COrbitTurnDec.Click();
@@ -309,7 +309,7 @@ TEST_F(OptionsTest, AdmittedSatellitesEnableTheirOptions) {
     EXPECT_TRUE(main.MnuPlotOrbit.Enabled);
     EXPECT_TRUE(main.CPlotOrbitOverTime.Enabled);
     EXPECT_TRUE(main.MnuFindFlare.Enabled);
-    EXPECT_TRUE(main.LOrbit.Caption.Get().starts_with("Turns: 1  Period: 10")) << main.LOrbit.Caption.Get();
+    EXPECT_TRUE(main.LOrbit.Caption.Get().starts_with("Orbit Turns: 1  Period: 10")) << main.LOrbit.Caption.Get();
     EXPECT_TRUE(std::filesystem::exists(folder.Path() / "glt.ini")) << "the counters are kept";
 }
 

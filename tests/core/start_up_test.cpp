@@ -65,7 +65,7 @@ TEST_F(StartUpTest, TheStateOfTheStart) {
     EXPECT_EQ(starLimits, (std::vector<double>{5, 11}));
     EXPECT_EQ(app.Main.LMaxStarMag.Caption.Get(), "Max Star Mag. 11");
     EXPECT_EQ(app.Main.LStarSize.Caption.Get(), "Star Size: 8");
-    EXPECT_EQ(app.Main.LOrbit.Caption.Get(), "Turns: 1");
+    EXPECT_EQ(app.Main.LOrbit.Caption.Get(), "Orbit Turns: 1");
     EXPECT_NEAR(app.Run.RotIncLon, kPlainPi / 72, 1e-12);
 }
 

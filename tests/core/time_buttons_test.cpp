@@ -61,7 +61,7 @@ TEST_F(TimeButtonsTest, AnOrbitIsOnePeriodInWholeSeconds) {
     app.Main.CTOrbDec.Click();
     app.Main.CTOrbDec.Click();
     EXPECT_EQ(Offsets().SecondOffset, -6024);
-    EXPECT_EQ(app.Main.LOrbit.Caption.Get(), "Turns: 1  Period: 100.4 min");
+    EXPECT_EQ(app.Main.LOrbit.Caption.Get(), "Orbit Turns: 1  Period: 100.4 min");
 }
 
 TEST_F(TimeButtonsTest, WithoutASatelliteThereIsNoOrbit) {
