@@ -34,12 +34,15 @@ Program::Program(Application& app, UsageRecord& usage, const ComputerClock& cloc
       Time(app, clock),
       Usage(usage),
       Loop(app, Time, hooks.picture),
+      Files(app, Time, std::move(hooks.workspace)),
       OpeningSequence(
           app, clock, Loop,
-          {std::move(hooks.loadStartUpWorkspace), [this] { Usage.CheckForUpdate(app_.Data.UpdateCheckDays, false); }}),
+          {hooks.loadStartUpWorkspace ? std::move(hooks.loadStartUpWorkspace) : [this] { return Files.LoadStartUp(); },
+           [this] { Usage.CheckForUpdate(app_.Data.UpdateCheckDays, false); }}),
       End(app, std::move(hooks.shutDown)) {
     Loop.Connect();
     OpeningSequence.Connect();
+    Files.Connect();
     End.Connect();
     ConnectOptions(app,
                    {[this] { Time.TimeSyncronize(); }, [this] { Loop.ClockTick(); }, hooks.startUp.rebuildStarList});

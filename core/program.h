@@ -13,6 +13,7 @@
 #include "core/simulated_time.h"
 #include "core/start_up.h"
 #include "core/usage_record.h"
+#include "core/workspace.h"
 
 namespace glintara {
 
@@ -20,7 +21,8 @@ namespace glintara {
 struct ProgramHooks {
     PictureHooks picture;
     StartUpHooks startUp;
-    std::function<bool()> loadStartUpWorkspace;  ///< loads "startup.cst" without a word; whether it did
+    std::function<bool()> loadStartUpWorkspace;  ///< in place of the workspace's own; whether one was loaded
+    WorkspaceHooks workspace;
     ShutDownHooks shutDown;
 };
 
@@ -65,6 +67,7 @@ class Program {
     SimulatedTime Time;
     UsageRecord& Usage;
     RunLoop Loop;
+    WorkspaceFiles Files;
     Opening OpeningSequence;
     ShutDown End;
 };

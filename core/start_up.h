@@ -14,8 +14,11 @@
 
 namespace glintara {
 
-/// Title of the main window.
-inline std::string WindowTitle() { return "Glintara - " + VersionLabel(); }
+/// Title of the main window: program and version, and before them the name of the workspace at hand, if there is one.
+inline std::string WindowTitle(const std::string& workspace = "") {
+    const std::string program = "Glintara - " + VersionLabel();
+    return workspace.empty() ? program : workspace + " - " + program;
+}
 
 /// What start-up asks of other rooms. What is empty is left out.
 struct StartUpHooks {

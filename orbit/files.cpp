@@ -6,7 +6,6 @@
 
 #include <array>
 #include <cerrno>
-#include <fstream>
 #include <system_error>
 
 namespace glintara {
@@ -17,12 +16,15 @@ constexpr std::size_t kPartBytes = 65536;
 constexpr std::size_t kMebibyte = std::size_t{1} << 20;
 constexpr std::size_t kKibibyte = std::size_t{1} << 10;
 
+/// Rights of a new file, less those that the user's mask takes away.
+constexpr mode_t kNewFileMode = 0666;
+
+constexpr mode_t kAllRights = 0777;
+
 /// An open file that is closed again.
 class Descriptor {
   public:
-    // Without waiting: a pipe opens only when somebody writes to it.
-    explicit Descriptor(const std::filesystem::path& path)
-        : number_(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC)) {}
+    explicit Descriptor(int number) : number_(number) {}
     Descriptor(const Descriptor&) = delete;
     Descriptor& operator=(const Descriptor&) = delete;
     ~Descriptor() {
@@ -62,11 +64,50 @@ std::string SizeText(std::size_t bytes) {
 
 std::string TooLarge(std::size_t largest) { return "it is larger than " + SizeText(largest); }
 
-bool WriteFile(const std::filesystem::path& path, std::string_view bytes) {
-    std::ofstream file(path, std::ios::binary | std::ios::trunc);
-    file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    file.close();
-    return !file.fail();
+std::string WriteReasonOf(int error) {
+    switch (error) {
+        case ENOENT:
+        case ENOTDIR:
+            return "there is no such folder";
+        case EACCES:
+        case EPERM:
+        case EROFS:
+            return "it may not be written there";
+        case ENOSPC:
+        case EDQUOT:
+        case EFBIG:
+            return "there is no room for it";
+        case EISDIR:
+            return "it is a folder";
+        case ENAMETOOLONG:
+            return "its name is too long";
+        default:
+            return "it cannot be written";
+    }
+}
+
+/// Writes a file whose bytes have reached the disk, with the rights of `like` when there is such a file; 0, or the
+/// error.
+int WriteFile(const std::filesystem::path& path, const std::filesystem::path& like, std::string_view bytes) {
+    const Descriptor file(open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, kNewFileMode));
+    if (file.Number() < 0) return errno;
+    struct stat status {};
+    if (stat(like.c_str(), &status) == 0 && fchmod(file.Number(), status.st_mode & kAllRights) != 0) return errno;
+    while (!bytes.empty()) {
+        const ssize_t count = write(file.Number(), bytes.data(), bytes.size());
+        if (count < 0 && errno == EINTR) continue;
+        if (count < 0) return errno;
+        bytes.remove_prefix(static_cast<std::size_t>(count));
+    }
+    // Otherwise a power cut soon after could leave the new name with nothing behind it.
+    return fsync(file.Number()) == 0 ? 0 : errno;
+}
+
+/// The file that `path` names, behind links.
+std::filesystem::path BehindLinks(const std::filesystem::path& path) {
+    std::error_code failed;
+    std::filesystem::path target = std::filesystem::weakly_canonical(path, failed);
+    return failed ? path : target;
 }
 
 }  // namespace
@@ -85,7 +126,8 @@ std::optional<std::string> ReadToEnd(int descriptor, std::size_t largest, std::s
 }
 
 std::optional<std::string> ReadWholeFile(const std::filesystem::path& path, std::size_t largest, std::string* why) {
-    const Descriptor file(path);
+    // Without waiting: a pipe opens only when somebody writes to it.
+    const Descriptor file(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
     if (file.Number() < 0) return Fail(why, ReasonOf(errno));
     struct stat status {};
     if (fstat(file.Number(), &status) != 0) return Fail(why, ReasonOf(errno));
@@ -94,14 +136,26 @@ std::optional<std::string> ReadWholeFile(const std::filesystem::path& path, std:
     return ReadToEnd(file.Number(), largest, why);
 }
 
-bool ReplaceFile(const std::filesystem::path& path, std::string_view bytes) {
-    std::filesystem::path beside = path;
-    beside += ".new";
+bool ReplaceFile(const std::filesystem::path& path, std::string_view bytes, std::string* why) {
+    const std::filesystem::path target = BehindLinks(path);
     std::error_code failed;
-    if (WriteFile(beside, bytes)) {
-        std::filesystem::rename(beside, path, failed);
+    const std::filesystem::file_status status = std::filesystem::status(target, failed);
+    if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status)) {
+        Fail(why, std::filesystem::is_directory(status) ? "it is a folder" : "it is no plain file");
+        return false;
+    }
+    if (std::filesystem::exists(status) && access(target.c_str(), W_OK) != 0) {
+        Fail(why, WriteReasonOf(errno));  // a file that its owner protects is not exchanged behind his back
+        return false;
+    }
+    std::filesystem::path beside = target;
+    beside += ".new";
+    const int error = WriteFile(beside, target, bytes);
+    if (error == 0) {
+        std::filesystem::rename(beside, target, failed);
         if (!failed) return true;
     }
+    Fail(why, WriteReasonOf(error != 0 ? error : failed.value()));
     std::filesystem::remove(beside, failed);
     return false;
 }

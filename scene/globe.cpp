@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 
 #include "engine/astro/constants.h"
 #include "engine/astro/trigonometry.h"
@@ -35,16 +36,17 @@ constexpr std::size_t kMostChainPoints = 2048;
 /// much beyond the edges counts as on it, pixels.
 constexpr double kOffPicture = 4;
 
-void FloatSite(CommonData& data, const MainControls& main, FrameMemory& memory) {
-    if (!main.MnuFloatingSite.Checked) {
-        memory.SiteFloats = false;
+void FloatSite(Application& app) {
+    CommonData& data = app.Data;
+    std::optional<FloatingCamera>& last = app.Run.SiteFloatedAt;
+    if (!app.Main.MnuFloatingSite.Checked) {
+        last.reset();
         return;
     }
     const ViewState& view = data.View;
-    if (memory.SiteFloats && memory.FloatLat == view.ViewLat && memory.FloatLon == view.ViewLon) return;
-    memory.SiteFloats = true;
-    memory.FloatLat = view.ViewLat;
-    memory.FloatLon = view.ViewLon;
+    const FloatingCamera now{view.ViewLat, view.ViewLon};
+    if (last == now) return;
+    last = now;
     const Geodetic below = EcefToGeodetic(LLRToSameXYZ(view.ViewLat, view.ViewLon, kWgs84Radius));
     SetLocation(data, {below.lat, FoldLongitude(below.lon), kDefaultSiteHeight});
 }
@@ -320,7 +322,7 @@ void DrawMapGrid(const SceneContext& scene) {
 void GlobeFrame(Application& app, DrawSurface& surface, FrameMemory& memory, const FrameStages& stages) {
     const SceneContext scene{app, surface, memory.Polygon, stages.FlattenSky};
     HoldView(app.Data.View);
-    FloatSite(app.Data, app.Main, memory);
+    FloatSite(app);
     RefreshViewCache(app.Data.View);
     TakeFramePan(app.Data.View);
     SetGLTConfig(scene, memory.ViewConfig);

@@ -28,11 +28,6 @@ struct FrameMemory {
     std::vector<double> ChainPoints;   ///< points of one line of the grid
     CoverageRow Coverage;              ///< shades of one row of pixels
     GlintViewConfig ViewConfig{};      ///< what the engine's drawing is told of the view
-
-    /// The camera under which the floating site was last moved; none while the site does not float.
-    bool SiteFloats = false;
-    double FloatLat = 0;
-    double FloatLon = 0;
 };
 
 /// A stage of the frame that another room draws.

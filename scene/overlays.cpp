@@ -26,6 +26,7 @@ constexpr double kSplashLineSize = 14;
 constexpr double kOverlaySize = 11;
 constexpr double kQuietOverlaySize = 9;
 constexpr double kPlottingSize = 12;
+constexpr double kLoadingSize = 16;
 
 /// A box is wide when the title in one line takes no more than this part of it.
 constexpr double kTitleShare = 0.5;
@@ -172,6 +173,15 @@ void DrawLabelOverlay(const SceneContext& scene) {
         }
     }
     surface.FontOutlined = false;
+}
+
+void ShowLoadingNotice(const SceneContext& scene) {
+    DrawSurface& surface = scene.Surface;
+    surface.Cls();
+    BeginWords(surface, kWhite);
+    UseTextFont(surface, kLoadingSize);
+    double y = surface.ScaleHeight / 2 - surface.TextHeight("X");
+    for (const std::string_view line : {"Loading Data", "Please Wait..."}) PrintCentered(surface, y, line);
 }
 
 void ShowPlottingNotice(const SceneContext& scene) {

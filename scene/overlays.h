@@ -31,6 +31,9 @@ void DrawSplash(const SceneContext& scene);
 /// and the line of the Julian date.
 void DrawLabelOverlay(const SceneContext& scene);
 
+/// Clears the picture on show, and says in its middle that a workspace is being loaded.
+void ShowLoadingNotice(const SceneContext& scene);
+
 /// The words that a fine picture is being made, in the lower right corner of the picture on show.
 void ShowPlottingNotice(const SceneContext& scene);
 

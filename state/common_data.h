@@ -3,7 +3,9 @@
 // What the program remembers: plain tables and scalars, visible to every room. Tables are allocated once at full
 // capacity and addressed from index 1; index 0 stays empty.
 
+#include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -116,6 +118,13 @@ struct CommonData {
     double SunDec = kStartSunDec;  ///< radians
     Vector3 SunDir;                ///< unit vector to the Sun in Earth-fixed axes
     double TwilightAngle = 0;      ///< least elevation of the Sun that counts as day time, degrees, -90 to 90
+    double TwilightSine = 0;       ///< its sine
+
+    /// Sets both, with the angle held to its range; one that is not a number is 0.
+    void SetTwilightAngle(double degrees) {
+        TwilightAngle = std::isnan(degrees) ? 0 : std::clamp(degrees, -90.0, 90.0);
+        TwilightSine = std::sin(TwilightAngle / 180 * kPi);
+    }
 
     // The Moon: geocentric, and as seen by the observer.
     double MoonRA = 0;        ///< radians

@@ -24,6 +24,7 @@ struct MainControls {
             CEnterView[n].Caption = CSaveView[n].Caption = std::to_string(n);
         }
         MnuSave.Enabled = false;
+        MnuLoad.Enabled = false;
         MnuLib3D.Enabled = false;
         MnuLib3D.ToolTip =
             "Can be used after a view or a workspace was loaded; while it is checked, pictures are drawn one over the "
@@ -184,9 +185,11 @@ struct MainControls {
 
     // Menu: File.
     MenuEntry MnuFile{"File"};
+    MenuEntry MnuLoad{"Reload Workspace"};
     MenuEntry MnuOpenAs{"Open Workspace..."};
     MenuEntry MnuSave{"Save Workspace"};
     MenuEntry MnuSaveAs{"Save Workspace as..."};
+    MenuEntry MnuSaveStartUp{"Save as Start-up Workspace"};
     MenuEntry MnuUpdateCheck{"Update and News Check"};
     MenuEntry MnuLoadTLE{"Load TLE file..."};
     MenuEntry MnuExit{"Exit"};

@@ -9,6 +9,9 @@ namespace glintara {
 
 enum class MessageIcon { Critical, Warning, Information };
 
+/// What becomes of changes that no file holds yet.
+enum class ChangesAnswer { Save, Discard, Cancel };
+
 class MessageBoxes {
   public:
     MessageBoxes() = default;
@@ -21,6 +24,12 @@ class MessageBoxes {
 
     /// Asks `text`, with a question mark beside it; true for yes.
     virtual bool AskYesNo(std::string_view text) = 0;
+
+    /// Asks `text`: yes is `Save`, no is `Discard`, and `Cancel` leaves all as it is. `dontAskAgain` is set when the user
+    /// has ticked the box for it. Who has nobody to ask discards.
+    virtual ChangesAnswer AskAboutChanges(std::string_view /*text*/, bool& /*dontAskAgain*/) {
+        return ChangesAnswer::Discard;
+    }
 };
 
 }  // namespace glintara

@@ -4,6 +4,7 @@
 // left for the clock.
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 #include "engine/astro/constants.h"
@@ -89,6 +90,14 @@ struct UsableInputs {
     friend bool operator==(const UsableInputs&, const UsableInputs&) = default;
 };
 
+/// The camera that a floating site stands under, radians.
+struct FloatingCamera {
+    double lat = 0;
+    double lon = 0;
+
+    friend bool operator==(const FloatingCamera&, const FloatingCamera&) = default;
+};
+
 struct RunState {
     // Pictures.
     std::int32_t FrameCounter = 0;  ///< coarse pictures since the last reading of the rate
@@ -125,6 +134,13 @@ struct RunState {
     SkyPointerState SkyPointer;
 
     PolygonTool BorderTool;  ///< of the map tools
+
+    /// The camera under which the floating site was last moved; none while the site does not float.
+    std::optional<FloatingCamera> SiteFloatedAt;
+
+    // The workspace.
+    Observed<std::string> WorkspaceFile;  ///< the file that was loaded or saved last, UTF-8; empty for none
+    Observed<bool> AskToSave{true};       ///< changes that would be lost are asked about
 
     // Turning.
     bool DragActive = false;            ///< a drag is under way

@@ -29,6 +29,9 @@ class WindowSignals {
     /// The window of the satellite's position shows the satellite that works now.
     virtual void RefreshSatPosition() {}
 
+    /// The windows of the settings, those that are open, show the values as they stand now.
+    virtual void RefreshSettings() {}
+
     /// The main window takes the whole screen, or goes back to where it stood.
     virtual void ShowFullScreen(bool /*fullScreen*/) {}
 

@@ -1,10 +1,15 @@
 #include "desktop/main/main_scope.h"
 
 #include <QCloseEvent>
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QFileInfo>
 #include <QKeyEvent>
 #include <QKeySequence>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMimeData>
+#include <QUrl>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <vector>
@@ -51,6 +56,13 @@ void AddMenu(QMenuBar& bar, Mnemonics& letters, MenuEntry& top, const std::vecto
             Bind(*menu.addAction(""), *entry, own.Take(ToQt(entry->Caption)));
 }
 
+QStringList LocalFilesOf(const QMimeData& data) {
+    QStringList files;
+    for (const QUrl& url : data.urls())
+        if (url.isLocalFile()) files << url.toLocalFile();
+    return files;
+}
+
 }  // namespace
 
 MainScope::MainScope(Application& app, bool mapTools) : app_(app) {
@@ -67,6 +79,8 @@ MainScope::MainScope(Application& app, bool mapTools) : app_(app) {
     column->addWidget(panels);
     setCentralWidget(central);
     BuildMenus();
+    BuildFileKeys();
+    setAcceptDrops(true);
     if (mapTools) BuildMapTools();
     const QSize room = RoomOnScreen(*this);
     // Where the screen has less, the panels are scrolled.
@@ -85,8 +99,8 @@ void MainScope::BuildMenus() {
     MainControls& m = app_.Main;
     QMenuBar& bar = *menuBar();
     AddMenu(bar, letters_, m.MnuFile,
-            {&m.MnuOpenAs, &m.MnuSave, &m.MnuSaveAs, nullptr, &m.MnuUpdateCheck, nullptr, &m.MnuLoadTLE, nullptr,
-             &m.MnuExit});
+            {&m.MnuOpenAs, &m.MnuLoad, nullptr, &m.MnuSave, &m.MnuSaveAs, &m.MnuSaveStartUp, nullptr, &m.MnuUpdateCheck,
+             nullptr, &m.MnuLoadTLE, nullptr, &m.MnuExit});
     AddMenu(bar, letters_, m.MnuTDraw,
             {&m.MnuRealTime,
              &m.MnuAutoRefine,
@@ -135,6 +149,44 @@ void MainScope::BuildMenus() {
             {&m.MnuLocalSettings, &m.MnuFloatingSite, &m.MnuTransitMode[kTransitEntry], &m.MnuTwilight, &m.MnuRTimeStep,
              &m.MnuCities, &m.MnuNoUTC, &m.MnuColors});
     AddMenu(bar, letters_, m.MnuTHelp, {&m.MnuTips, &m.MnuHelp, &m.MnuAbout});
+}
+
+void MainScope::BuildFileKeys() {
+    // They belong to the window, so that they hold in full screen too, where the menus are hidden.
+    const auto add = [this](const QKeySequence& keys, const std::function<void()>& press) {
+        auto* const action = new QAction(this);
+        action->setShortcut(keys);
+        addAction(action);
+        connect(action, &QAction::triggered, this, press);
+    };
+    MainControls& m = app_.Main;
+    add(Qt::CTRL | Qt::Key_O, [&m] { m.MnuOpenAs.Click(); });
+    // What has no file yet gets one.
+    add(
+        Qt::CTRL | Qt::Key_S, [&m] { (m.MnuSave.Enabled ? m.MnuSave : m.MnuSaveAs).Click(); });
+    add(
+        Qt::CTRL | Qt::SHIFT | Qt::Key_S, [&m] { m.MnuSaveAs.Click(); });
+    add(Qt::CTRL | Qt::Key_Q, [&m] { m.MnuExit.Click(); });
+}
+
+void MainScope::ShowWorkspace(const std::string& file) {
+    const QFileInfo info(ToQt(file));
+    setWindowTitle(ToQt(WindowTitle(FromQt(info.fileName()))));
+}
+
+void MainScope::dragEnterEvent(QDragEnterEvent* event) {
+    if (!LocalFilesOf(*event->mimeData()).isEmpty()) event->acceptProposedAction();
+}
+
+void MainScope::dropEvent(QDropEvent* event) {
+    const QStringList files = LocalFilesOf(*event->mimeData());
+    if (files.isEmpty() || !listener_.dropped) return;
+    // The other side keeps its file, whatever it has proposed.
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+    // A question may come up, and the program that the files come from is not to wait for the answer.
+    QMetaObject::invokeMethod(
+        this, [this, files] { listener_.dropped(files); }, Qt::QueuedConnection);
 }
 
 void MainScope::BuildMapTools() {

@@ -15,6 +15,7 @@ namespace glintara::desktop {
 struct WindowListener {
     std::function<void(int key, bool shift)> keyPressed;  ///< a key of Qt's that no control has taken
     std::function<bool()> mayClose;                       ///< asked when the window is to close
+    std::function<void(const QStringList&)> dropped;      ///< files of this computer that were dropped on the window
 };
 
 class MainScope : public QMainWindow {
@@ -25,12 +26,18 @@ class MainScope : public QMainWindow {
     PictureBox& Picture() { return *picture_; }
     void SetListener(WindowListener listener) { listener_ = std::move(listener); }
 
+    /// Shows the name of the workspace at hand in the title, or none.
+    void ShowWorkspace(const std::string& file);
+
   protected:
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
 
   private:
     void BuildMenus();
+    void BuildFileKeys();
     void BuildMapTools();
     QWidget* BuildPanels();
 

@@ -1,6 +1,7 @@
 #include "desktop/main/qt_services.h"
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QMessageBox>
 
 #include "desktop/main/bindings.h"
@@ -42,6 +43,18 @@ void QtMessageBoxes::Tell(std::string_view text, MessageIcon icon) {
 
 bool QtMessageBoxes::AskYesNo(std::string_view text) {
     return QMessageBox::question(Parent(), kTitle, TextOf(text)) == QMessageBox::Yes;
+}
+
+ChangesAnswer QtMessageBoxes::AskAboutChanges(std::string_view text, bool& dontAskAgain) {
+    QMessageBox box(QMessageBox::Question, kTitle, TextOf(text),
+                    QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel, Parent());
+    box.setTextFormat(Qt::PlainText);
+    box.setDefaultButton(QMessageBox::Yes);
+    box.setCheckBox(new QCheckBox("Don't ask again", &box));
+    const int answer = box.exec();
+    dontAskAgain = box.checkBox()->isChecked();
+    if (answer == QMessageBox::Yes) return ChangesAnswer::Save;
+    return answer == QMessageBox::No ? ChangesAnswer::Discard : ChangesAnswer::Cancel;
 }
 
 void QtEvents::ServeEvents() { QCoreApplication::processEvents(); }

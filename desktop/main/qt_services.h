@@ -21,6 +21,7 @@ class QtMessageBoxes : public MessageBoxes {
     void SetParent(QWidget* parent) { parent_ = parent; }
     void Tell(std::string_view text, MessageIcon icon) override;
     bool AskYesNo(std::string_view text) override;
+    ChangesAnswer AskAboutChanges(std::string_view text, bool& dontAskAgain) override;
 
   private:
     QWidget* Parent() const;

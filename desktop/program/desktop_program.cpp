@@ -4,6 +4,7 @@
 #include <QFileInfo>
 #include <QMouseEvent>
 #include <QWheelEvent>
+#include <algorithm>
 
 #include "core/map_tools.h"
 #include "core/panels.h"
@@ -29,6 +30,10 @@ constexpr double kTwips = kTwipsPerScreenPixel;
 /// Where element sets were last taken from, among the windows' places; before the first time, the examples.
 constexpr auto kElementFolder = "ElementSets/folder";
 constexpr auto kExampleFolder = "examples";
+
+/// Where the last workspace was, and whether changes are asked about, in the same file.
+constexpr auto kWorkspaceFolder = "Workspace/folder";
+constexpr auto kAskToSave = "Workspace/askToSave";
 
 MouseHold HoldOf(const QMouseEvent& event) {
     return {event.buttons().testFlag(Qt::LeftButton),        event.buttons().testFlag(Qt::RightButton),
@@ -82,6 +87,7 @@ DesktopProgram::DesktopProgram(const QString& placesFile, bool mapTools)
     mouse_ = std::make_unique<MouseSteering>(app_, program_->Loop);
     ConnectWindow();
     ConnectMouse();
+    ConnectWorkspace();
 }
 
 DesktopProgram::~DesktopProgram() = default;
@@ -94,6 +100,8 @@ ProgramHooks DesktopProgram::MakeHooks() {
     hooks.picture.showPlottingNotice = [this] { ShowNotice(); };
     hooks.startUp.loadMap = [this] { return LoadMap(); };
     hooks.startUp.rebuildStarList = [this] { RebuildStarList(app_.Data.Stars, app_.Data.View.MaxStarMag); };
+    hooks.workspace.showLoadingNotice = [this] { ShowLoading(); };
+    hooks.workspace.askForFile = [this](const FileQuestion& question) { return AskForFile(question); };
     hooks.shutDown.closeWindow = [this] {
         QMetaObject::invokeMethod(window_.get(), &QWidget::close, Qt::QueuedConnection);
     };
@@ -129,7 +137,11 @@ void DesktopProgram::Start(const std::filesystem::path& folder, const std::vecto
 void DesktopProgram::ConnectWindow() {
     WindowListener listener;
     listener.keyPressed = [this](int key, bool shift) { PressKey(key, shift); };
-    listener.mayClose = [this] { return program_->End.Form_Unload(); };
+    // Asked once: a close that waits for long work comes back.
+    listener.mayClose = [this] {
+        return (app_.Run.Closing || program_->Files.MayDiscard()) && program_->End.Form_Unload();
+    };
+    listener.dropped = [this](const QStringList& files) { TakeDropped(files); };
     window_->SetListener(std::move(listener));
 }
 
@@ -143,6 +155,13 @@ void DesktopProgram::ConnectMenus() {
     main.MnuExit.SetClickHandler([this] { window_->close(); });
     main.MnuUpdateCheck.SetClickHandler({});  // as long as there is no page to open
     if (mapTools_) ConnectMapTools(app_);
+}
+
+void DesktopProgram::ConnectWorkspace() {
+    RunState& run = app_.Run;
+    run.AskToSave = places_.value(kAskToSave, true).toBool();
+    run.AskToSave.SetHandler([this] { places_.setValue(kAskToSave, app_.Run.AskToSave.Get()); });
+    run.WorkspaceFile.SetHandler([this] { window_->ShowWorkspace(app_.Run.WorkspaceFile); });
 }
 
 void DesktopProgram::ConnectMouse() {
@@ -178,6 +197,30 @@ void DesktopProgram::OpenTLEFile() {
         places_.setValue(kElementFolder, QFileInfo(file).absolutePath());
         LoadTLEFile(app_, FromQt(file));
     }
+}
+
+std::optional<std::filesystem::path> DesktopProgram::AskForFile(const FileQuestion& question) {
+    const QString title = QString::fromUtf8(question.title.data(), static_cast<qsizetype>(question.title.size()));
+    const QString filter = QString::fromUtf8(question.filter.data(), static_cast<qsizetype>(question.filter.size()));
+    QFileDialog dialog(window_.get(), title, places_.value(kWorkspaceFolder, ".").toString(), filter);
+    dialog.setAcceptMode(question.toSave ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+    dialog.setFileMode(question.toSave ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+    // Then the dialog asks about the file that will be replaced.
+    dialog.setDefaultSuffix("cst");
+    if (question.toSave) dialog.selectFile(QFileInfo(ToQt(app_.Run.WorkspaceFile)).fileName());
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
+    const QString file = dialog.selectedFiles().first();
+    places_.setValue(kWorkspaceFolder, QFileInfo(file).absolutePath());
+    return FromQt(file);
+}
+
+void DesktopProgram::TakeDropped(const QStringList& files) {
+    const auto workspace =
+        std::find_if(files.begin(), files.end(), [](const QString& file) { return IsWorkspaceName(FromQt(file)); });
+    if (workspace != files.end())
+        program_->Files.Open(FromQt(*workspace));
+    else
+        LoadTLEFile(app_, FromQt(files.first()));
 }
 
 void DesktopProgram::OpenBeside(QWidget& form, Qt::Edge edge) {
@@ -227,6 +270,14 @@ void DesktopProgram::MakePicture() {
     GlobeFrame(app_, surface_, frame_, stages_);
     surface_.End();
     picture.update();
+}
+
+void DesktopProgram::ShowLoading() {
+    PictureBox& picture = window_->Picture();
+    surface_.Begin(picture.Image());
+    ShowLoadingNotice({app_, surface_, frame_.Polygon});
+    surface_.End();
+    picture.repaint();
 }
 
 void DesktopProgram::ShowNotice() {

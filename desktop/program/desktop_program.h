@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -72,15 +73,19 @@ class DesktopProgram {
     void ConnectWindow();
     void ConnectMenus();
     void ConnectMouse();
+    void ConnectWorkspace();
     bool PressKey(int qtKey, bool shift);
     bool PressKeyElsewhere(int qtKey, bool shift);
     void OpenBeside(QWidget& form, Qt::Edge edge);
     void OpenTLEFile();
+    std::optional<std::filesystem::path> AskForFile(const FileQuestion& question);
+    void TakeDropped(const QStringList& files);
     void ShowSearch();
     void ShowSatellites();
     std::vector<std::string> LoadMap();
     void MakePicture();
     void ShowNotice();
+    void ShowLoading();
     void FollowSize();
     void ShowFullScreen(bool fullScreen);
 
