@@ -1,7 +1,11 @@
 #include "core/computer_clock.h"
 
+#include <algorithm>
 #include <chrono>
+#include <cmath>
 #include <ctime>
+
+#include "engine/astro/constants.h"
 
 namespace glintara {
 
@@ -23,7 +27,26 @@ CalendarFields FieldsOf(system_clock::time_point instant) {
             second.count()};
 }
 
+constexpr int kSecondsPerMinute = 60;
+
+/// The epoch of the system's clock, 1 January 1970, and the last second of the year 9999 from there.
+constexpr double kEpoch = 2440587.5;
+constexpr double kLastSecond = 253402300799;
+
 }  // namespace
+
+int ComputerClock::OffsetMinutes(double /*jd*/) const {
+    return static_cast<int>(std::lround((DateToJD(ReadLocal()) - DateToJD(ReadUtc())) * kMinutesPerDay));
+}
+
+int SystemClock::OffsetMinutes(double jd) const {
+    const double since = (jd - kEpoch) * kSecondsPerDay;
+    // Written so that what is not a number is the epoch.
+    const auto seconds = static_cast<std::time_t>(since > 0 ? std::min(since, kLastSecond) : 0.0);
+    std::tm local{};
+    if (localtime_r(&seconds, &local) == nullptr) return 0;
+    return static_cast<int>(local.tm_gmtoff / kSecondsPerMinute);
+}
 
 CalendarFields SystemClock::ReadUtc() const { return FieldsOf(system_clock::now()); }
 

@@ -1,6 +1,7 @@
 #include "core/opening.h"
 
 #include <cstddef>
+#include <string>
 #include <vector>
 
 #include "core/shut_down.h"
@@ -36,6 +37,12 @@ std::vector<double> ZoomSteps() {
     for (double zoom = kFirstZoom; zoom <= kNearestZoom; zoom += kZoomStepIn) steps.push_back(zoom);
     for (double zoom = kFirstZoomOut; zoom >= kLastZoomOut; zoom += kZoomStepOut) steps.push_back(zoom);
     return steps;
+}
+
+/// Without a place nothing that the program tells is right for the user, and no start knows it by itself.
+void TellFirstSteps(MainControls& main) {
+    main.LCommandOutput.Caption =
+        std::string("Set your place: Settings, Local Settings. A start-up workspace (File) keeps it.");
 }
 
 }  // namespace
@@ -115,6 +122,7 @@ void Opening::ComeToRest(int fineInterval) {
     CaptureView(app_, run.StartView);
 
     const bool loaded = hooks_.loadStartUpWorkspace && hooks_.loadStartUpWorkspace();
+    if (!loaded && app_.Data.UsageStats.StartCount == 1) TellFirstSteps(app_.Main);
     if (hooks_.checkForUpdate) hooks_.checkForUpdate();
     run.AutoTurn = 0;
     if (loaded)

@@ -2,12 +2,16 @@
 
 #include <utility>
 
+#include "core/colors.h"
+#include "core/date_entry.h"
 #include "core/element_labels.h"
 #include "core/panels.h"
 #include "core/quick_views.h"
+#include "core/real_time_step.h"
 #include "core/satellite_panel.h"
 #include "core/time_buttons.h"
 #include "core/tips.h"
+#include "core/twilight.h"
 #include "core/views.h"
 #include "flare/search.h"
 #include "scene/orientation.h"
@@ -51,6 +55,11 @@ Program::Program(Application& app, UsageRecord& usage, const ComputerClock& cloc
     ConnectPanels(app);
     ConnectViews();
     ConnectSearch();
+    local_settings::Connect(app, Time, hooks.localSettings);
+    real_time_step::Connect(app);
+    form_colors::Connect(app);
+    twilight::Connect(app);
+    date_entry::Connect(app, Time);
     app.Observations.CEnDisPointer.SetClickHandler([&app] { ToggleSkyMouse(app); });
     app.Main.MnuTips.SetClickHandler([&app] { ShowTips(app); });
     app.Main.MnuUpdateCheck.SetClickHandler([this] { Usage.CheckForUpdate(app_.Data.UpdateCheckDays, true); });

@@ -6,6 +6,7 @@
 #include <filesystem>
 
 #include "core/computer_clock.h"
+#include "core/local_settings.h"
 #include "core/opening.h"
 #include "core/options.h"
 #include "core/run_loop.h"
@@ -24,6 +25,7 @@ struct ProgramHooks {
     std::function<bool()> loadStartUpWorkspace;  ///< in place of the workspace's own; whether one was loaded
     WorkspaceHooks workspace;
     ShutDownHooks shutDown;
+    local_settings::Hooks localSettings;
 };
 
 /// The services of the core behind `WindowSignals`. The windows derive from it, and what they override goes on to it.

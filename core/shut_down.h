@@ -26,10 +26,10 @@ class LongWork {
 };
 
 /// The windows in the order in which they are unloaded.
-inline constexpr std::array<std::string_view, 15> kUnloadOrder = {
-    "FormSatellites",  "FormLocalSettings", "FormRealTime", "FormDownloadTLE", "FormMirror",
-    "FormSatPosition", "FormFindFlare",     "FormColors",   "FormTwilight",    "FormIOD",
-    "FormOutput",      "FormCities",        "FormProgress", "FormAdvSel",      "FormAbout"};
+inline constexpr std::array<std::string_view, 16> kUnloadOrder = {
+    "FormSatellites", "FormLocalSettings", "FormRealTime", "FormDownloadTLE", "FormMirror", "FormSatPosition",
+    "FormFindFlare",  "FormColors",        "FormTwilight", "FormIOD",         "FormOutput", "FormCities",
+    "FormProgress",   "FormAdvSel",        "FormAbout",    "FormDate"};
 
 /// What the end of the program asks of the windows. What is empty is not there.
 struct ShutDownHooks {

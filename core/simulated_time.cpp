@@ -5,6 +5,7 @@
 #include <limits>
 #include <string>
 
+#include "core/zone_text.h"
 #include "engine/astro/angle_text.h"
 #include "engine/astro/constants.h"
 #include "engine/astro/geodesy.h"
@@ -29,6 +30,15 @@ constexpr double kJumpTolerance = 1 / kMillisPerDay;
 /// across such a day misses by one. The correction may cross one itself.
 constexpr int kMostCorrections = 3;
 
+/// The same of a date that is typed, which may lie millions of years off: each correction leaves 3/146097 of the miss.
+constexpr int kMostDateCorrections = 6;
+
+/// Years that days can bridge; those beyond are bridged by whole years, in fours, so that leap years stay leap years.
+constexpr double kYearsInDays = 4e6;
+constexpr double kLeapYears = 4;
+
+constexpr int kMinutesPerHour = 60;
+
 constexpr int kJulianDecimals = 5;
 constexpr std::size_t kJulianWidth = 14;
 constexpr int kUtcSecondDecimals = 2;
@@ -51,11 +61,6 @@ std::string StateMark(const TimeOffset& offset, bool running) {
     whole.MilliOffset = 0;
     if (!(whole == TimeOffset{})) return " (+)";
     return running ? "" : " (N)";
-}
-
-std::string ZoneText(int hours) {
-    if (hours == 0) return "";
-    return (hours > 0 ? "+" : "") + std::to_string(hours);
 }
 
 std::string DateAndTime(const CalendarFields& f, int secondDecimals) {
@@ -108,8 +113,10 @@ void SimulatedTime::ReadBase() {
 void SimulatedTime::TimeSyncronize() { Synchronize(true); }
 
 void SimulatedTime::Synchronize(bool readClock) {
+    NoteForeignZone();
     if (readClock && app_.Main.CRealTime.Value) ReadBase();
     if (!WriteInstant()) return;
+    FollowComputerZone();
     WriteDateLabel();
     PlaceSunAndMoon();
     WriteJulianLabel();
@@ -130,6 +137,46 @@ bool SimulatedTime::WriteInstant() {
     return true;
 }
 
+/// Somebody has written another offset than the one that was left: it has come with a workspace. When it is what the
+/// computer has at the instant that came with it, it is the computer's own, and goes on following it.
+void SimulatedTime::NoteForeignZone() {
+    const CommonData& data = app_.Data;
+    LocalZone& zone = app_.Run.Zone;
+    if (data.UTCOffsetHours == zone.hours) return;
+    zone.hours = data.UTCOffsetHours;
+    zone.chosen = clock_.OffsetMinutes(DateToJD(data.SimFields())) / kMinutesPerHour != data.UTCOffsetHours;
+}
+
+void SimulatedTime::FollowComputerZone() {
+    LocalZone& zone = app_.Run.Zone;
+    if (zone.chosen) return;
+    zone.hours = static_cast<std::int16_t>(clock_.OffsetMinutes(app_.Data.SimTime) / kMinutesPerHour);
+    app_.Data.UTCOffsetHours = zone.hours;
+}
+
+int SimulatedTime::ShownOffsetMinutes(const CalendarFields& utc) const {
+    if (!app_.Main.CLocalTime.Value) return 0;
+    if (!app_.Run.Zone.chosen) return clock_.OffsetMinutes(DateToJD(utc));
+    return app_.Data.UTCOffsetHours * kMinutesPerHour;
+}
+
+CalendarFields SimulatedTime::ShownFields() const {
+    CalendarFields shown = app_.Data.SimFields();
+    shown.minute += ShownOffsetMinutes(shown);
+    return NormalizeDateTime(shown);
+}
+
+CalendarFields SimulatedTime::UtcOfShown(const CalendarFields& shown) const {
+    CalendarFields utc = shown;
+    // The offset at the instant itself follows from a first one that is some hours off.
+    for (int i = 0; i < 2; ++i) {
+        CalendarFields next = shown;
+        next.minute -= ShownOffsetMinutes(utc);
+        utc = NormalizeDateTime(next);
+    }
+    return utc;
+}
+
 void SimulatedTime::WriteDateLabel() {
     const CommonData& data = app_.Data;
     const std::string mark = StateMark(data.TimeOffset, app_.Main.CRealTime.Value);
@@ -137,10 +184,8 @@ void SimulatedTime::WriteDateLabel() {
         app_.Main.LDateTime.Caption = DateAndTime(data.SimFields(), kUtcSecondDecimals) + mark;
         return;
     }
-    CalendarFields local = data.SimFields();
-    local.hour += data.UTCOffsetHours;
-    local = NormalizeDateTime(local);
-    app_.Main.LDateTime.Caption = DateAndTime(local, kLocalSecondDecimals) + ZoneText(data.UTCOffsetHours) + mark;
+    app_.Main.LDateTime.Caption =
+        DateAndTime(ShownFields(), kLocalSecondDecimals) + ZoneText(ShownOffsetMinutes(data.SimFields())) + mark;
 }
 
 void SimulatedTime::PlaceSunAndMoon() {
@@ -237,6 +282,56 @@ void SimulatedTime::SetJDToTimeOffset(double jd) {
         if (std::abs(days) <= kJumpTolerance) break;
     }
     app_.Windows.UpdateGraphicsLevel2();
+}
+
+bool SimulatedTime::SpreadFields(const CalendarFields& utc) {
+    CommonData& data = app_.Data;
+    TimeOffset offset;
+    const double years = utc.year - data.BaseYear;
+    if (std::abs(years) > kYearsInDays && !AddTo(offset.YearOffset, Truncate(years / kLeapYears) * kLeapYears))
+        return false;
+    const double second = std::floor(utc.second);
+    const double baseSecond = std::floor(data.BaseSecond);
+    offset.HourOffset = static_cast<std::int32_t>(utc.hour - data.BaseHour);
+    offset.MinuteOffset = static_cast<std::int32_t>(utc.minute - data.BaseMinute);
+    offset.SecondOffset = static_cast<std::int32_t>(second - baseSecond);
+    offset.MilliOffset = static_cast<std::int32_t>(std::nearbyint((utc.second - second) * kMillisPerSecond) -
+                                                   std::floor((data.BaseSecond - baseSecond) * kMillisPerSecond));
+    // A hair before the second would be shown as the one before it.
+    while (data.BaseSecond + offset.SecondOffset + offset.MilliOffset / kMillisPerSecond < second) ++offset.MilliOffset;
+
+    const CalendarFields target{utc.year, utc.month, utc.day, 0, 0, 0};
+    for (int i = 0; i <= kMostDateCorrections; ++i) {
+        const CalendarFields date = NormalizeDateTime({static_cast<double>(data.BaseYear) + offset.YearOffset,
+                                                       static_cast<double>(data.BaseMonth),
+                                                       static_cast<double>(data.BaseDay) + offset.DayOffset, 0, 0, 0});
+        if (date.year == target.year && date.month == target.month && date.day == target.day) {
+            data.TimeOffset = offset;
+            return true;
+        }
+        double days = DateToJD(target) - DateToJD(date);
+        // 29 February of a year such as 1900 has the Julian date of 1 March.
+        if (days == 0) days = target.day > date.day ? -1 : 1;
+        if (!AddTo(offset.DayOffset, days)) return false;
+    }
+    return false;
+}
+
+bool SimulatedTime::JumpTo(const CalendarFields& utc) {
+    CommonData& data = app_.Data;
+    if (!std::isfinite(utc.second) || !FitsOffset(utc.year)) return false;
+    const double baseSecond = data.BaseSecond;
+    if (app_.Main.CRealTime.Value)
+        ReadBase();
+    else
+        data.BaseSecond = std::floor(data.BaseSecond);
+    if (!SpreadFields(utc)) {
+        data.BaseSecond = baseSecond;
+        return false;
+    }
+    Synchronize(false);  // the clock must not move between the measure and the jump
+    app_.Windows.UpdateGraphicsLevel2();
+    return true;
 }
 
 }  // namespace glintara

@@ -24,7 +24,29 @@ class SimulatedTime : public SearchClock {
     /// runs, it goes on from there. What no 32-bit offset reaches changes nothing.
     void SetJDToTimeOffset(double jd) override;
 
+    /// Moves the offsets so that the displayed instant becomes these fields, UTC, exactly: whole seconds stay whole. A
+    /// clock that runs goes on from there; one that stands loses the fraction of its second. False, and nothing is
+    /// changed, when the instant is beyond what offsets reach.
+    bool JumpTo(const CalendarFields& utc);
+
+    /// The displayed instant in the time zone that the date label shows.
+    CalendarFields ShownFields() const;
+
+    /// How many minutes that zone is ahead of UTC at the instant `utc`: local time while `CLocalTime` is set, otherwise
+    /// UTC itself.
+    int ShownOffsetMinutes(const CalendarFields& utc) const;
+
+    /// The instant, UTC, at which the date label shows the fields `shown`. Of an hour that summer time leaves out or
+    /// repeats, one of the two readings.
+    CalendarFields UtcOfShown(const CalendarFields& shown) const;
+
+    /// The computer's own offset at Julian date `jd`, minutes.
+    int ComputerOffsetMinutes(double jd) const { return clock_.OffsetMinutes(jd); }
+
   private:
+    void NoteForeignZone();
+    void FollowComputerZone();
+    bool SpreadFields(const CalendarFields& utc);
     void Synchronize(bool readClock);
     bool WriteInstant();
     void WriteDateLabel();

@@ -2,6 +2,8 @@
 
 #include <system_error>
 
+#include "core/colors.h"
+#include "core/local_settings.h"
 #include "core/options.h"
 #include "core/panels.h"
 #include "core/satellite_panel.h"
@@ -49,10 +51,17 @@ void StartSky(Application& app, const StartUpHooks& hooks) {
     if (hooks.rebuildStarList) hooks.rebuildStarList();
 }
 
-void StartSatellites(Application& app, const StartUpHooks& hooks) {
+void StartSatellites(Application& app) {
     RefreshSatellitePanel(app);
-    if (hooks.applyFormColors) hooks.applyFormColors();
+    form_colors::CDefault_Click(app);
     app.Main.CAutoMag.Value = true;
+}
+
+void StartObserver(CommonData& data, const StartUpHooks& hooks) {
+    data.StationCode = "0000";
+    data.StationNumber = 0;
+    const std::string kept = hooks.keptStationCode ? hooks.keptStationCode() : std::string();
+    if (!kept.empty()) SetStationCode(data, kept);
 }
 
 void StartClock(Application& app, SimulatedTime& time) {
@@ -79,7 +88,7 @@ void Form_Load(Application& app, SimulatedTime& time, UsageRecord& usage, const 
         std::filesystem::current_path(programFolder, failed);
     }
     RestLib3D(app.Main);
-    app.Data.StationCode = "0000";
+    StartObserver(app.Data, hooks);
     app.Run.PanelsHidden = false;
     app.Data.RealTimeStep = kStartStep;
     SetMenusVisible(app, true);
@@ -89,7 +98,7 @@ void Form_Load(Application& app, SimulatedTime& time, UsageRecord& usage, const 
     usage.CountStart();
     ClearViews(app);
     StartSky(app, hooks);
-    StartSatellites(app, hooks);
+    StartSatellites(app);
     app.Run.RotIncLat = app.Run.RotIncLon = app.Run.RotIncRoll = kStartRotation;
     app.Data.SunRA = kStartSunRA;
     app.Data.SunDec = kStartSunDec;

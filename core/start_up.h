@@ -26,7 +26,8 @@ struct StartUpHooks {
     std::function<std::vector<std::string>()> loadMap;
     std::function<bool()> loadSites;        ///< reads cities and sites; whether they could be read
     std::function<void()> rebuildStarList;  ///< after a change of `MaxStarMag`
-    std::function<void()> applyFormColors;  ///< the default colours
+    /// The observer's code as it was kept at an earlier start; empty for none.
+    std::function<std::string()> keptStationCode;
 };
 
 /// Brings the state to where the program starts, loads the data files, counts the start, and arms the opening. The

@@ -3,6 +3,7 @@
 // The one application state, with the services that its procedures call.
 
 #include "state/common_data.h"
+#include "state/date_entry_controls.h"
 #include "state/events.h"
 #include "state/find_flare_controls.h"
 #include "state/main_controls.h"
@@ -11,6 +12,7 @@
 #include "state/observation_controls.h"
 #include "state/output_controls.h"
 #include "state/run_state.h"
+#include "state/settings_controls.h"
 #include "state/window_signals.h"
 
 namespace glintara {
@@ -34,6 +36,8 @@ struct Application {
     MirrorControls Mirror;
     ObservationControls Observations;
     OutputControls Output;
+    SettingsControls Settings;
+    DateEntryControls DateEntry;
     RunState Run;
 
     MessageBoxes& Boxes;

@@ -105,12 +105,12 @@ struct CommonData {
     double BaseSecond = 0;
 
     glintara::TimeOffset TimeOffset;
-    std::int16_t UTCOffsetHours = 0;  ///< local time minus UTC, whole hours
+    std::int16_t UTCOffsetHours = 0;  ///< local time minus UTC, whole hours; see `LocalZone` for who sets it
     double RealTimeStep = 5;          ///< redraw period while the clock runs, seconds
 
     // The observer.
     ObserverSite Site;
-    std::string StationCode = "0000";  ///< observer code as typed, four digits
+    std::string StationCode = "0000";  ///< observer code: "0000", or a number as it is written without leading zeros
     std::int32_t StationNumber = 0;    ///< the same as a number
 
     // The Sun, apparent, of date.

@@ -42,7 +42,7 @@ struct MainControls {
 
     // Texts.
     Label LCommandOutput{"", "What the last command did"};
-    Label LDateTime{"", "The date and time shown, UTC or local"};
+    Label LDateTime{"", "The date and time shown, UTC or local; a double click, or Ctrl+G, lets you type another"};
     Label LJD{"", "Julian date, local sidereal time, and the observer's place"};
     Label LStatus{"", "What lies under the mouse"};
     Label LSatDetail{"", "Height of the working satellite over the ground"};
@@ -198,6 +198,7 @@ struct MainControls {
     MenuEntry MnuTDraw{"Draw"};
     MenuEntry MnuRealTime{"Run Time"};
     MenuEntry MnuAutoRefine{"Auto Fine Plot"};
+    MenuEntry MnuGoToDate{"Go to Date..."};  ///< Ctrl+G, or a double click on `LDateTime`
     MenuEntry MnuLib3D{"OpenGL"};
     MenuEntry Mnu2D{"2D Rendering"};
     MenuEntry MnuMarkCities{"Mark Cities"};

@@ -98,6 +98,12 @@ struct FloatingCamera {
     friend bool operator==(const FloatingCamera&, const FloatingCamera&) = default;
 };
 
+/// Whose time zone local time is. As long as the user has chosen none, `UTCOffsetHours` follows the computer's own.
+struct LocalZone {
+    bool chosen = false;     ///< the user's: typed, or come with a workspace
+    std::int16_t hours = 0;  ///< `UTCOffsetHours` as it was left; another value has come with a workspace
+};
+
 struct RunState {
     // Pictures.
     std::int32_t FrameCounter = 0;  ///< coarse pictures since the last reading of the rate
@@ -114,6 +120,7 @@ struct RunState {
     // Clock.
     std::int16_t LastTickSecond = kNoTickSecond;  ///< second of the last picture that the tick asked for
     WorkingDirection Working;
+    LocalZone Zone;
 
     // The window.
     bool FullScreen = false;

@@ -93,6 +93,19 @@ void Bind(QProgressBar& widget, ProgressBar& control) {
     show();
 }
 
+void Bind(QSlider& widget, Slider& control) {
+    widget.setRange(control.Least, control.Most);
+    const auto show = [&widget, &control] {
+        const QSignalBlocker quiet(widget);
+        widget.setValue(control.Value);
+        widget.setEnabled(control.Enabled);
+        widget.setToolTip(ToQt(control.ToolTip));
+    };
+    control.Watch(show);
+    show();
+    QObject::connect(&widget, &QSlider::valueChanged, &widget, [&control](int value) { control.MoveTo(value); });
+}
+
 void Bind(QAction& action, MenuEntry& control, QChar mnemonic) {
     const auto show = [&action, &control, mnemonic] {
         const QSignalBlocker quiet(action);

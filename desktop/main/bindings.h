@@ -11,6 +11,7 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QProgressBar>
+#include <QSlider>
 #include <QTimer>
 #include <functional>
 
@@ -32,6 +33,7 @@ void Bind(QLabel& widget, Label& control, const std::function<QString(QString)>&
 /// The box for long texts; what it gives takes pastes. It belongs to the widget.
 TextPortions& Bind(QPlainTextEdit& widget, TextBox& control);
 void Bind(QProgressBar& widget, ProgressBar& control);
+void Bind(QSlider& widget, Slider& control);
 
 /// An entry of a menu, chosen by the letter `mnemonic` unless that is null. One without a handler is greyed: nothing
 /// would happen.

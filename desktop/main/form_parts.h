@@ -2,7 +2,12 @@
 
 // What all windows are built of: one grid, and buttons made in one way.
 
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
+#include <functional>
+#include <string>
 
 #include "state/controls.h"
 
@@ -15,6 +20,15 @@ inline constexpr int kFrameMargin = 12;
 
 /// A button bound to its control, under the control's name.
 QPushButton* MakeButton(Button& control, const char* name = nullptr);
+
+/// A label bound to its control, under the control's name.
+QLabel* MakeLabel(Label& control, const char* name);
+
+/// A frame with the caption of `control` as its title, under the control's name.
+QGroupBox* MakeFrame(Label& control, const char* name);
+
+/// Marks `field` while its text is not what `isGood` accepts.
+void MarkUnless(QLineEdit& field, std::function<bool(const std::string&)> isGood);
 
 /// The widget keeps its room in the layout while it is hidden, so that nothing moves when it comes.
 void KeepRoom(QWidget& widget);

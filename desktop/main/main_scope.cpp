@@ -104,6 +104,7 @@ void MainScope::BuildMenus() {
     AddMenu(bar, letters_, m.MnuTDraw,
             {&m.MnuRealTime,
              &m.MnuAutoRefine,
+             &m.MnuGoToDate,
              nullptr,
              &m.MnuLib3D,
              &m.Mnu2D,

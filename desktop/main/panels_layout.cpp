@@ -114,10 +114,29 @@ void AddBoxes(QGridLayout& grid, const std::vector<std::vector<CheckBox*>>& colu
             grid.addWidget(MakeBox<QCheckBox>(*columns[c][r]), static_cast<int>(r), static_cast<int>(c));
 }
 
+/// The date, which a double click opens for typing. Its first press is not one on the frame.
+class DateLabel : public QLabel {
+  public:
+    explicit DateLabel(MainControls& main) : main_(main) {
+        Bind(*this, main.LDateTime);
+        setObjectName("LDateTime");
+    }
+
+  protected:
+    void mousePressEvent(QMouseEvent* /*event*/) override {}
+    void mouseDoubleClickEvent(QMouseEvent* event) override {
+        if (event->button() == Qt::LeftButton) main_.MnuGoToDate.Click();
+    }
+
+  private:
+    MainControls& main_;
+};
+
 QWidget* BuildInfo(MainControls& main, QWidget* parent) {
     auto* frame = new PanelFrame(main.FrameInfo, parent, PanelFrame::Place::First);
     auto* grid = GridIn(frame);
-    auto* date = MakeLabel(main.LDateTime, NumberFont(kDatePixels), nullptr);
+    auto* date = new DateLabel(main);
+    date->setFont(NumberFont(kDatePixels));
     // Local time with its zone is longer: its mark goes to a second line.
     date->setWordWrap(true);
     date->setMinimumSize(date->fontMetrics().horizontalAdvance("DATE 00/00/0000 00:00:00.00 UTC (N)"),

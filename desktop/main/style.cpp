@@ -70,6 +70,9 @@ QPushButton:pressed { background: %field; }
 QPushButton:focus { border-color: %accent; }
 QPushButton:default { border-color: %quiet; }
 QPushButton:disabled { color: %faint; border-color: %hairline; }
+QPushButton[day="true"] { background: transparent; border-color: transparent; padding: 0; }
+QPushButton[day="true"]:hover { background: %raised; }
+QPushButton[day="true"]:checked { color: %background; background: %accent; }
 QPushButton[step="true"] { padding: 0; min-width: 20px; }
 QPushButton[lit="true"] { color: %accent; border-color: #6b5d1a; font-weight: bold; }
 QLineEdit, QPlainTextEdit, QListView { background: %field; border: 1px solid %hairline; border-radius: 4px; padding: 2px 4px; selection-background-color: %accent; selection-color: %background; }

@@ -78,22 +78,6 @@ QPushButton* MakeCommand(Button& control, const char* name) {
     return button;
 }
 
-QLabel* MakeLabel(Label& control, const char* name) {
-    auto* label = new QLabel;
-    label->setObjectName(name);
-    Bind(*label, control);
-    return label;
-}
-
-QGroupBox* MakeFrame(Label& control, const char* name) {
-    auto* frame = new QGroupBox;
-    frame->setObjectName(name);
-    const auto showCaption = [frame, &control] { frame->setTitle(ToQt(control.Caption)); };
-    control.Watch(showCaption);
-    showCaption();
-    return frame;
-}
-
 bool IsWholeNumber(const std::string& text) {
     return std::all_of(
         text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });

@@ -35,6 +35,9 @@ constexpr auto kExampleFolder = "examples";
 constexpr auto kWorkspaceFolder = "Workspace/folder";
 constexpr auto kAskToSave = "Workspace/askToSave";
 
+/// The observer's code, which is the same whatever workspace is at hand.
+constexpr auto kStationCode = "Observer/StationCode";
+
 MouseHold HoldOf(const QMouseEvent& event) {
     return {event.buttons().testFlag(Qt::LeftButton),        event.buttons().testFlag(Qt::RightButton),
             event.buttons().testFlag(Qt::MiddleButton),      event.modifiers().testFlag(Qt::ShiftModifier),
@@ -83,11 +86,18 @@ DesktopProgram::DesktopProgram(const QString& placesFile, bool mapTools)
     boxes_.SetParent(window_.get());
     observations_ = std::make_unique<ObservationWindows>(
         app_, *window_, places_, clock_, [this](int key, bool shift) { return PressKeyElsewhere(key, shift); });
+    settings_ = std::make_unique<SettingsWindows>(
+        app_, program_->Time, *window_, places_, [this](int key, bool shift) { return PressKeyElsewhere(key, shift); });
     signals_.refreshInfo = [this] { observations_->RefreshInfo(); };
     mouse_ = std::make_unique<MouseSteering>(app_, program_->Loop);
     ConnectWindow();
     ConnectMouse();
     ConnectWorkspace();
+    // The window's own, so that it acts in full screen too, where the menus are hidden.
+    auto* const goToDate = new QAction(window_.get());
+    goToDate->setShortcut(Qt::CTRL | Qt::Key_G);
+    window_->addAction(goToDate);
+    QObject::connect(goToDate, &QAction::triggered, window_.get(), [this] { app_.Main.MnuGoToDate.Click(); });
 }
 
 DesktopProgram::~DesktopProgram() = default;
@@ -102,6 +112,10 @@ ProgramHooks DesktopProgram::MakeHooks() {
     hooks.startUp.rebuildStarList = [this] { RebuildStarList(app_.Data.Stars, app_.Data.View.MaxStarMag); };
     hooks.workspace.showLoadingNotice = [this] { ShowLoading(); };
     hooks.workspace.askForFile = [this](const FileQuestion& question) { return AskForFile(question); };
+    hooks.startUp.keptStationCode = [this] { return FromQt(places_.value(kStationCode).toString()); };
+    hooks.localSettings.keepStationCode = [this](const std::string& code) {
+        places_.setValue(kStationCode, ToQt(code));
+    };
     hooks.shutDown.closeWindow = [this] {
         QMetaObject::invokeMethod(window_.get(), &QWidget::close, Qt::QueuedConnection);
     };
@@ -113,6 +127,7 @@ ProgramHooks DesktopProgram::MakeHooks() {
             satelliteForm_->hide();
         }
         observations_->Unload(name);
+        settings_->Unload(name);
     };
     return hooks;
 }
@@ -151,6 +166,11 @@ void DesktopProgram::ConnectMenus() {
     main.MnuFindFlare.SetClickHandler([this] { ShowSearch(); });
     main.MnuManageSatellites.SetClickHandler([this] { ShowSatellites(); });
     main.MnuObservations.SetClickHandler([this] { observations_->ShowObservations(); });
+    main.MnuLocalSettings.SetClickHandler([this] { settings_->ShowLocalSettings(); });
+    main.MnuRTimeStep.SetClickHandler([this] { settings_->ShowRealTime(); });
+    main.MnuColors.SetClickHandler([this] { settings_->ShowColors(); });
+    main.MnuTwilight.SetClickHandler([this] { settings_->ShowTwilight(); });
+    main.MnuGoToDate.SetClickHandler([this] { settings_->ShowDate(); });
     app_.FindFlare.CSatList.SetClickHandler([this] { ShowSatellites(); });
     main.MnuExit.SetClickHandler([this] { window_->close(); });
     main.MnuUpdateCheck.SetClickHandler({});  // as long as there is no page to open

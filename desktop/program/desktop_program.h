@@ -18,6 +18,7 @@
 #include "desktop/main/qt_services.h"
 #include "desktop/orbit/form_satellites.h"
 #include "desktop/program/observation_windows.h"
+#include "desktop/program/settings_windows.h"
 #include "desktop/scene/painter_surface.h"
 #include "scene/stages.h"
 
@@ -110,6 +111,7 @@ class DesktopProgram {
     std::unique_ptr<FormFindFlare> searchForm_;
     std::unique_ptr<FormSatellites> satelliteForm_;
     std::unique_ptr<ObservationWindows> observations_;
+    std::unique_ptr<SettingsWindows> settings_;
 };
 
 }  // namespace glintara::desktop

@@ -16,7 +16,7 @@ TEST_F(ShutDownTest, TheWindowsAreUnloadedInTheirOrder) {
     EXPECT_EQ(unloaded, (std::vector<std::string>{"FormSatellites", "FormLocalSettings", "FormRealTime",
                                                   "FormDownloadTLE", "FormMirror", "FormSatPosition", "FormFindFlare",
                                                   "FormColors", "FormTwilight", "FormIOD", "FormOutput", "FormCities",
-                                                  "FormProgress", "FormAdvSel", "FormAbout"}));
+                                                  "FormProgress", "FormAdvSel", "FormAbout", "FormDate"}));
     EXPECT_TRUE(program.End.Form_Unload());
     EXPECT_EQ(unloaded.size(), 15U) << "once";
 }

@@ -1,0 +1,36 @@
+#include "core/twilight.h"
+
+#include "core/box_numbers.h"
+#include "engine/astro/number_text.h"
+
+namespace glintara::twilight {
+
+namespace {
+
+void ShowAngle(Application& app) { app.Settings.Twilight.TTwilight.Text = PlainNumberText(app.Data.TwilightAngle); }
+
+}  // namespace
+
+void Open(Application& app) {
+    if (app.Settings.Twilight.Visible) return;
+    ShowAngle(app);
+    app.Settings.Twilight.Visible = true;
+}
+
+void CApply_Click(Application& app) {
+    app.Data.SetTwilightAngle(ReadBoxNumber(app.Settings.Twilight.TTwilight.Text.Get()).value);
+    ShowAngle(app);
+    app.Windows.UpdateGraphicsLevel2();
+}
+
+void Connect(Application& app) {
+    TwilightControls& form = app.Settings.Twilight;
+    form.CApply.SetClickHandler([&app] { CApply_Click(app); });
+    form.COk.SetClickHandler([&app, &form] {
+        CApply_Click(app);
+        form.Visible = false;
+    });
+    form.CClose.SetClickHandler([&form] { form.Visible = false; });
+}
+
+}  // namespace glintara::twilight
