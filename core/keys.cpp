@@ -6,6 +6,7 @@
 
 #include "core/camera_moves.h"
 #include "core/opening.h"
+#include "core/options.h"
 #include "core/panels.h"
 #include "core/turning.h"
 #include "core/views.h"
@@ -81,6 +82,29 @@ constexpr std::array kViewKeys{
     ViewKey{SpecialKey::F8, &MainControls::CRefreshDraw},
 };
 
+/// An entry that no option stands behind, and its key.
+struct EntryKey {
+    MenuEntry MainControls::*entry;
+    std::string_view key;
+};
+
+constexpr std::array kEntryKeys{
+    EntryKey{&MainControls::MnuHelp, "F1"},
+    EntryKey{&MainControls::MnuNoon, "F2"},
+    EntryKey{&MainControls::MnuMidnight, "F3"},
+    EntryKey{&MainControls::MnuZenithOrient, "F4"},
+    EntryKey{&MainControls::MnuZeroOrient, "F5"},
+    EntryKey{&MainControls::MnuOrbitOrient, "F6"},
+    EntryKey{&MainControls::MnuUpOrientation, "F7"},
+    EntryKey{&MainControls::MnuFinePlot, "F8"},
+    EntryKey{&MainControls::MnuFullScreen, "F11, Space"},
+    EntryKey{&MainControls::MnuExportTrack, "T"},
+    EntryKey{&MainControls::MnuToggleSkyEarth, "Q"},
+};
+
+/// Views that a digit enters.
+constexpr std::size_t kViewDigits = 9;
+
 /// The letters that move the displayed instant, and the one that lets it run.
 constexpr std::string_view kTimeKeys = "HMSDYE0R";
 
@@ -128,21 +152,19 @@ bool ZoomByKey(Application& app, SpecialKey key) {
 
 bool TurnByKey(Application& app, const KeyPress& key) {
     ViewState& view = app.Data.View;
-    const RunState& run = app.Run;
     double& sideways = key.shift ? view.ViewRoll : view.ViewLon;
-    const double step = KeyTurn(key.shift ? run.RotIncRoll : run.RotIncLon);
     switch (key.special) {
         case SpecialKey::Up:
-            view.ViewLat = WrapTwoPi(view.ViewLat - KeyTurn(run.RotIncLat));
+            view.ViewLat = WrapTwoPi(view.ViewLat - kStartRotation);
             break;
         case SpecialKey::Down:
-            view.ViewLat = WrapTwoPi(view.ViewLat + KeyTurn(run.RotIncLat));
+            view.ViewLat = WrapTwoPi(view.ViewLat + kStartRotation);
             break;
         case SpecialKey::Left:
-            sideways += step;
+            sideways += kStartRotation;
             break;
         case SpecialKey::Right:
-            sideways -= step;
+            sideways -= kStartRotation;
             break;
         default:
             return false;
@@ -197,11 +219,30 @@ bool Form_KeyDown(Application& app, RunLoop& loop, const KeyPress& key) {
         main.MnuExportTrack.Click();
         return true;
     }
-    if (key.character == ' ') {
+    if (key.character == ' ' || key.special == SpecialKey::F11) {
         main.MnuFullScreen.Click();
         return true;
     }
+    if (key.special == SpecialKey::F1) {
+        main.MnuHelp.Click();
+        return true;
+    }
     return PressButton(main, key) || TurnOptionOver(main, key) || MoveView(app, key) || LeaveFullScreen(app, key);
+}
+
+std::string KeyTextOf(MainControls& main, const MenuEntry& entry) {
+    for (const EntryKey& key : kEntryKeys)
+        if (&(main.*key.entry) == &entry) return std::string(key.key);
+    for (std::size_t n = 1; n <= kViewDigits; ++n)
+        if (&main.MnuViewX[n] == &entry) return std::to_string(n);
+    const auto pairs = OptionPairs(main);
+    const auto pair = std::ranges::find(pairs, &entry, &OptionPair::entry);
+    if (pair == pairs.end()) return {};
+    for (const OptionKey& key : kOptionKeys) {
+        if (&(main.*key.plain) == pair->box) return {key.character};
+        if (key.shifted != nullptr && &(main.*key.shifted) == pair->box) return std::string("Shift+") + key.character;
+    }
+    return {};
 }
 
 }  // namespace glintara

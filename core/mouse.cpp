@@ -2,11 +2,13 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 #include "core/camera_moves.h"
 #include "core/opening.h"
 #include "core/panels.h"
 #include "engine/astro/trigonometry.h"
+#include "scene/mouse_place.h"
 #include "scene/mouse_text.h"
 #include "scene/object_finder.h"
 #include "scene/orientation.h"
@@ -46,6 +48,9 @@ constexpr double kTurningTick = 0.02;
 double SecondsBetween(MouseSteering::Clock::time_point from, MouseSteering::Clock::time_point to) {
     return std::chrono::duration<double>(to - from).count();
 }
+
+/// Whether the sky keeps its size on the picture at any zoom. On the flat map it has the size of the Earth.
+bool IsSkyFitted(const MainControls& main) { return main.CMaximizeSky.Value && !main.CPlaniSphere.Value; }
 
 }  // namespace
 
@@ -109,7 +114,7 @@ MouseSteering::Action MouseSteering::ActionOf(const MouseHold& hold) const {
     if (hold.shift) return Action::Shift;
     if (hold.left && hold.right) return Action::Zoom;
     if (hold.right) return Action::Roll;
-    if (!hold.left) return Action::None;
+    if (!hold.left) return hold.middle ? Action::Shift : Action::None;
     if (hold.control) return Action::PointerField;
     if (hold.alt) return Action::PointerTime;
     return app_.Main.CPlaniSphere.Value ? Action::Shift : Action::Turn;
@@ -165,9 +170,10 @@ void MouseSteering::Shift(double dx, double dy) {
     const bool centred = snapshot_.PanX == 0 && snapshot_.PanY == 0;
     const bool still = dx == 0 && dy == 0;
     // The first shift moves the sky's centre up by one: the other way round, the sky stays where it was.
-    const bool skyMap = main.CPlaniSphere.Value && main.CSkyOnly.Value && centred && !still;
+    const bool keepsSky = main.CPlaniSphere.Value || (!held_.shift && !main.CStarsOnGlobe.Value);
+    const bool skyAlone = main.CSkyOnly.Value && keepsSky && centred && !still;
     view.PanX = snapshot_.PanX + dx / view.ZoomFactor * kPanPerUnit;
-    view.PanY = snapshot_.PanY - (skyMap ? kSkyCentre : 0) - dy / view.ZoomFactor * kPanPerUnit;
+    view.PanY = snapshot_.PanY - (skyAlone ? kSkyCentre : 0) - dy / view.ZoomFactor * kPanPerUnit;
 }
 
 void MouseSteering::ZoomTo(double zoom, const CameraView& from) {
@@ -175,7 +181,7 @@ void MouseSteering::ZoomTo(double zoom, const CameraView& from) {
     ViewState& view = app_.Data.View;
     view.ZoomFactor = std::clamp(zoom, kLeastZoom, kMostZoom);
     const bool shifted = from.PanX != 0 || from.PanY != 0;
-    if (main.CSkyOnly.Value && main.CMaximizeSky.Value && shifted) {
+    if (main.CSkyOnly.Value && IsSkyFitted(main) && shifted) {
         // A maximized sky shrinks in the scene as the zoom grows; what it has at the centre of the picture stays there.
         const double shrunk = from.ZoomFactor / view.ZoomFactor;
         view.PanX = from.PanX * shrunk;
@@ -227,12 +233,48 @@ void MouseSteering::DoubleClicked(const MouseHold& hold) {
         MenuHide(app_);
 }
 
-void MouseSteering::Wheel(double units) {
+void MouseSteering::Abandoned() { EndDrag(); }
+
+void MouseSteering::Wheel(const MousePlace& place, double units) {
+    Pinched(place, std::pow(kWheelFactor, units / kWheelUnits));
+}
+
+void MouseSteering::Pinched(const MousePlace& place, double factor) {
     loop_.GlobeRotation().StopIdle();
-    const double factor = std::pow(kWheelFactor, units / kWheelUnits);
-    if (!std::isfinite(factor)) return;
-    snapshot_.ZoomFactor *= factor;  // a zoom that is being dragged goes on from there
-    ZoomTo(app_.Data.View.ZoomFactor * factor, CaptureCamera(app_.Data.View));
+    if (!std::isfinite(factor) || !(factor > 0)) return;
+    NoteMouse(place);
+    ViewState& view = app_.Data.View;
+    const std::optional<ScenePoint> mouse = MouseOnPicture(app_);
+    const double before = view.ZoomFactor;
+    const double zoom = std::clamp(before * factor, kLeastZoom, kMostZoom);
+    if (mouse && !app_.Main.CLockSatellite.Value) HoldUnderMouse(*mouse, before / zoom);
+    view.ZoomFactor = zoom;
+    CameraZoomed(app_);
+    if (!app_.Run.DragActive) return;
+    // A drag that is under way goes on from here.
+    start_ = place;
+    snapshot_ = CaptureCamera(view);
+    startField_ = app_.Run.SkyPointer.FieldOfView;
+    startTime_ = app_.Run.SkyPointer.TimeUncertainty;
+}
+
+/// Shifts the picture so that what is at `mouse` stays there when scene units become `shrunk` as many.
+void MouseSteering::HoldUnderMouse(const ScenePoint& mouse, double shrunk) {
+    const MainControls& main = app_.Main;
+    ViewState& view = app_.Data.View;
+    const ScenePoint way{mouse.x * (shrunk - 1), mouse.y * (shrunk - 1)};
+    const bool sky = main.CSkyOnly.Value || (IsSkyFitted(main) && main.CDrawSky.Value && !EarthAt(app_, mouse));
+    if (!sky) {
+        view.PanX += way.x;
+        view.PanY += way.y;
+        return;
+    }
+    const ScenePoint centre = SkyCentre(app_);
+    const ScenePoint moved = IsSkyFitted(main) ? ScenePoint{centre.x * shrunk, centre.y * shrunk}
+                                               : ScenePoint{centre.x + way.x, centre.y + way.y};
+    if (moved.x == centre.x && moved.y == centre.y) return;
+    view.PanX = moved.x;
+    view.PanY = moved.y - (main.CStarsOnGlobe.Value ? 0 : kSkyCentre);
 }
 
 }  // namespace glintara

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "core/run_loop.h"
+#include "scene/view_geometry.h"
 #include "state/application.h"
 
 namespace glintara {
@@ -18,7 +19,8 @@ struct MouseHold {
     bool middle = false;
     bool shift = false;
     bool control = false;
-    bool alt = false;
+    bool alt =
+        false;  ///< Alt, AltGr or the key of the window system: desktops keep a drag with one of them for themselves
 
     friend bool operator==(const MouseHold&, const MouseHold&) = default;
 };
@@ -41,22 +43,30 @@ class MouseSteering {
 
     /// The mouse has moved to `place`, or a button has been pressed there. The first move with a button held begins a
     /// drag, which the later ones follow: left turns the globe, right rolls it, both zoom, any button with Shift
-    /// shifts the picture, and so does left on the flat map. Left with Control changes the sky pointer's field of view,
-    /// with Alt its uncertainty of the time. A move without a button ends the drag. Each move tells in `LStatus` what
-    /// lies under the mouse.
+    /// shifts the picture, and so do the middle button and left on the flat map. Left with Control changes the sky pointer's field of view,
+    /// with Alt its uncertainty of the time. Other buttons or keys on the way begin a new drag there. A move without a
+    /// button ends the drag. Each move tells in `LStatus` what lies under the mouse.
     void Moved(const MousePlace& place, const MouseHold& hold);
 
     /// A button has been released: the drag ends. When the globe was still being turned, it turns on and comes to rest.
     /// A click of the left button with Control, without a move, chooses the star nearest to it.
     void Released();
 
+    /// The window has lost the keyboard: a drag ends, without more.
+    void Abandoned();
+
     /// A double click makes the satellite under the mouse the working one. Where there is none it leaves full screen;
     /// otherwise hides the panels, or shows them again. With Alt it shows the sky pointer, or hides it; with Control it
     /// defines an observation at the place of the sky under the mouse.
     void DoubleClicked(const MouseHold& hold);
 
-    /// The wheel: zooms by a tenth for each step of 120 units, away from the user to come nearer.
-    void Wheel(double units);
+    /// The wheel: zooms by a tenth for each step of 120 units, away from the user to come nearer. What lies under the
+    /// mouse stays there; with `CLockSatellite` what lies in the middle of the Earth, so that the satellite does not leave
+    /// the picture.
+    void Wheel(const MousePlace& place, double units);
+
+    /// Two fingers on a touchpad: zooms by `factor` in the same way. A factor that is none does nothing.
+    void Pinched(const MousePlace& place, double factor);
 
   private:
     /// What a drag does.
@@ -76,6 +86,7 @@ class MouseSteering {
     bool WasStarClick() const;
     void Shift(double dx, double dy);
     void ZoomTo(double zoom, const CameraView& from);
+    void HoldUnderMouse(const ScenePoint& mouse, double shrunk);
     void MarkMotion();
     double LonPerTick() const;
 

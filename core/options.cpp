@@ -60,6 +60,12 @@ void SetStarLimit(Application& app, const OptionHooks& hooks, double magnitude) 
     if (hooks.rebuildStarList) hooks.rebuildStarList();
 }
 
+void SetStarSize(Application& app, int size) {
+    app.Data.View.StarSizeScale = static_cast<std::int16_t>(std::clamp(size, kLeastStarSize, kMostStarSize));
+    ShowStarLimits(app);
+    app.Windows.UpdateGraphicsLevel2();
+}
+
 /// Installs `before` as what a box does besides showing the option.
 void Connect(Application& app, CheckBox& box, std::function<void()> before) {
     box.Value.SetHandler([&app, before = std::move(before)] {

@@ -102,6 +102,4 @@ void GlobeTurning::TakeDragMotion() {
     run.RotIncRoll = view.ViewRoll - notedRoll_;
 }
 
-double KeyTurn(double increment) { return increment == 0 ? kStartRotation : std::abs(increment); }
-
 }  // namespace glintara

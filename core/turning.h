@@ -49,8 +49,4 @@ class GlobeTurning {
     double notedRoll_ = 0;
 };
 
-/// Angle by which a cursor key turns the view, radians: the size of the last change `increment`, so that the keys keep
-/// their directions, and that of the program's start when there was none.
-double KeyTurn(double increment);
-
 }  // namespace glintara

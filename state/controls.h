@@ -61,7 +61,8 @@ struct OptionButton : CheckBox {
 
 /// An entry of the menu. `Checked` mirrors an option; a press is told to the click handler.
 struct MenuEntry : Clickable {
-    explicit MenuEntry(std::string_view caption = "") : Caption(std::string(caption)) {}
+    explicit MenuEntry(std::string_view caption = "", std::string_view toolTip = "")
+        : Caption(std::string(caption)), ToolTip(std::string(toolTip)) {}
 
     Observed<bool> Checked;
     Observed<bool> Visible{true};

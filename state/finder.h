@@ -13,8 +13,8 @@
 
 namespace glintara {
 
-/// Marks that the finder knows of; those beyond are drawn, but not found.
-inline constexpr std::size_t kFinderCapacity = 2000;
+/// Marks that the finder knows of: of each satellite of a full list the one over the Earth, and the one in the sky.
+inline constexpr std::size_t kFinderCapacity = 6000;
 
 /// A satellite's mark as it was drawn: x to the right and y up from the middle of the picture, scene units. So the pan
 /// that the mark was drawn with does not matter any more.

@@ -148,11 +148,11 @@ struct MainControls {
     CheckBox CSkyOnly{"Hide Earth", "Show the sky without the Earth"};
     CheckBox CAutoMag{"Auto Select Max Magnitude", "Show fainter stars as you zoom in"};
     Label LMaxStarMag{"", "Magnitude of the faintest star shown"};
-    Label LStarSize{"", "Size of the stars"};
+    Label LStarSize{"", "How much larger a star is drawn with each magnitude, 0 to 30"};
+    Button CStarSizeInc{"+", "Draw bright stars larger"};
+    Button CStarSizeDec{"\u2212", "Draw bright stars smaller"};
     Button CMaxMagInc{"+", "Show fainter stars (B)"};
     Button CMaxMagDec{"\u2212", "Show brighter stars only (Shift+B)"};
-    Button CStarSizeInc{"+", "Larger stars"};
-    Button CStarSizeDec{"\u2212", "Smaller stars"};
     Button CToggleSkyEarth{"Sky/Earth", "Show the sky alone, or the Earth (Q)"};
     Button CSkyChartSphere{"Sky Chart/Sphere", "Show the sky as a chart, or as a sphere (W)"};
     Frame FSkyMouse{"Sky Pointer"};  ///< shown while the pointer is on

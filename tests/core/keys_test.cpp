@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "core/options.h"
 #include "core/program_fixture.h"
 #include "core/views.h"
 #include "scene/orientation.h"
@@ -81,8 +82,58 @@ TEST_F(KeysTest, FunctionKeysPressTheButtonsOfTheViews) {
         {SpecialKey::F8, &main.CRefreshDraw},
     };
     for (const auto& [key, button] : keys) ExpectPresses(*button, {'\0', key, false});
-    EXPECT_FALSE(Press(SpecialKey::F1));
     EXPECT_FALSE(Press(SpecialKey::F9));
+}
+
+TEST_F(KeysTest, F1OpensTheHelp) {
+    int opened = 0;
+    main.MnuHelp.SetClickHandler([&opened] { ++opened; });
+    EXPECT_TRUE(Press(SpecialKey::F1));
+    EXPECT_EQ(opened, 1);
+}
+
+TEST_F(KeysTest, TheMenuShowsTheKeyThatDoesTheSame) {
+    const std::pair<const char*, const MenuEntry*> keys[] = {
+        {"G", &main.MnuSunLight},
+        {"Z", &main.MnuMaximizeSky},
+        {".", &main.MnuOrbitDetails},
+        {",", &main.MnuAstroDetails},
+        {"A", &main.MnuVisibilityArea},
+        {"Shift+A", &main.MnuAutoRefine},
+        {"O", &main.MnuPlotOrbit},
+        {"Shift+O", &main.MnuPlotOrbitOverTime},
+        {"Shift+J", &main.MnuProjectOverTime},
+        {"F2", &main.MnuNoon},
+        {"F8", &main.MnuFinePlot},
+        {"F11, Space", &main.MnuFullScreen},
+        {"T", &main.MnuExportTrack},
+        {"Q", &main.MnuToggleSkyEarth},
+        {"F1", &main.MnuHelp},
+        {"1", &main.MnuViewX[1]},
+        {"9", &main.MnuViewX[9]},
+        {"", &main.MnuViewX[10]},
+        {"", &main.Mnu2D},
+        {"", &main.MnuAbout},
+    };
+    for (const auto& [key, entry] : keys) EXPECT_EQ(KeyTextOf(main, *entry), key) << entry->Caption.Get();
+}
+
+TEST_F(KeysTest, EachKeyOfAnOptionsEntryTurnsItsBoxOver) {
+    main.CFlareTrack.Value = true;
+    int shown = 0;
+    for (const OptionPair& pair : OptionPairs(main)) {
+        const std::string key = KeyTextOf(main, *pair.entry);
+        if (key.empty()) continue;
+        ++shown;
+        pair.box->Enabled = pair.box->Acts = true;
+        const bool before = pair.box->Value;
+        const bool needsOrbit = key == "Shift+O" || key == "Shift+J";
+        if (needsOrbit) main.CPlotOrbit.Value = main.CProjectOrbit.Value = false;
+        Press(key.back(), key.starts_with("Shift+"));
+        EXPECT_EQ(pair.box->Value, !before) << key << " " << pair.entry->Caption.Get();
+        EXPECT_EQ(pair.entry->Checked, !before) << key;
+    }
+    EXPECT_EQ(shown, 18) << "each letter of an option stands in the menus";
 }
 
 TEST_F(KeysTest, WhatIsStillToComeIsPassedOver) {
@@ -216,17 +267,18 @@ TEST_F(KeysTest, TheLatitudeIsWrapped) {
     EXPECT_NEAR(view.ViewLat, kKeyTurn, 1e-9);
 }
 
-TEST_F(KeysTest, TheStepIsTheSizeOfTheLastChange) {
-    view.ViewLat = view.ViewLon = view.ViewRoll = 1;
-    app.Run.RotIncLat = 0.125;
-    app.Run.RotIncLon = -0.25;
-    app.Run.RotIncRoll = 0;
-    Press(SpecialKey::Up);
-    Press(SpecialKey::Left);
-    Press(SpecialKey::Left, true);
-    EXPECT_NEAR(view.ViewLat, 0.875, 1e-12);
-    EXPECT_NEAR(view.ViewLon, 1.25, 1e-12) << "left is left";
-    EXPECT_NEAR(view.ViewRoll, 1 + kKeyTurn, 1e-12) << "and a key always moves";
+TEST_F(KeysTest, TheStepDoesNotHangOnHowTheGlobeTurnedLast) {
+    for (const double last : {0.0, -0.25, 1e-6}) {
+        view.ViewLat = view.ViewLon = view.ViewRoll = 1;
+        app.Run.RotIncLat = app.Run.RotIncLon = app.Run.RotIncRoll = last;
+        Press(SpecialKey::Up);
+        Press(SpecialKey::Left);
+        Press(SpecialKey::Left, true);
+        EXPECT_NEAR(view.ViewLat, 1 - kKeyTurn, 1e-12);
+        EXPECT_NEAR(view.ViewLon, 1 + kKeyTurn, 1e-12);
+        EXPECT_NEAR(view.ViewRoll, 1 + kKeyTurn, 1e-12);
+        EXPECT_EQ(app.Run.RotIncLon, last) << "and the turning keeps its speed";
+    }
 }
 
 TEST_F(KeysTest, CursorKeysWithShiftZoom) {
@@ -319,6 +371,13 @@ TEST_F(KeysTest, TExportsTheTrackWhenThereIsOne) {
     main.CFlareTrack.Value = true;
     Press('T');
     EXPECT_EQ(exports, 1);
+}
+
+TEST_F(KeysTest, F11TurnsFullScreenOver) {
+    EXPECT_TRUE(Press(SpecialKey::F11));
+    EXPECT_TRUE(app.Run.FullScreen);
+    Press(SpecialKey::F11);
+    EXPECT_FALSE(app.Run.FullScreen);
 }
 
 TEST_F(KeysTest, SpaceTurnsFullScreenOverAndEscapeLeavesIt) {

@@ -1,66 +1,13 @@
-#include "core/mouse.h"
+// Turning, rolling, zooming and shifting with the mouse.
 
 #include <limits>
+#include <optional>
 
-#include "core/panels.h"
-#include "core/program_fixture.h"
-#include "engine/astro/sidereal.h"
-#include "scene/orientation.h"
-#include "scene/star_list.h"
-#include "scene/star_places.h"
-#include "scene/view_geometry.h"
+#include "scene/mouse_place.h"
+#include "support/mouse_fixture.h"
 
 namespace glintara::testing {
 namespace {
-
-constexpr MouseHold kNone{};
-constexpr MouseHold kLeft{.left = true};
-constexpr MouseHold kRight{.right = true};
-constexpr MouseHold kMiddle{.middle = true};
-constexpr MouseHold kBoth{.left = true, .right = true};
-constexpr MouseHold kShiftLeft{.left = true, .shift = true};
-
-/// A picture of 12000 x 8000 twips at zoom 100: dragging across the whole of it turns by 2 radians.
-struct MouseTest : ProgramTest {
-    MouseTest() {
-        app.Main.CRealTime.Value = false;
-        RunAtOnce();
-        app.Run.AutoTurn = 1;  // the opening is over
-        view.ViewLat = 0.2;
-        view.ViewLon = 1;
-        view.ViewRoll = 0.1;
-        view.ZoomFactor = 100;
-        view.PanX = 0.3;
-        view.PanY = -0.2;
-    }
-
-    void MoveTo(double x, double y, const MouseHold& hold = kNone) { mouse.Moved({x, y, 12000, 8000}, hold); }
-
-    /// A drag from the middle of the picture, not released.
-    void Drag(const MouseHold& hold, double dx, double dy) {
-        MoveTo(6000, 4000);
-        MoveTo(6000, 4000, hold);
-        MoveTo(6000 + dx, 4000 + dy, hold);
-    }
-
-    /// Drags to the left for 100 ms, by 0.02 radians each 10 ms, and leaves the button down.
-    void Swing() {
-        MoveTo(6000, 4000);
-        MoveTo(6000, 4000, kLeft);
-        for (int i = 1; i <= 10; ++i) {
-            clock.Advance(10);
-            MoveTo(6000 - 120 * i, 4000, kLeft);
-        }
-    }
-
-    CameraView Camera() const { return CaptureCamera(app.Data.View); }
-    bool Turns() const { return app.Main.TimerHRot.Enabled; }
-
-    ViewState& view = app.Data.View;
-    MainControls& main = app.Main;
-    MouseSteering mouse{app, program.Loop,
-                        [this] { return MouseSteering::Clock::time_point(std::chrono::milliseconds(clock.NowMs())); }};
-};
 
 TEST_F(MouseTest, TheLeftButtonTurnsTheGlobe) {
     Drag(kLeft, 3000, 2000);
@@ -159,14 +106,32 @@ TEST_F(MouseTest, ShiftAndAnyButtonMoveThePicture) {
     }
 }
 
-TEST_F(MouseTest, TheMiddleButtonAloneLeavesTheViewAlone) {
+TEST_F(MouseTest, TheMiddleButtonMovesThePictureToo) {
     for (const bool flat : {false, true}) {
         main.CPlaniSphere.Value = flat;
-        const CameraView before = Camera();
+        view.PanX = 0.3;
+        view.PanY = -0.2;
         Drag(kMiddle, 500, 250);
-        EXPECT_EQ(Camera(), before);
+        EXPECT_NEAR(view.PanX, 0.4, 1e-12);
+        EXPECT_NEAR(view.PanY, -0.25, 1e-12);
+        EXPECT_EQ(view.ViewLon, 1);
+        EXPECT_EQ(view.ZoomFactor, 100);
         mouse.Released();
     }
+}
+
+TEST_F(MouseTest, TheMiddleButtonDoesNotLetASkyWithoutTheEarthJump) {
+    main.CDrawSky.Value = main.CSkyOnly.Value = true;
+    view.PanX = view.PanY = 0;
+    const ScenePoint before = SkyCentre(app);
+    Drag(kMiddle, 500, 250);
+    EXPECT_NEAR(SkyCentre(app).x - before.x, 0.1, 1e-12);
+    EXPECT_NEAR(SkyCentre(app).y - before.y, -0.05, 1e-12);
+    mouse.Released();
+    view.PanX = view.PanY = 0;
+    main.CStarsOnGlobe.Value = true;
+    Drag(kMiddle, 500, 250);
+    EXPECT_NEAR(view.PanY, -0.05, 1e-12) << "stars on the globe move with it";
 }
 
 TEST_F(MouseTest, OnTheFlatMapTheLeftButtonMovesThePicture) {
@@ -252,176 +217,6 @@ TEST_F(MouseTest, WhatASkyOfFixedSizeHasAtTheCentreStaysThere) {
     EXPECT_EQ(view.PanY, -0.2);
 }
 
-/// A star under the middle of a picture of the sky alone.
-struct MouseSkyTest : MouseTest {
-    MouseSkyTest() {
-        main.CSkyOnly.Value = main.CDrawFrontStars.Value = true;
-        main.CDrawSky.Value = true;
-        view.PanX = view.PanY = view.ViewRoll = 0;
-        view.SkyScale = 0.64;
-        RefreshViewCache(view);
-        StarRecord star;
-        star.ProperName = "Vega";
-        star.Magnitude = 0.03;
-        star.Declination = 0.2;
-        star.RightAscension = 1 + SiderealFromDate(app.Data.SimFields());
-        TakeStars(app.Data.Stars, {{}, star});
-        RebuildStarList(app.Data.Stars, 11);
-    }
-};
-
-TEST_F(MouseTest, LStatusTellsWhatLiesUnderTheMouse) {
-    view.PanX = view.PanY = view.ViewRoll = 0;
-    view.ViewLat = 0;
-    view.ViewLon = 1;
-    RefreshViewCache(view);
-    MoveTo(6000, 4000);
-    EXPECT_EQ(main.LStatus.Caption.Get().find("EARTH: Latitude= 0° N,  N,  Longitude= 57.2958° E, RA= "), 0U)
-        << main.LStatus.Caption.Get();
-    MoveTo(11999, 4000);
-    EXPECT_EQ(main.LStatus.Caption.Get().find("EARTH: "), 0U);
-    MoveTo(6000, 0);
-    EXPECT_EQ(main.LStatus.Caption.Get().find("EARTH: "), 0U);
-    view.ZoomFactor = 16;
-    MoveTo(11999, 4000);
-    EXPECT_EQ(main.LStatus.Caption.Get(), "SPACE");
-}
-
-TEST_F(MouseTest, AtTheEndOfEachPictureTheTextIsThatOfThePicture) {
-    view.PanX = view.PanY = view.ViewRoll = view.ViewLat = 0;
-    RefreshViewCache(view);
-    MoveTo(6000, 4000);
-    view.ViewLon = 2;
-    RefreshViewCache(view);
-    program.Loop.MakePicture();
-    EXPECT_NE(main.LStatus.Caption.Get().find("Longitude= 114.5916° E"), std::string::npos)
-        << main.LStatus.Caption.Get();
-}
-
-TEST_F(MouseTest, ADragWithControlChangesThePointersFieldAndLeavesTheViewAlone) {
-    const CameraView before = Camera();
-    Drag({.left = true, .control = true}, 3000, -80);
-    EXPECT_EQ(Camera(), before);
-    EXPECT_NEAR(app.Run.SkyPointer.FieldOfView, 0.5 * kDegree + 0.02, 1e-12) << "a hundredth of two radians";
-    EXPECT_NE(main.LSkyMouseFOV.Caption.Get(), "");
-    MoveTo(6000, 8000, {.left = true, .control = true});
-    EXPECT_NEAR(app.Run.SkyPointer.FieldOfView, kDegree / 3600, 1e-12);
-    mouse.Released();
-    EXPECT_FALSE(main.TimerSkyFine.Enabled);
-}
-
-TEST_F(MouseTest, ADragWithAltChangesThePointersTimeAndLeavesTheViewAlone) {
-    const CameraView before = Camera();
-    Drag({.left = true, .alt = true}, 3000, -800);
-    EXPECT_EQ(Camera(), before);
-    EXPECT_NEAR(app.Run.SkyPointer.TimeUncertainty, 0.5 * (1 + 0.1 * 4 * 0.4), 1e-12);
-    EXPECT_EQ(main.LSkyMouseTAcc.Caption.Get(), "TACC: 0.58 s");
-    MoveTo(6000, 4000 + 3999, {.left = true, .alt = true});
-    EXPECT_NEAR(app.Run.SkyPointer.TimeUncertainty, 0.5 * (1 - 3999 / 8000.0 * 1.6), 1e-12);
-    mouse.Released();
-    for (int i = 0; i < 10; ++i) {
-        Drag({.left = true, .alt = true}, 0, 3999);
-        mouse.Released();
-    }
-    EXPECT_EQ(app.Run.SkyPointer.TimeUncertainty, 0.001);
-}
-
-TEST_F(MouseTest, ADoubleClickWithAltShowsTheSkyPointerAndHidesIt) {
-    mouse.DoubleClicked({.alt = true});
-    EXPECT_TRUE(main.FSkyMouse.Visible);
-    EXPECT_TRUE(main.Timer2.Enabled) << "a picture is asked for";
-    app.Observations.CEnDisPointer.Click();
-    EXPECT_FALSE(main.FSkyMouse.Visible);
-    EXPECT_FALSE(app.Run.PanelsHidden);
-}
-
-TEST_F(MouseTest, WhileThePointerIsShownAMoveAsksForAPicture) {
-    MoveTo(100, 100);
-    clock.Advance(20);
-    MoveTo(200, 100);
-    EXPECT_FALSE(main.Timer2.Enabled);
-    mouse.DoubleClicked({.alt = true});
-    clock.Advance(20);
-    MoveTo(300, 100);
-    EXPECT_TRUE(main.Timer2.Enabled);
-}
-
-TEST_F(MouseSkyTest, AClickWithControlChoosesAStar) {
-    const MouseHold hold{.left = true, .control = true};
-    MoveTo(7000, 4000);
-    MoveTo(7000, 4000, hold);
-    main.TimerHRot.Restart(20);
-    EXPECT_EQ(app.Run.Finder.SelectedStar, 0) << "not before the release";
-    mouse.Released();
-    EXPECT_EQ(app.Run.Finder.SelectedStar, 1);
-    EXPECT_EQ(main.LCommandOutput.Caption.Get(), "Vega");
-    EXPECT_FALSE(Turns());
-}
-
-TEST_F(MouseSkyTest, NothingElseChoosesAStar) {
-    MoveTo(6000, 4000);
-    MoveTo(6000, 4000, kLeft);
-    mouse.Released();
-    Drag({.left = true, .control = true}, 100, 0);
-    MoveTo(6000, 4000, {.left = true, .control = true});
-    mouse.Released();
-    EXPECT_EQ(app.Run.Finder.SelectedStar, 0) << "neither a click without Control nor a drag with it";
-    main.CDrawSky.Value = false;
-    MoveTo(6000, 4000, {.left = true, .control = true});
-    mouse.Released();
-    EXPECT_EQ(app.Run.Finder.SelectedStar, 0);
-}
-
-TEST_F(MouseSkyTest, ADoubleClickWithControlDefinesAnObservation) {
-    MoveTo(6000, 4000);
-    mouse.DoubleClicked({.left = true, .control = true});
-    ASSERT_EQ(app.Observations.LIOD.Lines.Get().size(), 1U);
-    EXPECT_EQ(main.LCommandOutput.Caption.Get(), app.Observations.LIOD.Lines.Get()[0]);
-    EXPECT_NEAR(app.Observations.Point.Declination, 0.2, 0.002) << "precession since 2000 apart";
-    MoveTo(6000, 100);
-    main.CDrawSky.Value = false;
-    mouse.DoubleClicked({.left = true, .control = true});
-    EXPECT_EQ(app.Observations.LIOD.Lines.Get().size(), 1U) << "there is no sky";
-    EXPECT_FALSE(app.Run.PanelsHidden);
-}
-
-TEST_F(MouseTest, ADoubleClickOnASatelliteLetsItWork) {
-    AddSatellite();
-    AddSatellite();
-    app.Run.Finder.Add({0.1, 0, 1});
-    const double unit = 4000 * 100 / 64.0;
-    MoveTo(6000 + 0.1 * unit, 4000 + 1.4 / 100 * unit);
-    mouse.DoubleClicked(kNone);
-    EXPECT_EQ(app.Data.Satellite(2).OrbitNumber, 1);
-    EXPECT_FALSE(app.Run.PanelsHidden);
-    MoveTo(6000 + 0.1 * unit, 4000 + 1.6 / 100 * unit);
-    mouse.DoubleClicked(kNone);
-    EXPECT_TRUE(app.Run.PanelsHidden);
-}
-
-TEST_F(MouseSkyTest, TheBoxShowsOncePerRestAndStaysUntilTheMouseMoves) {
-    MoveTo(5900, 4000);
-    MoveTo(6000, 4000);
-    clock.Advance(1999);
-    EXPECT_FALSE(main.LFInfo.Visible);
-    clock.Advance(1);
-    EXPECT_TRUE(main.LFInfo.Visible);
-    EXPECT_EQ(main.LFInfo.Caption.Get().find("SELECTED STAR #1\n (Vega)\n"), 0U);
-    clock.Advance(60000);
-    EXPECT_TRUE(main.LFInfo.Visible) << "as long as the mouse rests";
-    main.LFInfo.Visible = false;
-    clock.Advance(60000);
-    EXPECT_FALSE(main.LFInfo.Visible) << "once";
-    main.LFInfo.Visible = true;
-    MoveTo(6015, 4000);
-    clock.Advance(999);
-    EXPECT_TRUE(main.LFInfo.Visible);
-    clock.Advance(1);
-    EXPECT_FALSE(main.LFInfo.Visible);
-    clock.Advance(1000);
-    EXPECT_TRUE(main.LFInfo.Visible) << "the next rest";
-}
-
 TEST_F(MouseTest, AnotherButtonOnTheWayBeginsAnew) {
     Drag(kLeft, 3000, 0);
     MoveTo(9000, 4000, kBoth);
@@ -432,6 +227,23 @@ TEST_F(MouseTest, AnotherButtonOnTheWayBeginsAnew) {
     EXPECT_NEAR(view.ViewLon, 0.5, 1e-12);
 }
 
+TEST_F(MouseTest, AnotherKeyOnTheWayBeginsAnew) {
+    for (MouseHold hold : {MouseHold{.left = true, .shift = true}, MouseHold{.left = true, .control = true},
+                           MouseHold{.left = true, .alt = true}}) {
+        Drag(kLeft, 3000, 0);
+        const CameraView turned = Camera();
+        MoveTo(9000, 4000, hold);
+        EXPECT_EQ(Camera(), turned);
+        MoveTo(9000, 4000 - 80, hold);
+        EXPECT_EQ(view.ViewLon, turned.ViewLon) << "the turning has ended";
+        MoveTo(9000, 4000, kLeft);
+        const CameraView changed = Camera();
+        MoveTo(9000, 4000, kLeft);
+        EXPECT_EQ(Camera(), changed) << "and the next one begins where the mouse is";
+        mouse.Released();
+    }
+}
+
 TEST_F(MouseTest, APictureWithoutSizeIsNoFault) {
     mouse.Moved({0, 0, 0, 0}, kLeft);
     mouse.Moved({5, 5, 0, 0}, kLeft);
@@ -440,34 +252,137 @@ TEST_F(MouseTest, APictureWithoutSizeIsNoFault) {
 }
 
 TEST_F(MouseTest, TheWheelZoomsByTenths) {
-    mouse.Wheel(120);
+    Wheel(120);
     EXPECT_NEAR(view.ZoomFactor, 110, 1e-9);
-    mouse.Wheel(-120);
+    Wheel(-120);
     EXPECT_NEAR(view.ZoomFactor, 100, 1e-9);
-    mouse.Wheel(240);
+    Wheel(240);
     EXPECT_NEAR(view.ZoomFactor, 121, 1e-9);
-    for (int i = 0; i < 100; ++i) mouse.Wheel(120);
+    for (int i = 0; i < 100; ++i) Wheel(120);
     EXPECT_EQ(view.ZoomFactor, 5000);
-    for (int i = 0; i < 200; ++i) mouse.Wheel(-120);
+    for (int i = 0; i < 200; ++i) Wheel(-120);
     EXPECT_EQ(view.ZoomFactor, 0.1);
-    mouse.Wheel(std::numeric_limits<double>::quiet_NaN());
-    mouse.Wheel(1e9);
-    EXPECT_EQ(view.ZoomFactor, 0.1);
+    const CameraView before = Camera();
+    Wheel(std::numeric_limits<double>::quiet_NaN(), 7000, 3000);
+    Wheel(1e9, 7000, 3000);
+    mouse.Pinched({7000, 3000, 12000, 8000}, 0);
+    mouse.Pinched({7000, 3000, 12000, 8000}, -2);
+    EXPECT_EQ(Camera(), before);
+}
+
+TEST_F(MouseTest, TwoFingersZoomByWhatTheyTell) {
+    mouse.Pinched({6000, 4000, 12000, 8000}, 1.25);
+    EXPECT_NEAR(view.ZoomFactor, 125, 1e-9);
+    mouse.Pinched({6000, 4000, 12000, 8000}, 0.5);
+    EXPECT_NEAR(view.ZoomFactor, 62.5, 1e-9);
+}
+
+/// A scene unit is 6250 twips at zoom 100.
+TEST_F(MouseTest, TheWheelLeavesWhatIsUnderTheMouseThere) {
+    for (const bool flat : {false, true}) {
+        main.CPlaniSphere.Value = flat;
+        view.ZoomFactor = 100;
+        view.PanX = 0.3;
+        view.PanY = -0.2;
+        RefreshViewCache(view);
+        MoveTo(7000, 3500);
+        const std::optional<LatLon> before = EarthAt(app, *MouseOnPicture(app));
+        ASSERT_TRUE(before);
+        Wheel(120, 7000, 3500);
+        EXPECT_NEAR(view.PanX, 0.3 + 1000 / 6875.0 - 1000 / 6250.0, 1e-12);
+        EXPECT_NEAR(view.PanY, -0.2 + 500 / 6875.0 - 500 / 6250.0, 1e-12);
+        Wheel(-5 * 120, 7000, 3500);
+        Wheel(20 * 120, 7000, 3500);
+        const std::optional<LatLon> after = EarthAt(app, *MouseOnPicture(app));
+        ASSERT_TRUE(after);
+        EXPECT_NEAR(after->lat, before->lat, 1e-9);
+        EXPECT_NEAR(after->lon, before->lon, 1e-9);
+        EXPECT_EQ(view.ViewLon, 1) << "it shifts, it does not turn";
+        for (int i = 0; i < 100; ++i) Wheel(120, 7000, 3500);
+        ASSERT_EQ(view.ZoomFactor, 5000);
+        const std::optional<LatLon> near = EarthAt(app, *MouseOnPicture(app));
+        EXPECT_NEAR(near->lat, before->lat, 1e-9) << "at the end of the zoom as well";
+    }
+}
+
+TEST_F(MouseTest, WithTheSatelliteHeldTheWheelZoomsAboutIt) {
+    AddSatellite();
+    main.CLockSatellite.Value = true;
+    const CameraView before = Camera();
+    Wheel(240, 9000, 1000);
+    EXPECT_NEAR(view.ZoomFactor, 121, 1e-9);
+    EXPECT_EQ(view.PanX, before.PanX);
+    EXPECT_EQ(view.PanY, before.PanY);
+}
+
+TEST_F(MouseTest, TheWheelLeavesTheSkyUnderTheMouseThere) {
+    main.CDrawSky.Value = main.CSkyOnly.Value = main.CDrawFrontStars.Value = true;
+    for (const bool chart : {false, true}) {
+        main.CFlatSky.Value = chart;
+        for (const bool flat : {false, true}) {
+            main.CPlaniSphere.Value = flat;
+            for (const bool shifted : {false, true}) {
+                view.ZoomFactor = 100;
+                view.SkyScale = 0.64;
+                view.PanX = shifted ? 0.05 : 0;
+                view.PanY = shifted ? -0.9 : 0;
+                RefreshViewCache(view);
+                MoveTo(7000, 3500);
+                const std::optional<Vector3> before = SkyAt(app, *MouseOnPicture(app));
+                ASSERT_TRUE(before) << chart << flat << shifted;
+                for (const double units : {120.0, 600.0, -240.0}) {
+                    Wheel(units, 7000, 3500);
+                    const std::optional<Vector3> after = SkyAt(app, *MouseOnPicture(app));
+                    ASSERT_TRUE(after) << chart << flat << shifted;
+                    EXPECT_NEAR(Dot(*after, *before), 1, 1e-12) << chart << flat << shifted;
+                }
+            }
+        }
+    }
+}
+
+TEST_F(MouseTest, ASkyThatFillsThePictureStaysUnderTheWheel) {
+    main.CDrawSky.Value = main.CDrawFrontStars.Value = main.CMaximizeSky.Value = true;
+    view.PanX = view.PanY = 0;
+    MoveTo(6000, 300);
+    ASSERT_FALSE(EarthAt(app, *MouseOnPicture(app)).has_value() && main.CSkyOnly.Value);
+    main.CSkyOnly.Value = true;
+    Wheel(120, 6000, 300);
+    EXPECT_EQ(view.PanX, 0) << "it keeps its size, so nothing has to be shifted";
+    EXPECT_EQ(view.PanY, 0);
+    view.ZoomFactor = 40;
+    main.CSkyOnly.Value = false;
+    MoveTo(6000, 300);
+    ASSERT_FALSE(EarthAt(app, *MouseOnPicture(app)));
+    Wheel(120, 6000, 300);
+    EXPECT_EQ(view.PanY, 0) << "the sky beside the Earth is meant";
+    Wheel(120, 6000, 3000);
+    EXPECT_NE(view.PanY, 0) << "the Earth is meant";
 }
 
 TEST_F(MouseTest, AZoomThatIsDraggedGoesOnFromTheWheels) {
     Drag(kBoth, 0, -250);
-    mouse.Wheel(120);
+    Wheel(120, 6000, 3750);
     EXPECT_NEAR(view.ZoomFactor, 121, 1e-9);
-    MoveTo(6000, 4000 - 251, kBoth);
-    EXPECT_NEAR(view.ZoomFactor, 110 * (1 + 251 / 2500.0), 1e-9);
+    MoveTo(6000, 3750 - 250, kBoth);
+    EXPECT_NEAR(view.ZoomFactor, 121 * 1.1, 1e-9);
+}
+
+TEST_F(MouseTest, AShiftGoesOnFromTheWheels) {
+    Drag(kShiftLeft, 500, 0);
+    Wheel(120, 6500, 4000);
+    const double panX = view.PanX;
+    MoveTo(6500, 4000, kShiftLeft);
+    EXPECT_EQ(view.PanX, panX);
+    MoveTo(6600, 4000, kShiftLeft);
+    EXPECT_NEAR(view.PanX - panX, 100 / view.ZoomFactor / 50, 1e-12);
 }
 
 TEST_F(MouseTest, AMaximizedSkyFollowsTheZoom) {
     view.ZoomFactor = 32;
     main.CMaximizeSky.Value = true;
     ASSERT_EQ(view.SkyScale, 2);
-    mouse.Wheel(120);
+    Wheel(120);
     EXPECT_NEAR(view.SkyScale, 2 / 1.1, 1e-9);
     Drag(kBoth, 0, -250);
     EXPECT_NEAR(view.SkyScale, 2 / 1.21, 1e-9);
@@ -481,233 +396,6 @@ TEST_F(MouseTest, ALockedSkyIsLockedWhereTheMouseHasTurnedIt) {
     clock.Advance(1500);
     EXPECT_NEAR(view.ViewLon, 0.5, 1e-6);
     EXPECT_NEAR(view.ViewLat, 0.7, 1e-9);
-}
-
-TEST_F(MouseTest, ADragIsUnderWayFromItsFirstMoveToItsEnd) {
-    MoveTo(100, 100);
-    EXPECT_FALSE(app.Run.DragActive);
-    MoveTo(200, 100, kLeft);
-    EXPECT_TRUE(app.Run.DragActive);
-    MoveTo(300, 100, kLeft);
-    EXPECT_FALSE(main.TimerSkyFine.Enabled);
-    MoveTo(400, 100);
-    EXPECT_FALSE(app.Run.DragActive);
-    EXPECT_TRUE(main.TimerSkyFine.Enabled);
-    EXPECT_EQ(main.TimerSkyFine.Interval, 1000);
-}
-
-TEST_F(MouseTest, TheFineStarsComeASecondAfterTheDrag) {
-    main.CDrawSky.Value = true;
-    Drag(kLeft, 600, 0);
-    clock.Advance(5000);
-    EXPECT_EQ(fineStars, 0);
-    mouse.Released();
-    clock.Advance(500);
-    Drag(kLeft, 600, 0);
-    clock.Advance(2000);
-    EXPECT_EQ(fineStars, 0) << "another drag puts them off";
-    mouse.Released();
-    clock.Advance(999);
-    EXPECT_EQ(fineStars, 0);
-    clock.Advance(1);
-    EXPECT_EQ(fineStars, 1);
-}
-
-TEST_F(MouseTest, AClickIsNoDrag) {
-    MoveTo(6000, 4000);
-    MoveTo(6000, 4000, kLeft);
-    mouse.Released();
-    EXPECT_FALSE(main.TimerSkyFine.Enabled);
-    EXPECT_FALSE(app.Run.DragActive);
-    EXPECT_FALSE(Turns());
-}
-
-TEST_F(MouseTest, TheMouseIsAtRestTwoSecondsAfterItsLastMove) {
-    for (int i = 0; i < 5; ++i) {
-        MoveTo(100 * i, 500);
-        clock.Advance(1500);
-    }
-    EXPECT_EQ(objectsSought, 0);
-    clock.Advance(500);
-    EXPECT_EQ(objectsSought, 1);
-    EXPECT_EQ(app.Run.LastMouseX, 400);
-    EXPECT_EQ(app.Run.LastMouseY, 500);
-    clock.Advance(10000);
-    EXPECT_EQ(objectsSought, 1);
-}
-
-TEST_F(MouseTest, TheInfoBoxGoesASecondAfterTheFirstMove) {
-    MoveTo(0, 0);
-    main.LFInfo.Visible = true;
-    for (int i = 1; i <= 5; ++i) {
-        MoveTo(100 * i, 0);
-        clock.Advance(199);
-        EXPECT_TRUE(main.LFInfo.Visible) << "move " << i;
-    }
-    clock.Advance(5);
-    EXPECT_FALSE(main.LFInfo.Visible) << "though the mouse has moved on";
-}
-
-TEST_F(MouseTest, AGlobeReleasedInMotionTurnsOnAndRests) {
-    Swing();
-    const double released = view.ViewLon;
-    EXPECT_NEAR(released, 1 + 0.2, 1e-9);
-    mouse.Released();
-    ASSERT_TRUE(Turns());
-    EXPECT_EQ(app.Run.AutoTurn, 2);
-    const std::int64_t start = clock.NowMs();
-    clock.Advance(20);
-    EXPECT_GT(view.ViewLon - released, 0.009) << "0.04 radians in 20 ms, a quarter of that";
-    EXPECT_LE(view.ViewLon - released, 0.01);
-    while (Turns()) {
-        clock.Advance(20);
-        ASSERT_LE(clock.NowMs() - start, 1500);
-    }
-    EXPECT_EQ(view.ViewLat, 0.2);
-}
-
-TEST_F(MouseTest, AShortFlickTurnsTheWayItWent) {
-    Swing();
-    mouse.Released();
-    clock.Advance(3000);
-    view.ViewLon = 3;
-    MoveTo(6000, 4000);
-    MoveTo(6000, 4000, kLeft);
-    clock.Advance(10);
-    MoveTo(6120, 4000, kLeft);
-    mouse.Released();
-    clock.Advance(20);
-    EXPECT_LT(view.ViewLon, 2.98);
-    EXPECT_GT(view.ViewLon, 2.97) << "the drag before it does not count";
-}
-
-TEST_F(MouseTest, AGlobeHeldStillBeforeTheReleaseStays) {
-    Swing();
-    clock.Advance(51);
-    mouse.Released();
-    EXPECT_FALSE(Turns());
-    Swing();
-    clock.Advance(50);
-    mouse.Released();
-    EXPECT_TRUE(Turns());
-}
-
-TEST_F(MouseTest, OnlyATurningGoesOn) {
-    for (const MouseHold& hold : {kRight, kBoth, kShiftLeft}) {
-        Drag(hold, 100, 100);
-        clock.Advance(10);
-        MoveTo(6200, 4200, hold);
-        mouse.Released();
-        EXPECT_FALSE(Turns());
-    }
-    main.CPlaniSphere.Value = true;
-    Swing();
-    mouse.Released();
-    EXPECT_FALSE(Turns()) << "the flat map has been shifted";
-}
-
-TEST_F(MouseTest, AHandOnTheGlobeEndsItsMotion) {
-    Swing();
-    mouse.Released();
-    clock.Advance(200);
-    MoveTo(5000, 5000);
-    EXPECT_TRUE(Turns()) << "the mouse alone does not";
-    MoveTo(5000, 5000, kLeft);
-    const double held = view.ViewLon;
-    clock.Advance(2000);
-    EXPECT_FALSE(Turns());
-    EXPECT_EQ(view.ViewLon, held);
-}
-
-TEST_F(MouseTest, UnderTheKeysTurningTheMotionLasts) {
-    program.Loop.GlobeRotation().Toggle();
-    Swing();
-    clock.Advance(20);  // the mouse still moves: a tick notes it, the next one takes what follows
-    MoveTo(6000 - 1440, 4000, kLeft);
-    mouse.Released();
-    clock.Advance(5000);
-    EXPECT_TRUE(Turns());
-    EXPECT_GT(app.Run.RotIncLon, 0);
-    const double before = view.ViewLon;
-    clock.Advance(20);
-    EXPECT_NEAR(view.ViewLon - before, app.Run.RotIncLon / 4, 1e-9);
-}
-
-TEST_F(MouseTest, TheMouseStopsTheIdleTurningAndOnlyThat) {
-    GlobeTurning& turning = program.Loop.GlobeRotation();
-    app.Run.AutoTurn = 0;
-    turning.Start(Turning::Lasting);
-    MoveTo(100, 100);
-    EXPECT_TRUE(Turns()) << "the window has opened under it";
-    MoveTo(100, 100);
-    EXPECT_TRUE(Turns());
-    MoveTo(115, 100);
-    EXPECT_FALSE(Turns());
-    turning.Toggle();
-    ASSERT_EQ(app.Run.AutoTurn, 2);
-    MoveTo(200, 100);
-    mouse.Wheel(120);
-    mouse.DoubleClicked(kNone);
-    EXPECT_TRUE(Turns());
-}
-
-TEST_F(MouseTest, APressTheWheelAndADoubleClickStopTheIdleTurningToo) {
-    GlobeTurning& turning = program.Loop.GlobeRotation();
-    for (const auto& touch :
-         {std::function<void()>([&] { MoveTo(100, 100, kLeft); }), std::function<void()>([&] { mouse.Wheel(120); }),
-          std::function<void()>([&] { mouse.DoubleClicked(kNone); })}) {
-        app.Run.AutoTurn = 0;
-        turning.Start(Turning::Lasting);
-        touch();
-        EXPECT_FALSE(Turns());
-    }
-}
-
-TEST_F(MouseTest, APressCutsTheOpeningShort) {
-    app.Run.Opening = true;
-    MoveTo(100, 100);
-    MoveTo(200, 100);
-    EXPECT_FALSE(app.Run.OpeningCut) << "a move does not";
-    MoveTo(200, 100, kLeft);
-    EXPECT_TRUE(app.Run.OpeningCut);
-}
-
-TEST_F(MouseTest, ADoubleClickHidesThePanelsAndShowsThem) {
-    mouse.DoubleClicked(kNone);
-    EXPECT_TRUE(app.Run.PanelsHidden);
-    EXPECT_FALSE(main.FrameInfo.Visible);
-    mouse.DoubleClicked(kNone);
-    EXPECT_FALSE(app.Run.PanelsHidden);
-    EXPECT_TRUE(main.FrameInfo.Visible);
-}
-
-TEST_F(MouseTest, ADoubleClickLeavesFullScreenFirst) {
-    SetFullScreen(app, true);
-    mouse.DoubleClicked(kNone);
-    EXPECT_FALSE(app.Run.FullScreen);
-    EXPECT_FALSE(app.Run.PanelsHidden);
-    EXPECT_TRUE(main.FrameInfo.Visible);
-    EXPECT_EQ(signals.fullScreens, (std::vector<bool>{true, false}));
-}
-
-TEST_F(MouseTest, ADoubleClickWithControlOrAltIsAnotherThing) {
-    mouse.DoubleClicked({.control = true});
-    mouse.DoubleClicked({.alt = true});
-    EXPECT_FALSE(app.Run.PanelsHidden);
-}
-
-TEST_F(MouseTest, InFullScreenTheMenusComeAtTheUpperEdge) {
-    SetFullScreen(app, true);
-    MoveTo(6000, 399);
-    EXPECT_TRUE(main.MnuFile.Visible);
-    MoveTo(6000, 400);
-    EXPECT_FALSE(main.MnuFile.Visible);
-    MoveTo(6000, 400, kLeft);
-    MoveTo(6000, 100, kLeft);
-    EXPECT_FALSE(main.MnuFile.Visible) << "a drag calls for no menu";
-    SetFullScreen(app, false);
-    MoveTo(6000, 4000);
-    EXPECT_TRUE(main.MnuFile.Visible);
 }
 
 }  // namespace

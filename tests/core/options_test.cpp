@@ -97,6 +97,23 @@ TEST_F(OptionsTest, TheTwoLocksExcludeEachOther) {
     EXPECT_TRUE(main.CLockSky.Value);
     main.CLockSky.Value = false;
     EXPECT_FALSE(app.Data.View.SkyLocked);
+    main.CLockSatellite.Value = true;
+    main.CLockSky.Value = false;
+    EXPECT_TRUE(main.CLockSatellite.Value);
+}
+
+TEST_F(OptionsTest, TheSkyIsLockedAsItIsSeenAtThatMoment) {
+    ViewState& view = app.Data.View;
+    view.ViewLat = 0.2;
+    view.ViewLon = 1;
+    view.ViewRoll = 0.1;
+    main.CLockSky.Value = true;
+    EXPECT_EQ(view.LockedLat, 0.2);
+    EXPECT_EQ(view.LockedRoll, 0.1);
+    program.Time.SetJDToTimeOffset(app.Data.SimTime + 0.25);
+    EXPECT_NEAR(std::remainder(view.ViewLon - (1 - 2 * kPlainPi * 0.25 * 1.00273791), 2 * kPlainPi), 0, 1e-6)
+        << "six hours later the Earth has turned below it";
+    EXPECT_EQ(view.ViewLat, 0.2);
 }
 
 TEST_F(OptionsTest, LockingOnTheSatelliteTicksAtOnce) {
@@ -117,6 +134,17 @@ TEST_F(OptionsTest, TheSkyBoxesFollowDrawSky) {
     for (const CheckBox* box : sky) EXPECT_FALSE(box->Enabled) << box->Caption.Get();
     EXPECT_FALSE(main.MnuFlatSky.Enabled);
     EXPECT_TRUE(main.CDrawSun.Enabled);
+}
+
+TEST_F(OptionsTest, WithTheSkyGoneTheEarthComesBack) {
+    main.CDrawSky.Value = true;
+    main.CSkyOnly.Value = true;
+    main.CDrawSky.Value = false;
+    EXPECT_FALSE(main.CSkyOnly.Value);
+    EXPECT_FALSE(main.MnuSkyOnly.Checked);
+    EXPECT_FALSE(main.CSkyOnly.Enabled);
+    main.CDrawSky.Value = true;
+    EXPECT_FALSE(main.CSkyOnly.Value);
 }
 
 TEST_F(OptionsTest, OnAFlatMapTheSidesOfTheStarsStayAsTheyAre) {
@@ -224,6 +252,23 @@ TEST_F(OptionsTest, TheStarLimitGoesInQuarters) {
     EXPECT_EQ(main.LMaxStarMag.Caption.Get(), "Max Star Mag. 6.25");
     for (int i = 0; i < 100; ++i) main.CMaxMagDec.Click();
     EXPECT_EQ(app.Data.View.MaxStarMag, -5);
+    for (int i = 0; i < 100; ++i) main.CMaxMagInc.Click();
+    EXPECT_EQ(app.Data.View.MaxStarMag, 15);
+    EXPECT_EQ(starLimits.back(), 15) << "the list is made anew each time";
+    EXPECT_EQ(starLimits.size(), 201U);
+}
+
+TEST_F(OptionsTest, TheSizeOfStarsGoesFromNoneToThirty) {
+    app.Data.View.StarSizeScale = 8;
+    main.CStarSizeInc.Click();
+    EXPECT_EQ(app.Data.View.StarSizeScale, 9);
+    EXPECT_EQ(main.LStarSize.Caption.Get(), "Star Size: 9");
+    EXPECT_TRUE(main.Timer2.Enabled);
+    for (int i = 0; i < 40; ++i) main.CStarSizeInc.Click();
+    EXPECT_EQ(app.Data.View.StarSizeScale, 30);
+    for (int i = 0; i < 40; ++i) main.CStarSizeDec.Click();
+    EXPECT_EQ(app.Data.View.StarSizeScale, 0);
+    EXPECT_TRUE(starLimits.empty()) << "the list of stars stays";
 }
 
 TEST_F(OptionsTest, TheOrbitDrawnGoesInSixthsOfARevolution) {
