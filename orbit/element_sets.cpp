@@ -294,6 +294,23 @@ class Admission {
     AdmissionOutcome outcome_;
 };
 
+/// Pairs of a line 1 and a line 2 in text as the box takes it.
+int CountSets(std::string_view text) {
+    int sets = 0;
+    bool line1 = false;
+    while (!text.empty()) {
+        const std::string_view line = text.substr(0, text.find(kLineEnd));
+        text.remove_prefix(std::min(text.size(), line.size() + kLineEnd.size()));
+        if (line1 && line.starts_with("2 ")) ++sets;
+        line1 = line.starts_with("1 ");
+    }
+    return sets;
+}
+
+std::string WhatToPress(const MainControls& main) {
+    return "press " + main.CApplyTLEOrbit.Caption.Get() + " or " + main.CUpdateTLE.Caption.Get();
+}
+
 }  // namespace
 
 TLELineCheck CheckTLELine(std::string_view line) {
@@ -393,8 +410,24 @@ bool LoadTLEFile(Application& app, const std::filesystem::path& path) {
         return false;
     }
     EnterTLEText(app, *content);
-    app.Main.LCommandOutput.Caption =
-        "File loaded, press " + app.Main.CApplyTLEOrbit.Caption.Get() + " or " + app.Main.CUpdateTLE.Caption.Get();
+    app.Main.LCommandOutput.Caption = "File loaded, " + WhatToPress(app.Main);
+    return true;
+}
+
+bool PasteTLEText(Application& app, std::string_view text) {
+    Observed<std::string>& said = app.Main.LCommandOutput.Caption;
+    std::string pasted = text.size() > kLargestTLEFile ? std::string() : BoxText(text);
+    const int sets = CountSets(pasted);
+    if (sets == 0) {
+        said = std::string(text.size() > kLargestTLEFile ? "ERROR: The text in the clipboard is too long"
+                                                         : "ERROR: There is no element set in the clipboard");
+        return false;
+    }
+    if (!pasted.ends_with(kLineEnd)) pasted += kLineEnd;
+    std::string box = app.Main.TTLE.Text.Get();
+    if (!box.empty() && !box.ends_with(kLineEnd)) box += kLineEnd;
+    app.Main.TTLE.Text = box + pasted;
+    said = std::to_string(sets) + (sets == 1 ? " element set" : " element sets") + " pasted, " + WhatToPress(app.Main);
     return true;
 }
 

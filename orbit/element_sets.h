@@ -108,4 +108,9 @@ void EnterTLEText(Application& app, std::string_view text);
 /// reason, and leaves the box as it was. Returns whether the file was read.
 bool LoadTLEFile(Application& app, const std::filesystem::path& path);
 
+/// Puts element sets that the user pastes outside of the box into `TTLE`, behind what waits there, and `LCommandOutput`
+/// says so. Text without an element set, or of more than `kLargestTLEFile`, is told there and left alone. Returns whether
+/// the box has them.
+bool PasteTLEText(Application& app, std::string_view text);
+
 }  // namespace glintara

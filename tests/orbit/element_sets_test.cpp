@@ -613,6 +613,30 @@ TEST_F(ElementSets, APasteWithBareLineFeedsIsAdmitted) {
     EXPECT_EQ(Box(), "");
 }
 
+TEST_F(ElementSets, APasteGoesBehindWhatWaits) {
+    const std::string set = kIss1 + "\n" + kIss2;
+    EXPECT_TRUE(PasteTLEText(app, "\xEF\xBB\xBFISS\n" + set));
+    EXPECT_EQ(Box(), "ISS\r\n" + kIss1 + "\r\n" + kIss2 + "\r\n");
+    EXPECT_EQ(Output(), "1 element set pasted, press Add TLE or Update TLE");
+    app.Main.TTLE.Text = std::string("mine");
+    EXPECT_TRUE(PasteTLEText(app, "words about it\n" + set + "\n\n" + set + "\n"));
+    EXPECT_TRUE(Box().starts_with("mine\r\nwords about it\r\n1 "));
+    EXPECT_EQ(Output(), "2 element sets pasted, press Add TLE or Update TLE");
+}
+
+TEST_F(ElementSets, WhatIsNoElementSetIsNotPasted) {
+    app.Main.TTLE.Text = std::string("mine");
+    for (const std::string& text : {std::string(), std::string("hello"), kIss1, kIss2 + "\n" + kIss1,
+                                    kIss1 + "\nwords\n" + kIss2, std::string(1, '\0')}) {
+        EXPECT_FALSE(PasteTLEText(app, text));
+        EXPECT_EQ(Box(), "mine");
+        EXPECT_EQ(Output(), "ERROR: There is no element set in the clipboard");
+    }
+    EXPECT_FALSE(PasteTLEText(app, kIss1 + "\n" + kIss2 + std::string(kLargestTLEFile, ' ')));
+    EXPECT_EQ(Box(), "mine");
+    EXPECT_EQ(Output(), "ERROR: The text in the clipboard is too long");
+}
+
 struct ElementSetFiles : ElementSets {
     void Write(const std::string& bytes) const { std::ofstream(path, std::ios::binary) << bytes; }
 
