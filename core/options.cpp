@@ -61,7 +61,7 @@ void SetStarLimit(Application& app, const OptionHooks& hooks, double magnitude) 
 }
 
 void SetStarSize(Application& app, int size) {
-    app.Data.View.StarSizeScale = static_cast<std::int16_t>(std::clamp(size, kLeastStarSize, kMostStarSize));
+    app.Data.View.StarSizeScale = StarSize(size);
     ShowStarLimits(app);
     app.Windows.UpdateGraphicsLevel2();
 }
@@ -108,13 +108,8 @@ void ConnectSkyBoxes(Application& app, const OptionHooks& hooks) {
     };
     main.CMaxMagInc.SetClickHandler([step] { step(kStarMagStep); });
     main.CMaxMagDec.SetClickHandler([step] { step(-kStarMagStep); });
-    const auto resize = [&app](int sizes) {
-        app.Data.View.StarSizeScale = StarSize(app.Data.View.StarSizeScale + sizes);
-        ShowStarLimits(app);
-        app.Windows.UpdateGraphicsLevel2();
-    };
-    main.CStarSizeInc.SetClickHandler([resize] { resize(1); });
-    main.CStarSizeDec.SetClickHandler([resize] { resize(-1); });
+    main.CStarSizeInc.SetClickHandler([&app] { SetStarSize(app, app.Data.View.StarSizeScale + 1); });
+    main.CStarSizeDec.SetClickHandler([&app] { SetStarSize(app, app.Data.View.StarSizeScale - 1); });
 }
 
 void ConnectLocks(Application& app, const OptionHooks& hooks) {
