@@ -100,6 +100,10 @@ std::string Contents(const SavedView& view) {
            " UTC";
 }
 
+/// The places of the stars may be those of a date up to two months away. When a view is kept and when it comes back they
+/// are carried to its own instant, so that both pictures are one.
+void CarryStarsAnew(Application& app) { app.Data.Stars.LastPrecession = 0; }
+
 }  // namespace
 
 void CaptureView(const Application& app, SavedView& view) {
@@ -153,8 +157,10 @@ void ApplyView(Application& app, const SavedView& view) {
 void SaveUserView(Application& app, int n) {
     if (!IsView(n)) return;
     CaptureView(app, Slot(app, n));
+    CarryStarsAnew(app);
     SetPendingView(app, n);
     ShowSavedViews(app);
+    app.Windows.UpdateGraphicsLevel2();
     app.Main.LCommandOutput.Caption = "Saved View " + std::to_string(n);
 }
 
@@ -166,6 +172,7 @@ void RestoreUserView(Application& app, int n) {
     SettleMilliOffset(app);
     // The satellites will stand elsewhere: the camera is not to turn to where the working one stood before.
     app.Run.Working.Forget();
+    CarryStarsAnew(app);
     app.Main.LCommandOutput.Caption = "Restored View " + std::to_string(n);
 }
 
@@ -237,6 +244,7 @@ void ResetView(Application& app, SimulatedTime& time) {
     TakeSkyLock(app.Data);
     app.Data.TimeOffset = {};
     time.TimeSyncronize();
+    app.Main.LCommandOutput.Caption = app.Main.MnuQResetView.Caption.Get();
     app.Windows.UpdateGraphicsLevel2();
 }
 

@@ -16,6 +16,9 @@ constexpr int kSegments = 100;
 /// On the ground, but not so exactly that rounding decides which parts of a circle along the limb are seen.
 constexpr double kGroundRadius = 1 + 1e-12;
 
+/// Deeper than this a point of the sky counts as in front. A horizon along the limb is all within it.
+constexpr double kFrontDepth = 1e-9;
+
 /// Draws the segments between points on world axes.
 using PlotWorldChain = void (*)(const SceneContext& scene, std::span<const Vector3> points);
 
@@ -35,6 +38,20 @@ const std::array<Direction, kSegments + 1>& Corners() {
         return made;
     }();
     return corners;
+}
+
+/// In a horizon view the sky's horizon is seen from its edge: the half whose stars are left out would lie beside the
+/// other one as a second line.
+void PlotHorizonOfStars(const SceneContext& scene, std::span<const Vector3> points) {
+    const ViewState& view = scene.View();
+    const bool shifted = view.FramePanX != 0 || view.FramePanY != 0;
+    if (scene.IsFlatMap() || !shifted || scene.App.Main.CDrawFrontStars.Value) {
+        PlotSkyChain(scene, points);
+        return;
+    }
+    const auto isFront = [&view](const Vector3& point) { return RotateWorldToView(view, point).x > kFrontDepth; };
+    for (std::size_t i = 1; i < points.size(); ++i)
+        if (!isFront(points[i - 1]) && !isFront(points[i])) PlotSkyChain(scene, points.subspan(i - 1, 2));
 }
 
 void PlotCircle(const SceneContext& scene, const LatLon& center, double angle, double radius, Color color,
@@ -84,7 +101,8 @@ void DrawHorizonCircles(const SceneContext& scene) {
     if (!main.CDrawSky.Value) return;
     PushSkyPan(scene);
     // The stars rise where their direction meets the plane below the geodetic zenith.
-    PlotSkyCircle(scene, {site.SiteLat, site.SiteLon}, kPi / 2, scene.View().SkyScale, kSiteCircleColor);
+    PlotCircle(scene, {site.SiteLat, site.SiteLon}, kPi / 2, scene.View().SkyScale, kSiteCircleColor,
+               PlotHorizonOfStars);
     PopSkyPan(scene);
 }
 

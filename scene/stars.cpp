@@ -39,6 +39,11 @@ constexpr double kCoarseBeyondCrowd = 2;
 /// From the middle of a star to its name, pixels more than the radius of its dot.
 constexpr double kStarNameGap = 1;
 
+/// The letters of north, east, south and west stand so high over the horizon; width of one, pixels.
+constexpr double kQuarterRise = 12;
+constexpr double kQuarterWidth = 7.2;
+constexpr Color kQuarterColor = 0xD9D1C9;
+
 double PixelsOfQuarterSky(const SceneContext& scene) {
     const double pixels = ScreenPixelsPerUnit(scene);
     return scene.IsFlatMap() ? pixels * kPi / 2 : pixels * scene.View().SkyScale;
@@ -60,8 +65,12 @@ StarLimits LimitsNow(const SceneContext& scene) {
 
 std::size_t IndexOf(std::int32_t star) { return static_cast<std::size_t>(star); }
 
-std::string_view NameOf(const StarPlotRecord& star) {
-    return {star.Name.data(), static_cast<std::size_t>(std::ranges::find(star.Name, '\0') - star.Name.begin())};
+/// The name of a star in full; the engine's record has room for its beginning only.
+std::string_view NameOf(const StarTables& stars, std::size_t star) {
+    const std::string& proper = stars.StarCatalogue[star].ProperName;
+    if (proper.size() > 1) return proper;
+    const StarPlotRecord& record = stars.StarPlotTable[star];
+    return {record.Name.data(), static_cast<std::size_t>(std::ranges::find(record.Name, '\0') - record.Name.begin())};
 }
 
 ScenePoint OnBox(const SceneContext& scene, const ScenePoint& place) {
@@ -154,8 +163,39 @@ void AskForStarNames(const SceneContext& scene, const SkyCamera& camera, const S
                    .gap = (dots.Of(record.Magnitude).radius + kStarNameGap) * kTwipsPerScreenPixel,
                    .range = record.Magnitude,
                    .color = kStarNameColor,
-                   .name = NameOf(record)});
+                   .name = NameOf(stars, star)});
     }
+}
+
+/// Where north, east, south and west stand on the horizon of the sky, for who holds the chart overhead.
+void NameQuarters(const SceneContext& scene, const SkyCamera& camera, NameBoard& names) {
+    const MainControls& main = scene.App.Main;
+    if (!main.CHCircle.Value || main.CStarsOnGlobe.Value || scene.IsFlatMap()) return;
+    const ObserverSite& site = scene.App.Data.Site;
+    const Vector3 up = LLRToSameXYZ(site.SiteLat, site.SiteLon, 1);
+    const Vector3 east{-std::sin(site.SiteLon), std::cos(site.SiteLon), 0};
+    const Vector3 north = CrossProduct(up, east);
+    const double altitude = std::min(kQuarterRise / PixelsOfQuarterSky(scene), 1.0) * kPi / 2;
+    const auto name = [&](std::string_view letter, const Vector3& quarter) {
+        const Vector3 world = std::cos(altitude) * quarter + std::sin(altitude) * up;
+        const std::optional<ScenePoint> place = camera.Seen(camera.FromWorld(world));
+        if (!place) return;
+        const ScenePoint box = OnBox(scene, *place);
+        std::string& text = names.EmptyText();
+        text += letter;
+        // The board puts a blank before a name: the letter itself stands in the middle.
+        names.AddLabel({.x = box.x,
+                        .y = box.y,
+                        .gap = -kQuarterWidth * 1.5 * kTwipsPerScreenPixel,
+                        .rank = NameRank::Flare,
+                        .color = kQuarterColor,
+                        .rise = 0.5,
+                        .name = text});
+    };
+    name("N", north);
+    name("E", east);
+    name("S", -1 * north);
+    name("W", -1 * east);
 }
 
 void MarkSelectedStar(const SceneContext& scene, const SkyCamera& camera, NameBoard& names) {
@@ -170,7 +210,7 @@ void MarkSelectedStar(const SceneContext& scene, const SkyCamera& camera, NameBo
     surface.DrawMode = MixMode::Copy;
     surface.FillStyle = FillPattern::Transparent;
     SceneCircle(scene, *place, kSelectionRing / ScreenPixelsPerUnit(scene), kSelectedStarColor);
-    const std::string_view name = NameOf(stars.StarPlotTable[IndexOf(selected)]);
+    const std::string_view name = NameOf(stars, IndexOf(selected));
     if (name.empty()) return;
     const ScenePoint box = OnBox(scene, *place);
     std::string& text = names.EmptyText();
@@ -250,6 +290,7 @@ void PlotStars(const SceneContext& scene, NameBoard& names) {
     else
         DrawStarsByEngine(scene, limits);
     PlotSunAndMoonOnSky(scene);
+    NameQuarters(scene, camera, names);
     MarkSelectedStar(scene, camera, names);
     if (main.CStarNames.Value) AskForStarNames(scene, camera, limits, names);
     names.Draw(scene);

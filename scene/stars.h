@@ -28,6 +28,7 @@ inline constexpr double kSelectionRing = 9;
 class SkyCamera {
   public:
     explicit SkyCamera(const SceneContext& scene);
+    explicit SkyCamera(SceneContext&&) = delete;  // it is looked at later
 
     /// A direction of date on the star sphere as it is drawn, mirrored and unrolled if it has to be: on view axes, on
     /// the flat map as (0, X, Y). Nothing when its part of the sky is not shown.

@@ -205,12 +205,27 @@ QWidget* BuildTime(MainControls& main, QWidget* parent) {
     return frame;
 }
 
+/// A label of the stars with the buttons that step what it tells, under it, in the third column.
+void AddLimit(QGridLayout& grid, int row, Label& text, const char* longest, Button& less, Button& more) {
+    constexpr int kColumn = 2;
+    QFont font = grid.parentWidget()->font();
+    font.setPixelSize(kNumberPixels);
+    auto* const label = MakeLabel(text, font, "quiet");
+    label->setMinimumWidth(label->fontMetrics().horizontalAdvance(longest));
+    grid.addWidget(label, row, kColumn, 1, 2, Qt::AlignBottom);
+    grid.addWidget(Repeating(MakeStepButton(less)), row + 1, kColumn);
+    grid.addWidget(Repeating(MakeStepButton(more)), row + 1, kColumn + 1);
+}
+
 QWidget* BuildStar(MainControls& main, QWidget* parent) {
     auto* frame = new PanelFrame(main.FrameStar, parent);
     auto* grid = GridIn(frame);
+    grid->setHorizontalSpacing(kControlGap);
     AddBoxes(*grid,
              {{&main.CDrawSky, &main.CDrawSun, &main.CDrawConstallations, &main.CStarNames, &main.CDrawFrontStars},
               {&main.CDrawBackStars, &main.CLocalSky, &main.CFlatSky, &main.CReverseSky, &main.CSkyCircle}});
+    AddLimit(*grid, 0, main.LMaxStarMag, "Max Star Mag. -0.25", main.CMaxMagDec, main.CMaxMagInc);
+    AddLimit(*grid, 2, main.LStarSize, "Star Size: 30", main.CStarSizeDec, main.CStarSizeInc);
     SpreadRows(*grid, 5);
     return frame;
 }
@@ -296,7 +311,13 @@ QWidget* BuildDraw(MainControls& main, QWidget* parent) {
     column->addWidget(MakeBox<QRadioButton>(main.CSGP4));
     // The program clears the one when the other is set.
     for (auto* button : models->findChildren<QRadioButton*>()) button->setAutoExclusive(false);
-    column->addWidget(MakeLabel(main.LOrbit, NumberFont(kNumberPixels), "quiet"));
+    auto* orbit = MakeLabel(main.LOrbit, NumberFont(kSmallNumberPixels), "quiet");
+    // Two lines: the turns, and the period.
+    Bind(*orbit, main.LOrbit, [](QString text) { return text.replace("  ", "\n"); });
+    orbit->setMinimumHeight(2 * orbit->fontMetrics().lineSpacing());
+    orbit->setMinimumWidth(orbit->fontMetrics().horizontalAdvance("Period: 00000.00 min"));
+    orbit->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    column->addWidget(orbit);
     auto* turns = new QHBoxLayout;
     turns->setSpacing(kControlGap);
     for (Button* button : {&main.COrbitTurnDec, &main.CTurnOne, &main.COrbitTurnInc})
@@ -342,7 +363,11 @@ QWidget* BuildViews(MainControls& main, QWidget* parent) {
         grid->addWidget(MakeButton(*buttons[i]), static_cast<int>(i / 2), static_cast<int>(i % 2));
     grid->addWidget(MakeBox<QCheckBox>(main.CLockSky), 3, 0);
     grid->addWidget(MakeBox<QCheckBox>(main.CLockSatellite), 3, 1);
-    grid->addWidget(MakeButton(main.CRefreshDraw), 4, 0, 1, 2);
+    auto* last = new QHBoxLayout;
+    last->setSpacing(kControlGap);
+    for (Button* button : {&main.CSkyChartSphere, &main.CToggleSkyEarth, &main.CRefreshDraw})
+        last->addWidget(MakeButton(*button));
+    grid->addLayout(last, 4, 0, 1, 2);
     grid->addWidget(BuildSlots(main), 0, 2, 5, 1);
     SpreadRows(*grid, 5);
     return frame;

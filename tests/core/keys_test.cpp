@@ -343,6 +343,42 @@ TEST_F(KeysTest, AnyKeyCutsTheOpeningShort) {
     EXPECT_FALSE(app.Run.OpeningCut);
 }
 
+TEST_F(KeysTest, ADigitEntersAViewAndWithShiftKeepsIt) {
+    for (char digit = '1'; digit <= '9'; ++digit) {
+        const int n = digit - '0';
+        const SavedView& slot = app.Data.SavedViews[static_cast<std::size_t>(n)];
+        const CameraView camera = CaptureCamera(view);
+        EXPECT_TRUE(Press(digit));
+        EXPECT_EQ(main.LCommandOutput.Caption.Get(), "Enter View " + std::to_string(n));
+        EXPECT_EQ(CaptureCamera(view), camera) << "there is nothing to go to";
+        EXPECT_FALSE(slot.Used);
+        EXPECT_EQ(app.Run.PendingView, n);
+
+        view.ViewLat = 0.1 * n;
+        EXPECT_TRUE(Press(digit, true));
+        EXPECT_EQ(main.LCommandOutput.Caption.Get(), "Saved View " + std::to_string(n));
+        EXPECT_TRUE(slot.Used);
+        view.ViewLat = -1;
+        EXPECT_TRUE(Press(digit));
+        EXPECT_EQ(main.LCommandOutput.Caption.Get(), "Restored View " + std::to_string(n));
+        EXPECT_EQ(view.ViewLat, 0.1 * n);
+    }
+    EXPECT_FALSE(app.Data.SavedViews[10].Used);
+    app.Run.KeyLock = true;
+    view.ViewLat = -1;
+    EXPECT_FALSE(Press('3'));
+    EXPECT_EQ(view.ViewLat, -1) << "a text takes its digits";
+}
+
+TEST_F(KeysTest, FunctionKeysEnterNoView) {
+    for (const SpecialKey key : {SpecialKey::F2, SpecialKey::F3, SpecialKey::F9}) {
+        Press(key);
+        Press(key, true);
+    }
+    EXPECT_EQ(app.Run.PendingView, 0);
+    for (const SavedView& slot : app.Data.SavedViews) EXPECT_FALSE(slot.Used);
+}
+
 TEST_F(KeysTest, VAndFTurnTheirTimersOver) {
     main.CRealTime.Value = true;
     EXPECT_TRUE(Press('V'));

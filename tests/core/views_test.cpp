@@ -1,17 +1,28 @@
 #include "core/views.h"
 
 #include <cmath>
+#include <filesystem>
+#include <functional>
 #include <limits>
 #include <random>
 #include <string>
+#include <vector>
 
 #include "core/option_text.h"
 #include "core/program_fixture.h"
 #include "core/value_text.h"
+#include "orbit/element_sets.h"
+#include "orbit/location.h"
+#include "scene/globe.h"
+#include "scene/map_files.h"
 #include "scene/orientation.h"
+#include "scene/stages.h"
+#include "scene/surface/recording_surface.h"
 
 namespace glintara::testing {
 namespace {
+
+namespace fs = std::filesystem;
 
 struct ViewsTest : ProgramTest {
     ViewsTest() { RunAtOnce(); }
@@ -302,6 +313,79 @@ TEST_F(ViewsTest, TheSkyGoesBackToTheRadiusOfTheView) {
     Enter(2);
     EXPECT_EQ(view.SkyScale, 1);
     EXPECT_EQ(view.SkyScaleSaved, 7) << "the stars on the globe say nothing of the radius around it";
+}
+
+/// The program with its map, its stars and the satellites of the example, and a picture that writes down what is drawn.
+struct PictureOfViewTest : ViewsTest {
+    PictureOfViewTest() {
+        LoadMapFiles(std::vector<fs::path>{fs::path(GLINTARA_SOURCE_DIR) / "data"}, app.Data.Map, app.Data.Stars,
+                     app.Data.Cities);
+        SetLocationDegrees(app.Data, 52.37, 4.9);
+        LoadTLEFile(app, std::string(GLINTARA_SOURCE_DIR) + "/data/examples/stations.tle");
+        main.CApplyTLEOrbit.Click();
+        main.CRealTime.Value = false;
+        program.Time.TimeSyncronize();
+    }
+
+    std::vector<RecordedOperation> Draw() {
+        RecordingSurface surface(9600, 6000);
+        GlobeFrame(app, surface, frame, stages);
+        return surface.Operations();
+    }
+
+    void Elsewhere() {
+        main.MnuQResetView.Click();
+        main.CPlaniSphere.Value = !main.CPlaniSphere.Value;
+        main.CSolidGlobe.Value = !main.CSolidGlobe.Value;
+        main.CStarNames.Value = !main.CStarNames.Value;
+        view.StarSizeScale = 3;
+        view.MaxStarMag = 2;
+        app.Data.TimeOffset = {};
+        app.Data.TimeOffset.YearOffset = 7;
+        app.Data.TimeOffset.MilliOffset = 400;
+        program.Time.TimeSyncronize();
+        Draw();
+        clock.Stall(86400000);
+    }
+
+    FrameMemory frame;
+    SatelliteWorkspace satellites;
+    FrameStages stages = StagesOfProgram(satellites);
+};
+
+TEST_F(PictureOfViewTest, EveryKindOfPictureIsDrawnAgainStrokeByStroke) {
+    ASSERT_GT(app.Data.SatCount, 0);
+    ASSERT_GT(app.Data.Stars.StarCount(), 80000);
+    const std::vector<std::function<void()>> pictures = {
+        [&] { main.CPlotOrbit.Value = true; },
+        [&] { main.MnuQSkyChart.Click(); },
+        [&] { main.CProjectOrbitOnSky.Value = true; },
+        [&] { main.CLockSky.Value = true; },
+        [&] { main.MnuQHorizontView.Click(); },
+        [&] { main.CLockSatellite.Value = true; },
+        [&] { main.CSkyChartSphere.Click(); },
+        [&] { main.CSkyChartSphere.Click(); },
+        [&] { main.CStarsOnGlobe.Value = true; },
+        [&] { main.CPlaniSphere.Value = true; },
+        [&] { main.CNoon.Click(); },
+    };
+    app.Data.TimeOffset.MilliOffset = 123;
+    for (std::size_t i = 0; i < pictures.size(); ++i) {
+        pictures[i]();
+        app.Data.TimeOffset.MinuteOffset += 7;
+        program.Time.TimeSyncronize();
+        Draw();
+        if (main.CLockSatellite.Value) program.Time.TimeSyncronize();  // the camera follows one picture behind
+        SaveUserView(app, 3);
+        const std::vector<RecordedOperation> kept = Draw();
+        ASSERT_GT(kept.size(), 50U) << i;
+        Elsewhere();
+        ASSERT_NE(Draw(), kept) << i;
+        Enter(3);
+        const std::vector<RecordedOperation> again = Draw();
+        ASSERT_EQ(again.size(), kept.size()) << i;
+        for (std::size_t k = 0; k < kept.size(); ++k) ASSERT_EQ(again[k], kept[k]) << "picture " << i << ", " << k;
+    }
 }
 
 }  // namespace

@@ -171,6 +171,30 @@ TEST_F(CirclesTest, HorizonOnTheSkyStandsOverTheShiftedObserver) {
     }
 }
 
+TEST_F(CirclesTest, InAHorizonViewTheHorizonOfTheSkyIsOneLine) {
+    app.Main.CHCircle.Value = true;
+    app.Main.CDrawSky.Value = true;
+    app.Main.CSkyOnly.Value = true;
+    app.Main.CDrawBackStars.Value = true;
+    view.SkyScale = 1.5;
+    LookAt(app.Data.Site.SiteGeoLat / kDegree - 90, 7.69);
+    Pan(0, -1.3);
+    TakeFramePan(view);
+    DrawHorizonCircles(scene);
+    EXPECT_NEAR(static_cast<double>(Lines().size()), 50, 1) << "the half in front has no stars";
+    const WindowScale window = GetWindowScale(view, surface);
+    for (const RecordedOperation& line : Lines()) {
+        // The plane below the true vertical dips towards the north by 0.19 degrees.
+        const double y = SceneFromBoxY(window, view, line.numbers[1]) - 1;
+        EXPECT_LE(y, 1e-9);
+        EXPECT_GE(y, -1.5 * 0.2 * kDegree);
+    }
+    surface.Forget();
+    app.Main.CDrawFrontStars.Value = true;
+    DrawHorizonCircles(scene);
+    EXPECT_EQ(Lines().size(), 100U);
+}
+
 TEST_F(CirclesTest, CircleOnTheMapIsClosedThroughTheSeam) {
     app.Main.CPlaniSphere.Value = true;
     PlotSphereCircle(scene, {0, 175 * kDegree}, 20 * kDegree, 1, kWhite);

@@ -249,6 +249,40 @@ TEST_F(StarsTest, OfTwoNamesThatCollideTheFainterGoes) {
     EXPECT_EQ(Texts(), (std::vector<std::string>{" Bright", " Apart"}));
 }
 
+TEST_F(StarsTest, TheQuartersOfTheSkyStandOnTheHorizonCircle) {
+    LookAt(0, 0);  // down on the observer
+    AddStar(10, 10, 1);
+    Plot();
+    EXPECT_TRUE(Texts().empty());
+    app.Main.CHCircle.Value = true;
+    PlotAgain();
+    const auto placeOf = [this](const std::string& letter) {
+        for (const RecordedOperation& print : surface.OperationsOf(DrawOperation::Print))
+            if (print.text == " " + letter) return print.state;
+        ADD_FAILURE() << letter;
+        return DrawState{};
+    };
+    // From outside east is on the right, 300 pixels from the middle less a few.
+    EXPECT_LT(placeOf("N").CurrentY, 400);
+    EXPECT_GT(placeOf("S").CurrentY, 8400);
+    EXPECT_GT(placeOf("E").CurrentX, 10000);
+    EXPECT_LT(placeOf("W").CurrentX, 1800);
+    app.Main.CReverseSky.Value = true;
+    PlotAgain();
+    EXPECT_LT(placeOf("E").CurrentX, 1800) << "overhead it is on the left";
+    EXPECT_LT(placeOf("N").CurrentY, 400);
+    app.Main.CStarsOnGlobe.Value = true;
+    PlotAgain();
+    EXPECT_TRUE(Texts().empty()) << "the stars of a globe have no horizon of one's own";
+}
+
+TEST_F(StarsTest, NamesAreWrittenInFull) {
+    AddStar(0, 0, 1, "Alula Australis");
+    app.Main.CStarNames.Value = true;
+    Plot();
+    EXPECT_EQ(Texts(), std::vector<std::string>{" Alula Australis"});
+}
+
 TEST_F(StarsTest, NamesKeepClearOfWhatIsWrittenAlready) {
     AddStar(0, 0, 1, "Vega");
     app.Main.CStarNames.Value = true;

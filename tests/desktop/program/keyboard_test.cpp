@@ -129,6 +129,7 @@ class KeyboardTest : public WindowTest {
                 // What Shift turns over may hang on what the key itself does.
                 if (!entry.both || !shift) ExpectTurnsOver(entry, shift);
         ExpectTimerKeys();
+        ExpectDigitKeys();
         ExpectCursorKeys();
         ExpectFullScreenKeys();
     }
@@ -151,6 +152,23 @@ class KeyboardTest : public WindowTest {
         Key(Qt::Key_T);
         EXPECT_EQ(exports, 1);
         main_.MnuExportTrack.SetClickHandler({});
+    }
+
+    /// A digit on the number row or the keypad, as a keyboard with this layout sends it.
+    static void KeyAt(quint32 scanCode, int key, Qt::KeyboardModifiers held) {
+        QKeyEvent press(QEvent::KeyPress, key, held, scanCode, 0, 0);
+        QCoreApplication::sendEvent(QApplication::focusWidget(), &press);
+    }
+
+    void ExpectDigitKeys() {
+        for (int n = 1; n <= 9; ++n) {
+            const auto key = static_cast<Qt::Key>(Qt::Key_0 + n);
+            Key(key, true);
+            EXPECT_EQ(main_.LCommandOutput.Caption.Get(), "Saved View " + std::to_string(n));
+            Key(key);
+            EXPECT_EQ(main_.LCommandOutput.Caption.Get(), "Restored View " + std::to_string(n));
+            EXPECT_TRUE(main_.MnuViewX[static_cast<std::size_t>(n)].Checked);
+        }
     }
 
     void ExpectCursorKeys() {
@@ -185,6 +203,46 @@ class KeyboardTest : public WindowTest {
 TEST_F(KeyboardTest, EveryKeyActsAfterAClickOnThePicture) {
     ClickOn(window_.Picture());
     ExpectEveryKeyActs();
+}
+
+TEST_F(KeyboardTest, DigitsGoByTheirPlaceOnTheKeyboard) {
+    ClickOn(window_.Picture());
+    const std::string& said = main_.LCommandOutput.Caption;
+    KeyAt(10, Qt::Key_Exclam, Qt::ShiftModifier);  // American: "1" and Shift
+    EXPECT_EQ(said, "Saved View 1");
+    KeyAt(12, Qt::Key_QuoteDbl, Qt::NoModifier);  // French: the key of 3
+    EXPECT_EQ(said, "Enter View 3");
+    KeyAt(12, Qt::Key_3, Qt::ShiftModifier);
+    EXPECT_EQ(said, "Saved View 3");
+    KeyAt(16, Qt::Key_Slash, Qt::ShiftModifier);  // German: "7" and Shift
+    EXPECT_EQ(said, "Saved View 7");
+    KeyAt(87, Qt::Key_1, Qt::KeypadModifier);
+    EXPECT_EQ(said, "Restored View 1");
+    KeyAt(81, Qt::Key_PageUp, Qt::KeypadModifier | Qt::ShiftModifier);  // Shift takes the number lock away
+    EXPECT_EQ(said, "Saved View 9");
+    const double lon = view_.ViewLon;
+    KeyAt(83, Qt::Key_Left, Qt::KeypadModifier);  // without number lock
+    EXPECT_NE(view_.ViewLon, lon);
+    EXPECT_EQ(said, "Saved View 9");
+    KeyAt(19, Qt::Key_ParenRight, Qt::ShiftModifier);
+    EXPECT_EQ(app_.Data.TimeOffset, TimeOffset{}) << "the offsets are cleared";
+    main_.LCommandOutput.Caption = "";
+    for (const Qt::KeyboardModifier held : {Qt::ControlModifier, Qt::AltModifier, Qt::MetaModifier}) {
+        KeyAt(10, Qt::Key_1, held);
+        EXPECT_EQ(said, "");
+    }
+}
+
+TEST_F(KeyboardTest, TheKeypadHasItsSignsToo) {
+    ClickOn(window_.Picture());
+    KeyAt(106, Qt::Key_Slash, Qt::KeypadModifier);
+    EXPECT_EQ(view_.OrbitTurns, 6);
+    KeyAt(86, Qt::Key_Plus, Qt::KeypadModifier);
+    EXPECT_EQ(view_.OrbitTurns, 7);
+    KeyAt(82, Qt::Key_Minus, Qt::KeypadModifier);
+    EXPECT_EQ(view_.OrbitTurns, 6);
+    KeyAt(21, Qt::Key_Plus, Qt::ShiftModifier);
+    EXPECT_EQ(view_.OrbitTurns, 7);
 }
 
 TEST_F(KeyboardTest, EveryKeyActsAfterAClickOnACheckBox) {
