@@ -7,6 +7,7 @@
 #include <cmath>
 #include <cstdint>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -88,6 +89,11 @@ struct ProgramTest : ::testing::Test {
         };
         hooks.startUp.loadSites = [this] { return sitesLoad; };
         hooks.startUp.rebuildStarList = [this] { starLimits.push_back(app.Data.View.MaxStarMag); };
+        hooks.workspace.askForFile = [this](const FileQuestion& question) {
+            fileQuestions.emplace_back(question.title);
+            return fileChosen;
+        };
+        hooks.workspace.showLoadingNotice = [this] { ++loadingNotices; };
         hooks.loadStartUpWorkspace = [this] {
             if (whileLoaded) whileLoaded();
             return workspaceLoads;
@@ -115,6 +121,9 @@ struct ProgramTest : ::testing::Test {
     bool sitesLoad = true;
     bool workspaceLoads = false;
     std::function<void()> whileLoaded;
+    std::vector<std::string> fileQuestions;           ///< titles of the file dialogs
+    std::optional<std::filesystem::path> fileChosen;  ///< what the user chooses in them
+    int loadingNotices = 0;
     std::vector<double> starLimits;
     std::vector<std::string> unloaded;
     int closesPosted = 0;

@@ -27,8 +27,16 @@ class RecordingBoxes : public MessageBoxes {
         return answer;
     }
 
+    ChangesAnswer AskAboutChanges(std::string_view text, bool& dontAskAgain) override {
+        questions.emplace_back(text);
+        dontAskAgain = neverAgain;
+        return aboutChanges;
+    }
+
     std::vector<Message> messages;
     std::vector<std::string> questions;
+    ChangesAnswer aboutChanges = ChangesAnswer::Discard;
+    bool neverAgain = false;  ///< the box for it is ticked
     bool answer = true;
 };
 
