@@ -89,6 +89,10 @@ struct EntryKey {
 };
 
 constexpr std::array kEntryKeys{
+    EntryKey{&MainControls::MnuOpenAs, "Ctrl+O"},
+    EntryKey{&MainControls::MnuSave, "Ctrl+S"},
+    EntryKey{&MainControls::MnuSaveAs, "Ctrl+Shift+S"},
+    EntryKey{&MainControls::MnuExit, "Ctrl+Q"},
     EntryKey{&MainControls::MnuHelp, "F1"},
     EntryKey{&MainControls::MnuNoon, "F2"},
     EntryKey{&MainControls::MnuMidnight, "F3"},

@@ -26,6 +26,8 @@ void ProgramSignals::UpDateAll() {
 
 void ProgramSignals::ShowWorkingSatellite() { RefreshSatellitePanel(app_); }
 
+void ProgramSignals::RefreshSettings() { form_colors::WinDataUpdate(app_); }
+
 void ProgramSignals::UpdateGraphicsLevel2() { glintara::UpdateGraphicsLevel2(app_.Main); }
 
 void ProgramSignals::SyncronizeMenuBar() { glintara::SyncronizeMenuBar(app_.Main); }

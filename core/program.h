@@ -36,6 +36,7 @@ class ProgramSignals : public WindowSignals {
 
     void UpDateAll() override;
     void ShowWorkingSatellite() override;
+    void RefreshSettings() override;
     void UpdateGraphicsLevel2() override;
     void SyncronizeMenuBar() override;
     void SaveStat() override;

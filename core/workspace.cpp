@@ -195,6 +195,10 @@ void WorkspaceFiles::Put(Workspace& workspace) {
     app_.Main.TimerHRot.Stop();
     ClearViews(app_);
     SetPendingView(app_, 0);
+    // What stands in these windows would put the place and the numbers before back.
+    SettingsControls& settings = app_.Settings;
+    for (Observed<bool>* window : {&settings.Local.Visible, &settings.RealTime.Visible, &settings.Twilight.Visible})
+        *window = false;
 
     // What boxes do when they change is overwritten by the fields that follow.
     StringToOptions(app_, workspace.Head.Options);
