@@ -31,12 +31,12 @@ inline constexpr std::array<PaletteEntry, kPaletteSize> kSoilPalette{{
     {"Steppe", 0x6E7468},
 }};
 inline constexpr std::array<PaletteEntry, kPaletteSize> kSeaPalette{{
-    {"Night", 0x2A1C12},
+    {"Night", 0x38281C},
     {"Abyss", 0x46280C},
     {"Lagoon", 0x5E5214},
     {"Ocean", 0x6E3A10},
     {"Azure", 0x8A5A1E},
-    {"Ice", 0x86705A},
+    {"Ice", 0x78624C},
     {"Violet", 0x5C2E34},
     {"Lead", 0x40382E},
 }};

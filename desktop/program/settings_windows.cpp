@@ -81,9 +81,11 @@ void SettingsWindows::Follow(Entry& entry) {
     }
     if (!entry.form) {
         entry.form = entry.make();
-        RememberPlace(*entry.form, places_);
+        // Neither the picture, which shows what is chosen, nor the panels are to be covered.
+        RememberPlace(*entry.form, places_, [this](const QWidget& opening) {
+            return PlaceAtEdge(opening, window_, window_.Picture(), Qt::LeftEdge);
+        });
         HandKeysOn(*entry.form, keyPressed_);
-        OpenBeside(*entry.form, {&window_.Picture()}, places_);
     }
     entry.form->show();
 }

@@ -3,6 +3,7 @@
 // A clock that stands until a test moves it: the computer's clock, the timers' clock and the event loop in one.
 
 #include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <functional>
 #include <list>
@@ -27,6 +28,10 @@ class ManualClock : public ComputerClock, public Events {
         CalendarFields now = ReadUtc();
         now.hour += zoneHours;
         return NormalizeDateTime(now);
+    }
+
+    int OffsetMinutes(double jd) const override {
+        return zoneAt ? zoneAt(jd) : static_cast<int>(std::lround(zoneHours * 60));
     }
 
     /// Drives the timers of the main window from now on.
@@ -80,6 +85,7 @@ class ManualClock : public ComputerClock, public Events {
     int waited = 0;
     std::function<void()> hook;  ///< what a test does while events are served
     double zoneHours = 0;
+    std::function<int(double)> zoneAt;  ///< minutes ahead of UTC at a Julian date, where they change
 
   private:
     static constexpr std::int64_t kNever = -1;

@@ -94,6 +94,8 @@ struct ProgramTest : ::testing::Test {
             return fileChosen;
         };
         hooks.workspace.showLoadingNotice = [this] { ++loadingNotices; };
+        hooks.startUp.keptStationCode = [this] { return keptCode; };
+        hooks.localSettings.keepStationCode = [this](const std::string& code) { keptCode = code; };
         hooks.loadStartUpWorkspace = [this] {
             if (whileLoaded) whileLoaded();
             return workspaceLoads;
@@ -127,6 +129,7 @@ struct ProgramTest : ::testing::Test {
     std::vector<double> starLimits;
     std::vector<std::string> unloaded;
     int closesPosted = 0;
+    std::string keptCode;  ///< the observer's code, as the desktop keeps it
 
     Program program{app, usage, clock, Hooks()};
 };

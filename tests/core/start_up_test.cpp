@@ -281,6 +281,29 @@ TEST_F(StartUpTest, AFirstRunIsCountedAndOpensTheNewsPageAfterTheOpening) {
     EXPECT_EQ(browser.opened.size(), 1U);
 }
 
+TEST_F(StartUpTest, TheFirstStartTellsWhereThePlaceIsSet) {
+    const std::string words = "Set your place: Settings, Local Settings. A start-up workspace (File) keeps it.";
+    ASSERT_TRUE(Open());
+    EXPECT_EQ(app.Main.LCommandOutput.Caption.Get(), words);
+    app.Main.LCommandOutput.Caption = std::string();
+    ASSERT_TRUE(Open());
+    EXPECT_EQ(app.Data.UsageStats.StartCount, 2);
+    EXPECT_EQ(app.Main.LCommandOutput.Caption.Get(), "") << "once is enough";
+}
+
+TEST_F(StartUpTest, AFirstStartThatHasAWorkspaceKnowsItsPlace) {
+    workspaceLoads = true;
+    ASSERT_TRUE(Open());
+    EXPECT_EQ(app.Main.LCommandOutput.Caption.Get(), "");
+}
+
+TEST_F(StartUpTest, TheObserversCodeComesBack) {
+    keptCode = "42";
+    Start();
+    EXPECT_EQ(app.Data.StationCode, "42");
+    EXPECT_EQ(app.Data.StationNumber, 42);
+}
+
 TEST_F(StartUpTest, ClosingInTheOpeningUnwindsIt) {
     bool closed = true;
     int shown = 0;
