@@ -16,6 +16,9 @@ namespace glintara {
 
 namespace {
 
+/// Corners of a circle that is drawn by lines.
+constexpr int kSeamCircleCorners = 100;
+
 Equatorial PlaceOf(const Vector3& direction) {
     const LatLonRadius place = XYZToLatLon(direction);
     return {place.lat, WrapTwoPi(place.lon)};
@@ -43,6 +46,33 @@ void UsePointerPen(const SceneContext& scene) {
 }
 
 double SpotRadius(const SceneContext& scene) { return kPointerSpot / scene.View().ZoomFactor; }
+
+/// A circle of the flat map that reaches over its seam: what lies beyond is drawn on the other side. The scene places
+/// of the map are moved by `shift`.
+void DrawSeamCircle(const SceneContext& scene, const ScenePoint& center, double radius, const ScenePoint& shift) {
+    const Color before = scene.Surface.ForeColor;
+    scene.Surface.ForeColor = kPointerColor;
+    const auto line = [&](const ScenePoint& a, const ScenePoint& b) {
+        SceneLine(scene, {a.x + shift.x, a.y + shift.y}, {b.x + shift.x, b.y + shift.y});
+    };
+    const auto corner = [&](int i) {
+        const double around = kTwoPi * (i % kSeamCircleCorners) / kSeamCircleCorners;
+        return ScenePoint{WrapTwoPi(center.x + radius * std::cos(around) + kPi) - kPi,
+                          center.y + radius * std::sin(around)};
+    };
+    for (int i = 0; i < kSeamCircleCorners; ++i) {
+        const ScenePoint a = corner(i);
+        const ScenePoint b = corner(i + 1);
+        if (!CrossesSeam(a, b)) {
+            line(a, b);
+            continue;
+        }
+        const SeamCrossing seam = SplitAtSeam(a, b);
+        line(a, seam.leaves);
+        line(seam.returns, b);
+    }
+    scene.Surface.ForeColor = before;
+}
 
 /// Something infinitely far: the observer's place does not count.
 double AltitudeOf(const SceneContext& scene, const LatLon& direction) {
@@ -136,7 +166,12 @@ void DrawSkyCircle(const SceneContext& scene, const LatLon& center, double radiu
     const ScenePoint sky = SkyCentre(scene.App);
     const ScenePoint earth = EarthCentre(view);
     UsePointerPen(scene);
-    SceneCircle(scene, {seen.y + sky.x - earth.x, seen.z + sky.y - earth.y}, radius, kPointerColor);
+    const ScenePoint shift{sky.x - earth.x, sky.y - earth.y};
+    const bool overSeam = scene.IsFlatMap() && std::fabs(seen.y) + radius > kPi && std::isfinite(radius);
+    if (overSeam)
+        DrawSeamCircle(scene, {seen.y, seen.z}, radius, shift);
+    else
+        SceneCircle(scene, {seen.y + shift.x, seen.z + shift.y}, radius, kPointerColor);
 }
 
 void DrawSkyLPointer(const SceneContext& scene, const Vector3& position) {

@@ -296,9 +296,9 @@ TEST_F(ObjectFinderTest, TheSatelliteUnderTheMouseBeginsToWork) {
 TEST(FinderList, AtItsCapacityRefusesTheNextEntry) {
     FinderState finder;
     EXPECT_EQ(finder.FinderCount(), 0);
-    for (int i = 1; i <= 2000; ++i) ASSERT_TRUE(finder.Add({0, 0, i}));
-    EXPECT_FALSE(finder.Add({0, 0, 2001}));
-    EXPECT_EQ(finder.FinderCount(), 2000);
+    for (int i = 1; i <= 6000; ++i) ASSERT_TRUE(finder.Add({0, 0, i}));
+    EXPECT_FALSE(finder.Add({0, 0, 6001}));
+    EXPECT_EQ(finder.FinderCount(), 6000);
     EXPECT_EQ(finder.FinderList[0], FinderEntry());
     EXPECT_EQ(finder.FinderList[1].satellite, 1);
     finder.ClearList();

@@ -1,7 +1,9 @@
 #include "scene/sky_pointer.h"
 
+#include <cmath>
 #include <cstdlib>
 #include <string>
+#include <utility>
 
 #include "orbit/observations.h"
 #include "scene/mouse_place.h"
@@ -45,6 +47,39 @@ struct SkyPointerTest : SceneFixture {
         return surface.OperationsOf(DrawOperation::Circle);
     }
 };
+
+TEST_F(SkyPointerTest, OnTheFlatMapACircleOverTheSeamIsSplit) {
+    main.CPlaniSphere.Value = true;
+    LookAt(0, 0);
+    EXPECT_EQ(CirclesRound(0, 174).size(), 1U) << "0.1 radians are less than the 6 degrees to the seam";
+    for (const double lon : {176.0, -176.0}) {
+        EXPECT_TRUE(CirclesRound(10, lon).empty());
+        const auto lines = surface.OperationsOf(DrawOperation::Line);
+        ASSERT_GT(lines.size(), 90U);
+        const WindowScale window = GetWindowScale(view, surface);
+        const double pi = 180 * kDegree;
+        double length = 0;
+        bool sides[2] = {false, false};
+        for (const RecordedOperation& line : lines) {
+            const double x1 = SceneFromBoxX(window, view, line.numbers[0]);
+            const double x2 = SceneFromBoxX(window, view, line.numbers[2]);
+            const double y1 = SceneFromBoxY(window, view, line.numbers[1]);
+            const double y2 = SceneFromBoxY(window, view, line.numbers[3]);
+            EXPECT_EQ(x1 < 0, x2 < 0) << "no line goes over the map";
+            EXPECT_LE(std::fabs(x1), 1.0051 * pi);
+            // Each end lies on the circle, seen from one side of the seam or the other.
+            for (const auto& [x, y] : {std::pair(x1, y1), std::pair(x2, y2)}) {
+                const double away = std::remainder(x - lon * kDegree, 2 * pi);
+                if (std::fabs(x) < pi) EXPECT_NEAR(std::hypot(away, y - 10 * kDegree), 0.1, 1e-9);
+            }
+            length += std::hypot(x2 - x1, y2 - y1);
+            sides[x1 < 0 ? 1 : 0] = true;
+            EXPECT_EQ(line.state.ForeColor, kPointerColor);
+        }
+        EXPECT_TRUE(sides[0] && sides[1]);
+        EXPECT_NEAR(length, 2 * pi * 0.1, 0.07) << "the whole circle, and four times half a percent of the half map";
+    }
+}
 
 TEST_F(SkyPointerTest, IsToggledEnabledAndDisabled) {
     EXPECT_FALSE(main.FSkyMouse.Visible);

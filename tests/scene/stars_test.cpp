@@ -5,12 +5,16 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "engine/astro/sidereal.h"
+#include "engine/astro/sun_moon.h"
+#include "engine/astro/trigonometry.h"
 #include "orbit/location.h"
 #include "scene/globe.h"
+#include "scene/mouse_place.h"
 #include "scene/scene_fixture.h"
 #include "scene/star_list.h"
 #include "scene/star_places.h"
@@ -169,6 +173,75 @@ TEST_F(StarsTest, TheSunStandsAmongTheStars) {
     SetLocationDegrees(app.Data, 0, -75);
     PlotAgain();
     EXPECT_TRUE(Circles().empty()) << "it has set";
+}
+
+/// The angles of the Earth's rotation run the other way on such dates, and the sky must not follow them.
+struct OldStarsTest : StarsTest {
+    /// Looks at what stands at a place of the sky, a little to the side.
+    void LookAtSky(const Equatorial& place) {
+        LookAt(place.dec / kDegree - 5, (place.ra - SiderealFromDate(app.Data.SimFields())) / kDegree + 8);
+    }
+
+    /// The place of the sky that the mouse tells over a position of the picture, twips.
+    Equatorial SkyUnder(double x, double y) {
+        app.Main.CDrawSky.Value = true;
+        app.Run.LastPictureWidth = 12000;
+        app.Run.LastPictureHeight = 9000;
+        app.Run.LastMouseX = x;
+        app.Run.LastMouseY = y;
+        const std::optional<Vector3> direction = SkyAt(app, *MouseOnPicture(app));
+        EXPECT_TRUE(direction);
+        const LatLonRadius place = XYZToLatLon(direction.value_or(Vector3{1, 0, 0}));
+        return {place.lat, WrapTwoPi(place.lon)};
+    }
+
+    void ExpectCircleAt(Color color, double ra, double dec, double tolerance) {
+        Plot();
+        const auto circles = Circles();
+        const auto circle =
+            std::ranges::find_if(circles, [color](const auto& c) { return c.state.FillColor == color; });
+        ASSERT_NE(circle, circles.end());
+        const Equatorial place = SkyUnder(circle->numbers[0], circle->numbers[1]);
+        EXPECT_NEAR(place.ra / kDegree, ra, tolerance);
+        EXPECT_NEAR(place.dec / kDegree, dec, tolerance);
+    }
+};
+
+// Meeus, Astronomical Algorithms, examples 25.b and 47.a.
+TEST_F(OldStarsTest, SunAndMoonStandInTheSkyWhereThePublishedPlacesAre) {
+    app.Main.CDrawSun.Value = true;
+    SetInstant(2448908.5);  // 1992 October 13
+    const Equatorial sun = SunPosition(2448908.5);
+    app.Data.SunRA = sun.ra;
+    app.Data.SunDec = sun.dec;
+    LookAtSky(sun);
+    ExpectCircleAt(kSkySunColor, 198.378178, -7.783871, 0.03);
+    SetInstant(2448724.5);  // 1992 April 12
+    const MoonPlace moon = MoonPosition(2448724.5);
+    app.Data.MoonRA = moon.ra;
+    app.Data.MoonDec = moon.dec;
+    LookAtSky({moon.dec, moon.ra});
+    ExpectCircleAt(kSkyMoonColor, 134.688470, 13.768368, 0.15);
+}
+
+// Meeus, exercise after example 21.b: Polaris, 2 h 31 min 48.704 s and +89 15' 50.72" in 2000, stood at 1 h 22 min
+// 33.90 s and +88 46' 26.18" at the beginning of 1900; it moves by +0.19877 s and -0.0152" a year.
+TEST_F(OldStarsTest, PolarisStoodFartherFromThePole) {
+    constexpr double k1900 = 2415020.3135;
+    StarRecord polaris;
+    polaris.Magnitude = 2;
+    polaris.RightAscensionJ2000 = (2 + 31 / 60.0 + (48.704 - 100 * 0.19877) / 3600) * 15 * kDegree;
+    polaris.DeclinationJ2000 = (89 + 15 / 60.0 + (50.72 + 100 * 0.0152) / 3600) * kDegree;
+    polaris.RightAscension = polaris.RightAscensionJ2000;
+    polaris.Declination = polaris.DeclinationJ2000;
+    catalogue.push_back(polaris);
+    SetInstant(k1900);
+    LookAt(60, 0);
+    Plot();
+    ASSERT_EQ(Dots().size(), 1U);
+    const Equatorial place = SkyUnder(Dots()[0].numbers[0] * 15, Dots()[0].numbers[1] * 15);
+    EXPECT_NEAR(place.dec / kDegree, 88 + 46 / 60.0 + 26.18 / 3600, 0.005);
+    EXPECT_NEAR(place.ra / kDegree, (1 + 22 / 60.0 + 33.90 / 3600) * 15, 0.3) << "near the pole, hours are narrow";
 }
 
 TEST_F(StarsTest, PrecessionRunsOnceInSixtyDays) {
