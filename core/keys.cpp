@@ -93,6 +93,7 @@ constexpr std::array kEntryKeys{
     EntryKey{&MainControls::MnuSave, "Ctrl+S"},
     EntryKey{&MainControls::MnuSaveAs, "Ctrl+Shift+S"},
     EntryKey{&MainControls::MnuExit, "Ctrl+Q"},
+    EntryKey{&MainControls::MnuGoToDate, "Ctrl+G"},
     EntryKey{&MainControls::MnuHelp, "F1"},
     EntryKey{&MainControls::MnuNoon, "F2"},
     EntryKey{&MainControls::MnuMidnight, "F3"},

@@ -354,9 +354,10 @@ void SceneStages(const SceneContext& scene, const FrameStages& stages) {
         PopSkyPan(scene);
     }
     Draw(scene, stages.astroDetails, main.CAstroDetails.Value);
-    DrawLabelOverlay(scene);
     DrawTitleBlock(scene);
     Draw(scene, stages.skyPointer);
+    Draw(scene, stages.beforeLabels);
+    DrawLabelOverlay(scene);
 }
 
 }  // namespace glintara

@@ -49,6 +49,7 @@ struct FrameStages {
     Stage stars;           ///< all stars (`CDrawSky`), between `PushSkyPan` and `PopSkyPan`
     Stage constellations;  ///< `CDrawConstallations` with `CDrawSky`, in the same place
     Stage astroDetails;    ///< `CAstroDetails`
+    Stage beforeLabels;    ///< when only the texts of `DrawLabelOverlay` are still to come over what is there
     Stage skyPointer;      ///< circle of the sky pointer, and the line of text for the mouse
 };
 

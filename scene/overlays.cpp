@@ -35,6 +35,9 @@ constexpr double kTitleShare = 0.5;
 constexpr double kOverlayRise = 1.5;
 constexpr double kPlottingRise = 2.5;
 
+/// More lines of the overlay's size than its texts ever take.
+constexpr double kOverlayLines = 9;
+
 void UseTitleFont(DrawSurface& surface, double size, bool bold) {
     surface.FontName = kTitleFont;
     surface.FontSize = size;
@@ -140,9 +143,15 @@ void DrawSplash(const SceneContext& scene) {
     if (splash == Splash::Final) PrintCentered(surface, y, kReleaseDate);
 }
 
+bool ShowsLabels(const RunState& run) { return run.FullScreen || run.PanelsHidden; }
+
+double LabelOverlayHeight(const SceneContext& scene) {
+    UseTextFont(scene.Surface, kOverlaySize);
+    return kOverlayLines * scene.Surface.TextHeight("X");
+}
+
 void DrawLabelOverlay(const SceneContext& scene) {
-    const RunState& run = scene.App.Run;
-    if (!run.FullScreen && !run.PanelsHidden) return;
+    if (!ShowsLabels(scene.App.Run)) return;
     DrawSurface& surface = scene.Surface;
     const MainControls& main = scene.App.Main;
     BeginWords(surface, kOverlayColor);

@@ -34,6 +34,12 @@ void DrawLabelOverlay(const SceneContext& scene);
 /// Clears the picture on show, and says in its middle that a workspace is being loaded.
 void ShowLoadingNotice(const SceneContext& scene);
 
+/// Height of the strip at the lower edge of the picture that those texts are in, twips, with room for some more lines.
+double LabelOverlayHeight(const SceneContext& scene);
+
+/// Whether the picture tells what the panels do: in full screen, and while they are hidden.
+bool ShowsLabels(const RunState& run);
+
 /// The words that a fine picture is being made, in the lower right corner of the picture on show.
 void ShowPlottingNotice(const SceneContext& scene);
 

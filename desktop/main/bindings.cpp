@@ -106,10 +106,11 @@ void Bind(QSlider& widget, Slider& control) {
     QObject::connect(&widget, &QSlider::valueChanged, &widget, [&control](int value) { control.MoveTo(value); });
 }
 
-void Bind(QAction& action, MenuEntry& control, QChar mnemonic) {
-    const auto show = [&action, &control, mnemonic] {
+void Bind(QAction& action, MenuEntry& control, QChar mnemonic, const QString& keys) {
+    const auto show = [&action, &control, mnemonic, keys] {
         const QSignalBlocker quiet(action);
-        action.setText(WithMnemonic(ToQt(control.Caption), mnemonic));
+        // A menu sets what follows a tab where it shows shortcuts.
+        action.setText(WithMnemonic(ToQt(control.Caption), mnemonic) + (keys.isEmpty() ? QString() : '\t' + keys));
         action.setEnabled(control.Enabled && control.Acts && control.IsWired());
         action.setVisible(control.Visible);
         action.setToolTip(ToQt(control.ToolTip));

@@ -36,8 +36,9 @@ void Bind(QProgressBar& widget, ProgressBar& control);
 void Bind(QSlider& widget, Slider& control);
 
 /// An entry of a menu, chosen by the letter `mnemonic` unless that is null. One without a handler is greyed: nothing
-/// would happen.
-void Bind(QAction& action, MenuEntry& control, QChar mnemonic = {});
+/// would happen. `keys` is shown beside it, and no more: the keys are the picture's, and as shortcuts of the window they
+/// would be taken from whoever types.
+void Bind(QAction& action, MenuEntry& control, QChar mnemonic = {}, const QString& keys = {});
 
 /// A button that stands in a menu. One without a handler is greyed.
 void Bind(QAction& action, Button& control);

@@ -5,16 +5,24 @@
 #include <QGroupBox>
 #include <QKeyEvent>
 #include <QPlainTextEdit>
+#include <cstring>
 #include <utility>
 
 namespace glintara::desktop {
 
 namespace {
 
-/// With other keys than Shift it is a shortcut of the desktop's.
-bool IsPlain(const QKeyEvent& event) {
-    return !(event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier));
-}
+/// The letters of a Latin keyboard, row by row, and the code that the keyboard itself sends for the first key of each.
+struct LetterRow {
+    quint32 firstCode;
+    const char* letters;
+};
+
+constexpr LetterRow kLetterRows[] = {{24, "QWERTYUIOP"}, {38, "ASDFGHJKL"}, {52, "ZXCVBNM"}};
+
+/// Keys of Qt's up to this one are those of Latin letters, digits and signs; from the next on, other letters.
+constexpr int kLastLatinKey = 0x24F;
+constexpr int kFirstKeyWithoutLetter = 0x01000000;
 
 class PanelKeys : public QObject {
   public:
@@ -96,6 +104,10 @@ constexpr KeypadDigit kKeypad[] = {{79, Qt::Key_7}, {80, Qt::Key_8}, {81, Qt::Ke
 
 }  // namespace
 
+bool IsPlain(const QKeyEvent& event) {
+    return !(event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier | Qt::GroupSwitchModifier));
+}
+
 int KeyByPlace(const QKeyEvent& event) {
     const quint32 scan = event.nativeScanCode();
     if (scan >= kScanOfOne && scan < kScanOfZero) return Qt::Key_1 + static_cast<int>(scan - kScanOfOne);
@@ -105,7 +117,13 @@ int KeyByPlace(const QKeyEvent& event) {
     if (digit || event.modifiers().testFlag(Qt::ShiftModifier))
         for (const KeypadDigit& place : kKeypad)
             if (place.scan == scan) return place.key;
-    return event.key();
+    const int key = event.key();
+    if (key <= kLastLatinKey || key >= kFirstKeyWithoutLetter) return key;
+    for (const LetterRow& row : kLetterRows) {
+        const quint32 place = scan - row.firstCode;
+        if (scan >= row.firstCode && place < std::strlen(row.letters)) return row.letters[place];
+    }
+    return key;
 }
 
 void KeepKeysWithPicture(QWidget& panels, QWidget& picture) { new PanelKeys(panels, picture); }

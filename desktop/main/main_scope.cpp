@@ -9,11 +9,14 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QMimeData>
+#include <QScreen>
+#include <QTimer>
 #include <QUrl>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <vector>
 
+#include "core/keys.h"
 #include "core/start_up.h"
 #include "desktop/main/bindings.h"
 #include "desktop/main/keyboard.h"
@@ -27,6 +30,9 @@ namespace {
 
 constexpr QSize kFirstSize(1280, 800);
 constexpr int kLeastHeight = 720;
+
+/// A window manager has given the window the whole screen within this time.
+constexpr int kManagerMs = 300;
 
 /// A menu of the bar, still empty.
 QMenu& AddMenu(QMenuBar& bar, Mnemonics& letters, MenuEntry& top) {
@@ -46,14 +52,15 @@ QMenu& AddMenu(QMenuBar& bar, Mnemonics& letters, MenuEntry& top) {
 }
 
 /// A menu of the bar with its entries; a null entry is a separator.
-void AddMenu(QMenuBar& bar, Mnemonics& letters, MenuEntry& top, const std::vector<MenuEntry*>& entries) {
+void AddMenu(MainControls& main, QMenuBar& bar, Mnemonics& letters, MenuEntry& top,
+             const std::vector<MenuEntry*>& entries) {
     QMenu& menu = AddMenu(bar, letters, top);
     Mnemonics own;
     for (MenuEntry* entry : entries)
         if (entry == nullptr)
             menu.addSeparator();
         else
-            Bind(*menu.addAction(""), *entry, own.Take(ToQt(entry->Caption)));
+            Bind(*menu.addAction(""), *entry, own.Take(ToQt(entry->Caption)), ToQt(KeyTextOf(main, *entry)));
 }
 
 QStringList LocalFilesOf(const QMimeData& data) {
@@ -97,11 +104,13 @@ QWidget* MainScope::BuildPanels() {
 
 void MainScope::BuildMenus() {
     MainControls& m = app_.Main;
-    QMenuBar& bar = *menuBar();
-    AddMenu(bar, letters_, m.MnuFile,
+    menus_ = menuBar();
+    menus_->installEventFilter(this);
+    QMenuBar& bar = *menus_;
+    AddMenu(m, bar, letters_, m.MnuFile,
             {&m.MnuOpenAs, &m.MnuLoad, nullptr, &m.MnuSave, &m.MnuSaveAs, &m.MnuSaveStartUp, nullptr, &m.MnuUpdateCheck,
              nullptr, &m.MnuLoadTLE, nullptr, &m.MnuExit});
-    AddMenu(bar, letters_, m.MnuTDraw,
+    AddMenu(m, bar, letters_, m.MnuTDraw,
             {&m.MnuRealTime,
              &m.MnuAutoRefine,
              &m.MnuGoToDate,
@@ -126,16 +135,16 @@ void MainScope::BuildMenus() {
              &m.MnuThinLines,
              nullptr,
              &m.MnuToggleSkyEarth});
-    AddMenu(bar, letters_, m.MnuTSky,
+    AddMenu(m, bar, letters_, m.MnuTSky,
             {&m.MnuDrawSkyMap, &m.MnuAutoMag, &m.MnuAtmo, &m.MnuLocalSky, &m.MnuStarsOnGlobe, nullptr, &m.MnuDrawSun,
              &m.MnuConstellations, &m.MnuStarNames, &m.MnuFrontStars, &m.MnuBackStars, &m.MnuSkyCircle, nullptr,
              &m.MnuMaximizeSky, &m.MnuReverseSky, &m.MnuFlatSky});
     AddMenu(
-        bar, letters_, m.MnuSatellites,
+        m, bar, letters_, m.MnuSatellites,
         {&m.MnuPlotOrbit, &m.MnuPlotOrbitOverTime, &m.MnuProjectOrbit, &m.MnuProjectOverTime, &m.MnuProjectOrbitOnSky,
          &m.MnuHideOrbits, nullptr, &m.MnuSatInfo, &m.MnuDownloadTLE, &m.MnuManageSatellites});
-    AddMenu(bar, letters_, m.MnuModelS, {&m.MnuSGP1, &m.MnuSGP4, nullptr, &m.MnuObservations});
-    AddMenu(bar, letters_, m.MnuTFlares,
+    AddMenu(m, bar, letters_, m.MnuModelS, {&m.MnuSGP1, &m.MnuSGP4, nullptr, &m.MnuObservations});
+    AddMenu(m, bar, letters_, m.MnuTFlares,
             {&m.MnuModelSatSurfaces, &m.MnuFindFlare, &m.MnuExportTrack, &m.mnuFindCityTrack, nullptr,
              &m.MnuIridiumFlares, &m.MnuFlareTrack, &m.MnuDayFlares, &m.MnuAntennaID, &m.MnuMoonFlares});
     std::vector<MenuEntry*> view{&m.MnuFinePlot, nullptr,        &m.MnuZenithOrient,  &m.MnuUpOrientation,
@@ -144,12 +153,12 @@ void MainScope::BuildMenus() {
     for (std::size_t n = 1; n < m.MnuViewX.size(); ++n) view.push_back(&m.MnuViewX[n]);
     view.push_back(nullptr);
     view.push_back(&m.MnuFullScreen);
-    AddMenu(bar, letters_, m.MnuView, view);
-    AddMenu(bar, letters_, m.MnuTQuick, {&m.MnuQResetView, &m.MnuQSkyChart, &m.MnuQHorizontView, &m.MnuQLHView});
-    AddMenu(bar, letters_, m.MnuTSettings,
+    AddMenu(m, bar, letters_, m.MnuView, view);
+    AddMenu(m, bar, letters_, m.MnuTQuick, {&m.MnuQResetView, &m.MnuQSkyChart, &m.MnuQHorizontView, &m.MnuQLHView});
+    AddMenu(m, bar, letters_, m.MnuTSettings,
             {&m.MnuLocalSettings, &m.MnuFloatingSite, &m.MnuTransitMode[kTransitEntry], &m.MnuTwilight, &m.MnuRTimeStep,
              &m.MnuCities, &m.MnuNoUTC, &m.MnuColors});
-    AddMenu(bar, letters_, m.MnuTHelp, {&m.MnuTips, &m.MnuHelp, &m.MnuAbout});
+    AddMenu(m, bar, letters_, m.MnuTHelp, {&m.MnuTips, &m.MnuHelp, &m.MnuAbout});
 }
 
 void MainScope::BuildFileKeys() {
@@ -192,7 +201,7 @@ void MainScope::dropEvent(QDropEvent* event) {
 
 void MainScope::BuildMapTools() {
     MainControls& m = app_.Main;
-    QMenu& menu = AddMenu(*menuBar(), letters_, m.MnuMapTools);
+    QMenu& menu = AddMenu(*menus_, letters_, m.MnuMapTools);
     const auto add = [this, &menu](Button& button, const QKeySequence& keys = {}) {
         QAction* const action = menu.addAction("");
         action->setShortcut(keys);
@@ -212,11 +221,56 @@ void MainScope::BuildMapTools() {
     add(m.CSaveBinDbg);
 }
 
+void MainScope::PutMenusOverPicture(bool over) {
+    if (menusOverPicture_ == over) return;
+    menusOverPicture_ = over;
+    layout()->setMenuBar(over ? nullptr : menus_);
+    if (over) LayMenusOverPicture();
+}
+
+void MainScope::LayMenusOverPicture() {
+    if (!menusOverPicture_) return;
+    menus_->setGeometry(0, 0, width(), menus_->heightForWidth(width()));
+    menus_->raise();
+}
+
+bool MainScope::eventFilter(QObject* watched, QEvent* event) {
+    // How high the bar is follows from the menus that it shows.
+    const bool changes = event->type() == QEvent::Show || event->type() == QEvent::ActionChanged;
+    if (watched == menus_ && menusOverPicture_ && changes)
+        QMetaObject::invokeMethod(
+            this, [this] { LayMenusOverPicture(); }, Qt::QueuedConnection);
+    return QMainWindow::eventFilter(watched, event);
+}
+
+void MainScope::FillScreen(bool fill) {
+    const QRect stood = geometry();
+    PutMenusOverPicture(fill);
+    setWindowState(windowState().setFlag(Qt::WindowFullScreen, fill));
+    if (!fill) {
+        if (!beforeFilling_.isNull()) setGeometry(beforeFilling_);
+        beforeFilling_ = {};
+        return;
+    }
+    // A screen without a window manager leaves the window as it is.
+    QTimer::singleShot(kManagerMs, this, [this, stood] {
+        if (!isFullScreen() || !isVisible() || size() == screen()->size()) return;
+        beforeFilling_ = stood;
+        setGeometry(screen()->geometry());
+    });
+}
+
+void MainScope::resizeEvent(QResizeEvent* event) {
+    QMainWindow::resizeEvent(event);
+    if (menusOverPicture_) LayMenusOverPicture();
+}
+
 void MainScope::keyPressEvent(QKeyEvent* event) {
-    // With other keys than Shift it is a shortcut of the desktop's, not one of ours.
-    const bool plain = !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier));
-    if (plain && listener_.keyPressed)
+    if (event->matches(QKeySequence::Paste)) {
+        if (listener_.pasted) listener_.pasted();
+    } else if (IsPlain(*event) && listener_.keyPressed) {
         listener_.keyPressed(KeyByPlace(*event), event->modifiers().testFlag(Qt::ShiftModifier));
+    }
 }
 
 void MainScope::closeEvent(QCloseEvent* event) { event->setAccepted(!listener_.mayClose || listener_.mayClose()); }

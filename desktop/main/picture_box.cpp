@@ -60,6 +60,18 @@ void PictureBox::resizeEvent(QResizeEvent* /*event*/) {
     if (listener_.resized) listener_.resized();
 }
 
+bool PictureBox::event(QEvent* event) {
+    if (event->type() != QEvent::NativeGesture) return QWidget::event(event);
+    const auto& gesture = static_cast<const QNativeGestureEvent&>(*event);
+    if (gesture.gestureType() == Qt::ZoomNativeGesture) Tell(listener_.pinched, gesture);
+    return true;
+}
+
+void PictureBox::focusOutEvent(QFocusEvent* event) {
+    if (listener_.keysLost) listener_.keysLost();
+    QWidget::focusOutEvent(event);
+}
+
 void PictureBox::mouseMoveEvent(QMouseEvent* event) { Tell(listener_.moved, *event); }
 void PictureBox::mousePressEvent(QMouseEvent* event) { Tell(listener_.pressed, *event); }
 void PictureBox::mouseReleaseEvent(QMouseEvent* event) { Tell(listener_.released, *event); }

@@ -6,6 +6,8 @@
 #include <QWidget>
 #include <functional>
 
+class QNativeGestureEvent;
+
 namespace glintara::desktop {
 
 /// What the mouse does over the picture. Empty functions are not called.
@@ -16,6 +18,8 @@ struct PictureListener {
     std::function<void(const QMouseEvent&)> released;
     std::function<void(const QMouseEvent&)> doubleClicked;
     std::function<void(const QWheelEvent&)> wheel;
+    std::function<void(const QNativeGestureEvent&)> pinched;  ///< two fingers on a touchpad
+    std::function<void()> keysLost;                           ///< the keyboard is another's now
 };
 
 class PictureBox : public QWidget {
@@ -34,6 +38,8 @@ class PictureBox : public QWidget {
     QSize PictureSize() const { return size(); }
 
   protected:
+    bool event(QEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;

@@ -1,10 +1,14 @@
 #include "desktop/program/desktop_program.h"
 
+#include <QClipboard>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QGuiApplication>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QWheelEvent>
 #include <algorithm>
+#include <cmath>
 
 #include "core/map_tools.h"
 #include "core/panels.h"
@@ -39,15 +43,21 @@ constexpr auto kAskToSave = "Workspace/askToSave";
 constexpr auto kStationCode = "Observer/StationCode";
 
 MouseHold HoldOf(const QMouseEvent& event) {
-    return {event.buttons().testFlag(Qt::LeftButton),        event.buttons().testFlag(Qt::RightButton),
-            event.buttons().testFlag(Qt::MiddleButton),      event.modifiers().testFlag(Qt::ShiftModifier),
-            event.modifiers().testFlag(Qt::ControlModifier), event.modifiers().testFlag(Qt::AltModifier)};
+    constexpr Qt::KeyboardModifiers kAlt = Qt::AltModifier | Qt::MetaModifier | Qt::GroupSwitchModifier;
+    return {.left = event.buttons().testFlag(Qt::LeftButton),
+            .right = event.buttons().testFlag(Qt::RightButton),
+            .middle = event.buttons().testFlag(Qt::MiddleButton),
+            .shift = event.modifiers().testFlag(Qt::ShiftModifier),
+            .control = event.modifiers().testFlag(Qt::ControlModifier),
+            .alt = event.modifiers().testAnyFlags(kAlt)};
 }
 
 SpecialKey SpecialOf(int key) {
     if (key >= Qt::Key_F1 && key <= Qt::Key_F9)
         return static_cast<SpecialKey>(static_cast<int>(SpecialKey::F1) + key - Qt::Key_F1);
     switch (key) {
+        case Qt::Key_F11:
+            return SpecialKey::F11;
         case Qt::Key_Up:
             return SpecialKey::Up;
         case Qt::Key_Down:
@@ -98,9 +108,14 @@ DesktopProgram::DesktopProgram(const QString& placesFile, bool mapTools)
     goToDate->setShortcut(Qt::CTRL | Qt::Key_G);
     window_->addAction(goToDate);
     QObject::connect(goToDate, &QAction::triggered, window_.get(), [this] { app_.Main.MnuGoToDate.Click(); });
+    ConnectLabels();
 }
 
-DesktopProgram::~DesktopProgram() = default;
+DesktopProgram::~DesktopProgram() {
+    // The window outlives those who listen to it, and tells of its own end.
+    window_->Picture().SetListener({});
+    window_->SetListener({});
+}
 
 ProgramHooks DesktopProgram::MakeHooks() {
     ProgramHooks hooks;
@@ -126,6 +141,7 @@ ProgramHooks DesktopProgram::MakeHooks() {
         if (name == "FormSatellites" && satelliteForm_) {
             satelliteForm_->hide();
         }
+        if (name == "FormHelp" && helpForm_) helpForm_->hide();
         observations_->Unload(name);
         settings_->Unload(name);
     };
@@ -157,6 +173,7 @@ void DesktopProgram::ConnectWindow() {
         return (app_.Run.Closing || program_->Files.MayDiscard()) && program_->End.Form_Unload();
     };
     listener.dropped = [this](const QStringList& files) { TakeDropped(files); };
+    listener.pasted = [this] { PasteTLEText(app_, FromQt(QGuiApplication::clipboard()->text())); };
     window_->SetListener(std::move(listener));
 }
 
@@ -172,6 +189,7 @@ void DesktopProgram::ConnectMenus() {
     main.MnuTwilight.SetClickHandler([this] { settings_->ShowTwilight(); });
     main.MnuGoToDate.SetClickHandler([this] { settings_->ShowDate(); });
     app_.FindFlare.CSatList.SetClickHandler([this] { ShowSatellites(); });
+    main.MnuHelp.SetClickHandler([this] { ShowHelp(); });
     main.MnuExit.SetClickHandler([this] { window_->close(); });
     main.MnuUpdateCheck.SetClickHandler({});  // as long as there is no page to open
     if (mapTools_) ConnectMapTools(app_);
@@ -198,8 +216,20 @@ void DesktopProgram::ConnectMouse() {
         mouse_->Moved(placeOf(event.position()), HoldOf(event));
     };
     listener.released = [this](const QMouseEvent& /*event*/) { mouse_->Released(); };
-    listener.doubleClicked = [this](const QMouseEvent& event) { mouse_->DoubleClicked(HoldOf(event)); };
-    listener.wheel = [this](const QWheelEvent& event) { mouse_->Wheel(event.angleDelta().y()); };
+    listener.doubleClicked = [this, placeOf](const QMouseEvent& event) {
+        // Two quick drags with another button are no double click.
+        if (event.button() == Qt::LeftButton)
+            mouse_->DoubleClicked(HoldOf(event));
+        else
+            mouse_->Moved(placeOf(event.position()), HoldOf(event));
+    };
+    listener.wheel = [this, placeOf](const QWheelEvent& event) {
+        mouse_->Wheel(placeOf(event.position()), event.angleDelta().y());
+    };
+    listener.pinched = [this, placeOf](const QNativeGestureEvent& event) {
+        mouse_->Pinched(placeOf(event.position()), 1 + event.value());
+    };
+    listener.keysLost = [this] { mouse_->Abandoned(); };
     window_->Picture().SetListener(std::move(listener));
 }
 
@@ -274,9 +304,17 @@ void DesktopProgram::ShowSatellites() {
     satelliteForm_->activateWindow();
 }
 
-void DesktopProgram::ShowFullScreen(bool fullScreen) {
-    window_->setWindowState(window_->windowState().setFlag(Qt::WindowFullScreen, fullScreen));
+void DesktopProgram::ShowHelp() {
+    if (!helpForm_) {
+        helpForm_ = std::make_unique<FormHelp>(window_.get());
+        OpenBeside(*helpForm_, Qt::RightEdge);
+    }
+    helpForm_->show();
+    helpForm_->raise();
+    helpForm_->activateWindow();
 }
+
+void DesktopProgram::ShowFullScreen(bool fullScreen) { window_->FillScreen(fullScreen); }
 
 void DesktopProgram::FollowSize() {
     const QSize inside = window_->centralWidget()->size();
@@ -297,7 +335,46 @@ void DesktopProgram::ShowLoading() {
     surface_.Begin(picture.Image());
     ShowLoadingNotice({app_, surface_, frame_.Polygon});
     surface_.End();
+    labelGround_ = {};  // the picture that it belongs to is gone
     picture.repaint();
+}
+
+void DesktopProgram::ConnectLabels() {
+    stages_.beforeLabels = [this](const SceneContext& scene) {
+        labelGround_ = {};
+        if (!ShowsLabels(app_.Run)) return;
+        QImage& image = window_->Picture().Image();
+        const int rows = static_cast<int>(std::ceil(LabelOverlayHeight(scene) / kTwips * image.devicePixelRatio()));
+        labelTop_ = std::max(0, image.height() - rows);
+        labelGround_ = image.copy(0, labelTop_, image.width(), image.height() - labelTop_);
+    };
+    const auto changed = [this] {
+        if (labelsChanged_ || labelGround_.isNull()) return;
+        labelsChanged_ = true;
+        QMetaObject::invokeMethod(
+            window_.get(), [this] { RefreshLabels(); }, Qt::QueuedConnection);
+    };
+    MainControls& main = app_.Main;
+    for (Label* label : {&main.LDateTime, &main.LCommandOutput, &main.LSatDetail, &main.LStatus, &main.LJD})
+        label->Caption.SetHandler(changed);
+}
+
+/// Writes the texts over the picture anew, without drawing the picture.
+void DesktopProgram::RefreshLabels() {
+    labelsChanged_ = false;
+    PictureBox& picture = window_->Picture();
+    QImage& image = picture.Image();
+    const bool fits = labelTop_ + labelGround_.height() == image.height() && labelGround_.width() == image.width();
+    if (labelGround_.isNull() || !fits || !ShowsLabels(app_.Run) || app_.Run.FrameBusy) return;
+    {
+        QPainter painter(&image);
+        painter.setCompositionMode(QPainter::CompositionMode_Source);
+        painter.drawImage(QPointF(0, labelTop_ / image.devicePixelRatio()), labelGround_);
+    }
+    surface_.Begin(image);
+    DrawLabelOverlay({app_, surface_, frame_.Polygon});
+    surface_.End();
+    picture.update(0, qFloor(labelTop_ / image.devicePixelRatio()), picture.width(), picture.height());
 }
 
 void DesktopProgram::ShowNotice() {

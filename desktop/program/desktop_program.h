@@ -13,6 +13,7 @@
 #include "core/keys.h"
 #include "core/mouse.h"
 #include "core/program.h"
+#include "desktop/core/form_help.h"
 #include "desktop/flare/form_find_flare.h"
 #include "desktop/main/main_scope.h"
 #include "desktop/main/qt_services.h"
@@ -83,6 +84,9 @@ class DesktopProgram {
     void TakeDropped(const QStringList& files);
     void ShowSearch();
     void ShowSatellites();
+    void ShowHelp();
+    void ConnectLabels();
+    void RefreshLabels();
     std::vector<std::string> LoadMap();
     void MakePicture();
     void ShowNotice();
@@ -105,11 +109,15 @@ class DesktopProgram {
     FrameMemory frame_;
     SatelliteWorkspace satellites_;
     FrameStages stages_;
+    QImage labelGround_;  // the picture where its texts stand, without them; null while it has none
+    int labelTop_ = 0;    // its first row, pixels of the display
+    bool labelsChanged_ = false;
     std::unique_ptr<Program> program_;
     std::unique_ptr<MouseSteering> mouse_;
     std::unique_ptr<TimerDrivers> timers_;
     std::unique_ptr<FormFindFlare> searchForm_;
     std::unique_ptr<FormSatellites> satelliteForm_;
+    std::unique_ptr<FormHelp> helpForm_;
     std::unique_ptr<ObservationWindows> observations_;
     std::unique_ptr<SettingsWindows> settings_;
 };

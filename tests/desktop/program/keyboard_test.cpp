@@ -2,12 +2,16 @@
 
 #include <QApplication>
 #include <QCheckBox>
+#include <QClipboard>
+#include <QDialog>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QPlainTextEdit>
 #include <QRadioButton>
+#include <QTextBrowser>
+#include <string>
 
 #include "desktop/program/window_fixture.h"
 #include "desktop/window_checks.h"
@@ -41,9 +45,16 @@ class KeyboardTest : public WindowTest {
         main_.CDrawSky.Value = true;
     }
 
-    static void Key(Qt::Key key, bool shift = false) {
+    void Key(Qt::Key key, bool shift = false) {
         ASSERT_NE(QApplication::focusWidget(), nullptr);
         QTest::keyClick(QApplication::focusWidget(), key, shift ? Qt::ShiftModifier : Qt::NoModifier);
+        ExpectMenusAndBoxesAgree("key " + std::to_string(key));
+    }
+
+    /// A key with what the keyboard itself sends for it.
+    void PressNative(int key, quint32 scanCode, Qt::KeyboardModifiers modifiers = {}, const QString& text = {}) {
+        QKeyEvent press(QEvent::KeyPress, key, modifiers, scanCode, 0, 0, text);
+        QCoreApplication::sendEvent(QApplication::focusWidget(), &press);
     }
 
     template <class Widget>
@@ -188,6 +199,10 @@ class KeyboardTest : public WindowTest {
     }
 
     void ExpectFullScreenKeys() {
+        Key(Qt::Key_F11);
+        EXPECT_TRUE(app_.Run.FullScreen);
+        Key(Qt::Key_F11);
+        EXPECT_FALSE(app_.Run.FullScreen);
         Key(Qt::Key_Space);
         EXPECT_TRUE(app_.Run.FullScreen);
         Key(Qt::Key_Space);
@@ -360,6 +375,76 @@ TEST_F(KeyboardTest, FunctionAndTimeKeysActInTheOtherWindowsToo) {
         }
         form->close();
     }
+}
+
+TEST_F(KeyboardTest, F1OpensTheManual) {
+    ClickOn(window_.Picture());
+    Key(Qt::Key_F1);
+    auto* const form = window_.findChild<QDialog*>("FormHelp");
+    ASSERT_NE(form, nullptr);
+    EXPECT_TRUE(form->isVisible());
+    auto& page = Named<QTextBrowser>(*form, "TManual");
+    EXPECT_TRUE(page.toPlainText().startsWith("Glintara: the manual"));
+    EXPECT_TRUE(page.toPlainText().contains("Shift+"));
+    EXPECT_FALSE(page.openExternalLinks()) << "no other program is started";
+    const QImage picture =
+        page.loadResource(QTextDocument::ImageResource, QUrl("qrc:/manual/globe.png")).value<QImage>();
+    EXPECT_FALSE(picture.isNull());
+    EXPECT_LE(picture.width(), 680) << "it fits the page";
+    QTest::keyClick(form, Qt::Key_Escape);
+    EXPECT_FALSE(form->isVisible());
+}
+
+TEST_F(KeyboardTest, WithAnotherKeyThanShiftNoLetterActs) {
+    ClickOn(window_.Picture());
+    const bool before = main_.CSunLight.Value;
+    for (const Qt::KeyboardModifier modifier :
+         {Qt::ControlModifier, Qt::AltModifier, Qt::MetaModifier, Qt::GroupSwitchModifier}) {
+        QTest::keyClick(&window_.Picture(), Qt::Key_G, modifier);
+        if (QWidget* const menu = QApplication::activePopupWidget()) menu->close();
+        EXPECT_EQ(main_.CSunLight.Value, before) << modifier;
+    }
+    PressNative(Qt::Key_G, 42, Qt::ShiftModifier, "G");
+    EXPECT_EQ(main_.CSunLight.Value, !before) << "a capital letter is a letter, by Shift or Caps Lock";
+    PressNative(Qt::Key_G, 42, {}, "G");
+    EXPECT_EQ(main_.CSunLight.Value, before);
+}
+
+TEST_F(KeyboardTest, OnAKeyboardOfAnotherScriptTheKeysAreWhereTheyAre) {
+    ClickOn(window_.Picture());
+    const bool light = main_.CSunLight.Value;
+    PressNative(0x041F, 42, {}, QString(QChar(0x043F)));  // Cyrillic pe, where G is
+    EXPECT_EQ(main_.CSunLight.Value, !light);
+    PressNative(0x0393, 42, {}, QString(QChar(0x03B3)));  // Greek gamma
+    EXPECT_EQ(main_.CSunLight.Value, light);
+    const bool constellations = main_.CDrawConstallations.Value;
+    PressNative(0x00C7, 54, {}, QString(QChar(0x00E7)));  // a cedilla is no C
+    EXPECT_EQ(main_.CDrawConstallations.Value, constellations);
+    PressNative(0x041F, 10, {}, {});
+    EXPECT_EQ(main_.CSunLight.Value, light) << "the place of a digit";
+}
+
+TEST_F(KeyboardTest, APasteOnThePictureFillsTheTextBox) {
+    const std::string set =
+        "1 25544U 98067A   18020.17613426  .00001994  00000-0  37299-4 0  9990\n"
+        "2 25544  51.6434  71.6211 0003517  22.1480  83.1352 15.54200563 95469";
+    ClickOn(window_.Picture());
+    main_.TTLE.Text = std::string();
+    QGuiApplication::clipboard()->setText(QString::fromStdString("ISS (ZARYA)\n" + set));
+    QTest::keyClick(&window_.Picture(), Qt::Key_V, Qt::ControlModifier);
+    EXPECT_TRUE(main_.TTLE.Text.Get().starts_with("ISS (ZARYA)\r\n1 25544U"));
+    EXPECT_TRUE(main_.TTLE.Text.Get().ends_with("95469\r\n")) << "its last line can be read";
+    EXPECT_EQ(main_.LCommandOutput.Caption.Get(), "1 element set pasted, press Add TLE or Update TLE");
+    EXPECT_FALSE(main_.TimerFastRefresh.Enabled) << "not the key V";
+    EXPECT_EQ(QApplication::focusWidget(), &window_.Picture());
+    QGuiApplication::clipboard()->setText("no set");
+    const std::string before = main_.TTLE.Text.Get();
+    QTest::keyClick(&window_.Picture(), Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(main_.TTLE.Text.Get(), before) << "what was there stays";
+    EXPECT_EQ(main_.LCommandOutput.Caption.Get(), "ERROR: There is no element set in the clipboard");
+    ClickOn(WithText<QPushButton>("Add TLE"));
+    EXPECT_EQ(main_.TTLE.Text.Get(), "");
+    QGuiApplication::clipboard()->clear();
 }
 
 TEST_F(KeyboardTest, MenusOpenByTheirLetters) {

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QAbstractButton>
 #include <QAction>
 #include <QPushButton>
 #include <QTimer>
@@ -12,6 +13,7 @@
 #include <functional>
 #include <numbers>
 
+#include "core/options.h"
 #include "desktop/program/desktop_program.h"
 #include "orbit/element_sets.h"
 #include "support/temporary_folder.h"
@@ -86,8 +88,38 @@ class WindowTest : public ::testing::Test {
 
     QAction* EntryNamed(const QString& text) const {
         for (QAction* action : window_.findChildren<QAction*>())
-            if (QString(action->text()).remove('&') == text) return action;
+            if (CaptionOf(*action) == text) return action;
         return nullptr;
+    }
+
+    /// What an entry is called, without its letter and its key.
+    static QString CaptionOf(const QAction& action) { return action.text().section('\t', 0, 0).remove('&'); }
+
+    /// The button or box on the panels that shows `box`.
+    QAbstractButton* WidgetOf(const CheckBox& box) const {
+        for (QAbstractButton* widget : window_.findChildren<QAbstractButton*>())
+            if (widget->isCheckable() && widget->text() == QString::fromStdString(box.Caption.Get())) return widget;
+        return nullptr;
+    }
+
+    /// Each option is the same on its panel, in its menu and in the program.
+    void ExpectMenusAndBoxesAgree(const std::string& after) {
+        for (const OptionPair& pair : OptionPairs(main_)) ExpectAgrees(*pair.box, *pair.entry, pair.box->Value, after);
+        ExpectAgrees(main_.CLocalTime, main_.MnuNoUTC, !main_.CLocalTime.Value, after);
+        EXPECT_NE(main_.CSGP1.Value.Get(), main_.CSGP4.Value.Get()) << after;
+        EXPECT_FALSE(main_.CLockSky.Value && main_.CLockSatellite.Value) << after;
+        EXPECT_FALSE(main_.CSkyOnly.Value && !main_.CDrawSky.Value) << after;
+    }
+
+    void ExpectAgrees(const CheckBox& box, const MenuEntry& entry, bool checked, const std::string& after) {
+        const std::string where = entry.Caption.Get() + " after " + after;
+        EXPECT_EQ(entry.Checked.Get(), checked) << where;
+        const QAction* const action = EntryNamed(QString::fromStdString(entry.Caption.Get()));
+        ASSERT_NE(action, nullptr) << where;
+        EXPECT_EQ(action->isChecked(), checked) << where;
+        const QAbstractButton* const widget = WidgetOf(box);
+        ASSERT_NE(widget, nullptr) << where;
+        EXPECT_EQ(widget->isChecked(), box.Value) << where;
     }
 
     void LoadIridium() {
