@@ -1,6 +1,6 @@
 #pragma once
 
-// Long work, and how the program ends while some is under way.
+// How the program ends, while long work is under way too.
 
 #include <array>
 #include <functional>
@@ -9,21 +9,9 @@
 #include <vector>
 
 #include "state/application.h"
+#include "state/long_work.h"
 
 namespace glintara {
-
-/// A search, a scan or a download is under way as long as one of these stands. The clock does not move meanwhile, and
-/// the window closes only after the last of them.
-class LongWork {
-  public:
-    explicit LongWork(Application& app) : run_(app.Run) { run_.LongLoops = run_.LongLoops + 1; }
-    LongWork(const LongWork&) = delete;
-    LongWork& operator=(const LongWork&) = delete;
-    ~LongWork() { run_.LongLoops = run_.LongLoops - 1; }
-
-  private:
-    RunState& run_;
-};
 
 /// The windows in the order in which they are unloaded.
 inline constexpr std::array<std::string_view, 16> kUnloadOrder = {

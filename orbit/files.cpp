@@ -154,6 +154,7 @@ bool ReplaceFile(const std::filesystem::path& path, std::string_view bytes, std:
     if (error == 0) {
         std::filesystem::rename(beside, target, failed);
         if (!failed) return true;
+        error = failed.value();
     }
     Fail(why, WriteReasonOf(error != 0 ? error : failed.value()));
     std::filesystem::remove(beside, failed);

@@ -8,6 +8,7 @@
 #include <span>
 #include <utility>
 
+#include "flare/city_files.h"
 #include "orbit/files.h"
 #include "orbit/little_endian.h"
 #include "scene/star_places.h"
@@ -26,7 +27,6 @@ constexpr std::size_t kPairBytes = 2 * kIntegerBytes;
 
 /// Of records with texts: what they take when all texts are empty.
 constexpr std::size_t kLeastStarBytes = 9 * kRealBytes + kRecordTexts * kLengthBytes + sizeof(StarRecord::Tail);
-constexpr std::size_t kLeastCityBytes = kRecordTexts * kLengthBytes + sizeof(CityRecord::Block);
 
 /// The count at the head of a file, when so many records of at least `recordBytes` can follow.
 std::optional<std::size_t> ReadCount(ByteReader& reader, std::size_t recordBytes) {
@@ -86,15 +86,6 @@ bool IsStar(const StarRecord& star) {
     const std::array numbers = {star.Magnitude,        star.Declination,         star.RightAscension,
                                 star.DeclinationJ2000, star.RightAscensionJ2000, star.ColorIndex};
     return std::all_of(numbers.begin(), numbers.end(), [](double number) { return std::isfinite(number); });
-}
-
-CityRecord ReadCity(ByteReader& reader) {
-    CityRecord city;
-    city.CityName = reader.Text();
-    city.CityCountry = reader.Text();
-    city.CityExtra = reader.Text();
-    reader.Bytes(city.Block);
-    return city;
 }
 
 /// Reads a file, in the first of `folders` where that can be done, into `table`; nowhere, and it stays as it was.
@@ -179,30 +170,6 @@ std::optional<std::vector<ConstellationLine>> DecodeConstellations(std::string_v
     return lines;
 }
 
-std::string EncodeCities(const std::vector<CityRecord>& cities) {
-    ByteWriter writer;
-    WriteCount(writer, cities.size());
-    for (std::size_t i = 1; i < cities.size(); ++i) {
-        writer.Text(cities[i].CityName);
-        writer.Text(cities[i].CityCountry);
-        writer.Text(cities[i].CityExtra);
-        writer.Bytes(cities[i].Block);
-    }
-    return writer.Take();
-}
-
-std::optional<std::vector<CityRecord>> DecodeCities(std::string_view bytes) {
-    ByteReader reader(bytes);
-    const std::optional<std::size_t> count = ReadCount(reader, kLeastCityBytes);
-    if (!count || *count > kCityCapacity) return std::nullopt;
-    std::vector<CityRecord> cities(*count + 1);
-    for (std::size_t i = 1; i <= *count; ++i) {
-        cities[i] = ReadCity(reader);
-        if (reader.Failed()) return std::nullopt;
-    }
-    return cities;
-}
-
 std::vector<std::string> LoadMapFiles(std::span<const std::filesystem::path> folders, MapTables& map, StarTables& stars,
                                       CityTables& cities) {
     std::vector<std::string> failed;
@@ -216,7 +183,7 @@ std::vector<std::string> LoadMapFiles(std::span<const std::filesystem::path> fol
     std::vector<StarRecord> catalogue;
     if (load(kStarFile, DecodeStars, catalogue)) TakeStars(stars, std::move(catalogue));
     load(kConstellationFile, DecodeConstellations, stars.Constellations);
-    load(kCityFile, DecodeCities, cities.Cities);
+    if (!LoadCities(folders, cities)) failed.emplace_back(kCityFile);
     return failed;
 }
 
@@ -235,7 +202,9 @@ std::vector<std::string> SaveMapFiles(const std::filesystem::path& folder, const
     save(kReducedBorderFile, EncodeBorders(map.Zip));
     save(kStarFile, EncodeStars(stars.StarCatalogue));
     save(kConstellationFile, EncodeConstellations(stars.Constellations));
-    save(kCityFile, EncodeCities(cities.Cities));
+    // The sites behind the cities have a file of their own.
+    const auto citiesEnd = cities.SiteTable.begin() + std::min(cities.FirstSiteIndex, cities.SiteCount() + 1);
+    save(kCityFile, EncodeCities({cities.SiteTable.begin(), citiesEnd}));
     return failed;
 }
 

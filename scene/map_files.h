@@ -8,14 +8,14 @@
 //   DB002.VDB   reduced borders  n       the same                                                   20
 //   DB003.VDB   stars            n       n records: 9 reals, 3 texts, 18 bytes                      96 and the texts
 //   DB004.VDB   constellations   n       n pairs: number of a star, number of its group             8
-//   DB005.VDB   cities           n       n records: 3 texts, 82 bytes                               88 and the texts
+//   DB005.VDB   cities           n       n records: told in flare/city_files.h                      88 and the texts
 //
 //   kind        in the file
 //   ---------   -----------------------------------------------------------------------------------
 //   count       32-bit integer, signed, little-endian like all numbers
 //   number      the same
 //   real        IEEE 754 double, 64-bit
-//   text        length in bytes, 16-bit, and so many characters of Windows-1252
+//   text        length in bytes, 16-bit, and so many characters of Windows-1252; of cities in UTF-8
 //
 // No file has a header or a checksum, so a count is believed only when the file is long enough for it, and numbers only
 // when they can be a place or a star. What a file has behind its last record is not read.
@@ -47,10 +47,10 @@ inline constexpr const char* kFineBorderFile = "DB001.VDB";
 inline constexpr const char* kReducedBorderFile = "DB002.VDB";
 inline constexpr const char* kStarFile = "DB003.VDB";
 inline constexpr const char* kConstellationFile = "DB004.VDB";
-inline constexpr const char* kCityFile = "DB005.VDB";
 
-/// Reads the five files, each in the first of `folders` where it can be read. Each is taken or left as a whole: the
-/// table of one that cannot be read, or that holds what it cannot, stays as it was. Gives the names of those.
+/// Reads the five files, each in the first of `folders` where it can be read; of the cities their text when that is
+/// newer. Each is taken or left as a whole: the table of one that cannot be read, or that holds what it cannot, stays as
+/// it was. Gives the names of those.
 std::vector<std::string> LoadMapFiles(std::span<const std::filesystem::path> folders, MapTables& map, StarTables& stars,
                                       CityTables& cities);
 
@@ -73,8 +73,5 @@ std::optional<std::vector<StarRecord>> DecodeStars(std::string_view bytes);
 
 std::string EncodeConstellations(const std::vector<ConstellationLine>& lines);
 std::optional<std::vector<ConstellationLine>> DecodeConstellations(std::string_view bytes);
-
-std::string EncodeCities(const std::vector<CityRecord>& cities);
-std::optional<std::vector<CityRecord>> DecodeCities(std::string_view bytes);
 
 }  // namespace glintara

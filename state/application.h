@@ -2,6 +2,7 @@
 
 // The one application state, with the services that its procedures call.
 
+#include "state/cities_controls.h"
 #include "state/common_data.h"
 #include "state/date_entry_controls.h"
 #include "state/events.h"
@@ -11,6 +12,7 @@
 #include "state/mirror_controls.h"
 #include "state/observation_controls.h"
 #include "state/output_controls.h"
+#include "state/progress_controls.h"
 #include "state/run_state.h"
 #include "state/settings_controls.h"
 #include "state/window_signals.h"
@@ -38,6 +40,8 @@ struct Application {
     OutputControls Output;
     SettingsControls Settings;
     DateEntryControls DateEntry;
+    ProgressControls Progress;
+    CitiesControls Cities;
     RunState Run;
 
     MessageBoxes& Boxes;

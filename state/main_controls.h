@@ -32,12 +32,9 @@ struct MainControls {
         LFInfo.Visible = false;
         LElementAge.Visible = false;
         FSkyMouse.Visible = false;
-        for (CheckBox* box : {&CFlareTrack, &CDayFlares, &CNOSSFlare, &C2OrbitDetails, &CAstroDetails})
-            box->Acts = false;
+        for (CheckBox* box : {&CNOSSFlare, &C2OrbitDetails, &CAstroDetails}) box->Acts = false;
         CSGP1.Acts = false;
-        for (MenuEntry* entry :
-             {&MnuFlareTrack, &MnuDayFlares, &MnuOrbitDetails, &MnuAstroDetails, &MnuSGP1, &MnuMarkCities})
-            entry->Acts = false;
+        for (MenuEntry* entry : {&MnuOrbitDetails, &MnuAstroDetails, &MnuSGP1}) entry->Acts = false;
     }
 
     // Texts.

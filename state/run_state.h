@@ -149,6 +149,11 @@ struct RunState {
     Observed<std::string> WorkspaceFile;  ///< the file that was loaded or saved last, UTF-8; empty for none
     Observed<bool> AskToSave{true};       ///< changes that would be lost are asked about
 
+    // Tracks.
+    bool ExportPending = false;    ///< the track of the working satellite is to be written to files
+    bool CityScanPending = false;  ///< the cities along it are to be found
+    bool TrackBusy = false;        ///< one of both is under way
+
     // Turning.
     bool DragActive = false;            ///< a drag is under way
     double RotIncLat = kStartRotation;  ///< last change of the angles in one tick of the turning, radians

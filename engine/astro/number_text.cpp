@@ -109,6 +109,12 @@ std::string PlainNumberText(double value) {
     return {buffer.data(), done.ptr};
 }
 
+std::string ExactNumberText(double value) {
+    Buffer buffer{};
+    const auto done = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value);
+    return {buffer.data(), done.ptr};
+}
+
 std::string CutNumberText(double value, int decimals) {
     const double power = std::pow(10, decimals);
     const double scaled = value * power;

@@ -19,6 +19,9 @@ std::string_view TrimmedText(std::string_view text, std::string_view blanks = " 
 /// exponent ("1e+20"). What is not finite reads "nan", "inf", "-inf".
 std::string PlainNumberText(double value);
 
+/// The shortest text that reads back as the very same number.
+std::string ExactNumberText(double value);
+
 /// `value` cut (not rounded) to `decimals` places, floor(x 10^d)/10^d, as plain text.
 std::string CutNumberText(double value, int decimals);
 

@@ -91,11 +91,13 @@ TEST_F(MapToolsTest, StarsAndCitiesAreWrittenToo) {
     StarRecord star;
     star.Magnitude = -1.46;
     star.ProperName = "Sirius";
-    CityRecord city;
+    SiteRecord city;
     city.CityName = "Torino";
+    city.Y = 1;
     app.Data.Stars.StarCatalogue.push_back(star);
     app.Data.Stars.Constellations.push_back({1, 7});
-    app.Data.Cities.Cities.push_back(city);
+    app.Data.Cities.SiteTable.assign({{}, city});
+    app.Data.Cities.FirstSiteIndex = 2;
     main.CSaveBinDbg.Click();
     MapTables mapAgain;
     StarTables starsAgain;
@@ -103,7 +105,7 @@ TEST_F(MapToolsTest, StarsAndCitiesAreWrittenToo) {
     ASSERT_TRUE(LoadMapFiles(folder.Path(), mapAgain, starsAgain, citiesAgain).empty());
     EXPECT_EQ(starsAgain.StarCatalogue.at(1), star);
     EXPECT_EQ(starsAgain.Constellations.at(1), (ConstellationLine{1, 7}));
-    EXPECT_EQ(citiesAgain.Cities.at(1), city);
+    EXPECT_EQ(citiesAgain.SiteTable.at(1), city);
     EXPECT_EQ(mapAgain.Border.Lat, map.Border.Lat);
 }
 

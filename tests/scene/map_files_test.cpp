@@ -68,9 +68,12 @@ StarRecord Sirius() {
     return star;
 }
 
-CityRecord Turin() {
-    CityRecord city{"Turin", "IT", "Europe/Rome", {}};
-    for (std::size_t i = 0; i < city.Block.size(); ++i) city.Block[i] = static_cast<std::byte>(255 - i);
+SiteRecord Turin() {
+    SiteRecord city;
+    city.CityName = "Turin";
+    city.CityCountry = "IT";
+    city.CityExtra = "Piedmont";
+    city.X = 1;
     return city;
 }
 
@@ -164,21 +167,6 @@ TEST(ConstellationFile, PairsAreInterleaved) {
     EXPECT_FALSE(DecodeConstellations(file.substr(0, file.size() - 1)));
 }
 
-TEST(CityFile, TextsStandBeforeTheBlock) {
-    const std::string file = EncodeCities({CityRecord{}, Turin(), CityRecord{}});
-    ASSERT_EQ(file.size(), 4U + (2 + 5) + (2 + 2) + (2 + 11) + 82 + 3 * 2 + 82);
-    EXPECT_EQ(file.substr(4, 11), Bytes({5, 0}) + "Turin" + Bytes({2, 0}) + "IT");
-    EXPECT_EQ(file.substr(28, 2), Bytes({255, 254}));
-
-    const auto cities = DecodeCities(file);
-    ASSERT_TRUE(cities);
-    ASSERT_EQ(cities->size(), 3U);
-    EXPECT_EQ((*cities)[1], Turin());
-    EXPECT_EQ((*cities)[2], CityRecord{});
-    for (std::size_t length = 0; length < file.size(); ++length)
-        EXPECT_FALSE(DecodeCities(file.substr(0, length))) << length;
-}
-
 TEST(MapFiles, RandomBytesAreRefusedOrMirrored) {
     std::mt19937 dice(1957);
     int read = 0;
@@ -195,7 +183,6 @@ TEST(MapFiles, RandomBytesAreRefusedOrMirrored) {
         mirrors(DecodeBorders(bytes), EncodeBorders);
         mirrors(DecodeStars(bytes), EncodeStars);
         mirrors(DecodeConstellations(bytes), EncodeConstellations);
-        mirrors(DecodeCities(bytes), EncodeCities);
     }
     EXPECT_GT(read, 1000);
 }
@@ -220,7 +207,8 @@ AllTables FilledTables() {
     tables.map.Zip.Id = {0, 1, 1};
     tables.stars.StarCatalogue.push_back(Sirius());
     tables.stars.Constellations.push_back({1, 1});
-    tables.cities.Cities.push_back(Turin());
+    tables.cities.SiteTable.push_back(Turin());
+    tables.cities.FirstSiteIndex = 2;
     return tables;
 }
 
@@ -237,7 +225,7 @@ TEST(MapFiles, WhatIsSavedIsLoaded) {
     EXPECT_EQ(tables.stars.StarCatalogue.at(1), Sirius());
     EXPECT_STREQ(tables.stars.StarPlotTable.at(1).Name.data(), "Sirius");
     EXPECT_EQ(tables.stars.Constellations.at(1), (ConstellationLine{1, 1}));
-    EXPECT_EQ(tables.cities.Cities.at(1), Turin());
+    EXPECT_EQ(tables.cities.SiteTable.at(1), Turin());
 }
 
 TEST(MapFiles, ABadFileIsNamedAndTheOthersAreRead) {
@@ -280,7 +268,7 @@ TEST(MapFiles, EachFileIsReadInTheFirstFolderThatHasAGoodOne) {
     EXPECT_EQ(read.map.Zip.Id, (std::vector<std::int32_t>{0, 7, 7}));
     EXPECT_EQ(read.stars.StarCatalogue.at(1), Sirius());
     EXPECT_EQ(read.stars.Constellations.size(), 2U);
-    EXPECT_EQ(read.cities.Cities.at(1), Turin());
+    EXPECT_EQ(read.cities.SiteTable.at(1), Turin());
 }
 
 TEST(MapFiles, AMissingFolderFailsForAll) {
