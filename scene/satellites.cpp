@@ -8,6 +8,7 @@
 #include "scene/circles.h"
 #include "scene/flare_marks.h"
 #include "scene/flare_rays.h"
+#include "scene/flare_tracks.h"
 #include "scene/marks.h"
 #include "scene/orbits.h"
 
@@ -28,6 +29,7 @@ struct Pass {
     bool earthShown = true;
     bool orbitsShown = true;
     bool flaresShown = true;
+    bool tracksShown = true;
     LightPlaces lights = {};
     LiveFlareQuest quest = {};
     int satellite = 0;  // index of the one that is being drawn
@@ -152,10 +154,12 @@ void DrawSatellite(const Pass& pass, SatRecord& satellite, bool working) {
     }
     if (satellite.IsDisabled()) return;
     if (pass.orbitsShown && (working || !IsOrbitHidden(satellite))) DrawOrbits(scene, satellite);
+    if (pass.tracksShown && (working || !IsOrbitHidden(satellite))) DrawFlareTrack(scene, satellite);
     if (pass.flaresShown) {
         DrawFlareRays(scene, satellite, motion, pass.lights, pass.quest);
         FindLiveFlares(app, satellite, motion, pass.lights, pass.quest, pass.work.flares);
         DrawFlareMarks(scene, satellite, pass.work.flares, pass.work.names);
+        DrawFootprints(scene, satellite, motion, pass.lights, pass.quest);
     }
     if (pass.earthShown) {
         DrawEarthMarks(pass, satellite, position, working);
@@ -178,6 +182,7 @@ void DrawSatellites(const SceneContext& scene, SatelliteWorkspace& work) {
     pass.earthShown = !app.Main.CSkyOnly.Value;
     pass.orbitsShown = AreOrbitsShown(app.Main);
     pass.flaresShown = pass.earthShown && app.Main.CIridiumFlares.Value;
+    pass.tracksShown = pass.earthShown && app.Main.CFlareTrack.Value;
     pass.quest = LiveFlareQuestOf(app);
     if (pass.flaresShown) pass.lights = LightPlacesAt(data);
     for (int s = 1; s <= data.SatCount; ++s) {

@@ -32,7 +32,8 @@ struct SatelliteWorkspace {
 
 /// Draws all satellites that are not disabled, in the order of the list, so the working one last, on top. Each is
 /// propagated once, to the displayed instant, into its own engine block. Per satellite: the orbit, unless hidden by
-/// its switch (the working satellite's is always drawn); with `CIridiumFlares` the live flares and their rays; the mark
+/// its switch (the working satellite's is always drawn); with `CFlareTrack` the track of its flares, on the same terms;
+/// with `CIridiumFlares` the live flares, their rays and the outlines of their light; the mark
 /// in space, with `CProjectOrbit` the mark on the ground, and then the one in space only with `CPlotOrbit`; with
 /// `CDrawSky` the mark on the sky. Names and the labels of flares follow when all marks stand.
 ///
