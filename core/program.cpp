@@ -13,7 +13,10 @@
 #include "core/tips.h"
 #include "core/twilight.h"
 #include "core/views.h"
+#include "flare/cities.h"
+#include "flare/pending_track.h"
 #include "flare/search.h"
+#include "orbit/progress.h"
 #include "scene/orientation.h"
 #include "scene/sky_pointer.h"
 
@@ -62,6 +65,7 @@ Program::Program(Application& app, UsageRecord& usage, const ComputerClock& cloc
     form_colors::Connect(app);
     twilight::Connect(app);
     date_entry::Connect(app, Time);
+    ConnectTracks();
     app.Observations.CEnDisPointer.SetClickHandler([&app] { ToggleSkyMouse(app); });
     app.Main.MnuTips.SetClickHandler([&app] { ShowTips(app); });
     app.Main.MnuUpdateCheck.SetClickHandler([this] { Usage.CheckForUpdate(app_.Data.UpdateCheckDays, true); });
@@ -78,6 +82,18 @@ void Program::ConnectSearch() {
         CFindNext_click(app_, Time);
     });
     form.CAbort.SetClickHandler([this] { CAbort_click(app_); });
+}
+
+void Program::ConnectTracks() {
+    app_.Main.MnuExportTrack.SetClickHandler([this] { MnuExportTrack_Click(app_); });
+    app_.Main.mnuFindCityTrack.SetClickHandler([this] { mnuFindCityTrack_Click(app_); });
+    ConnectProgress(app_.Progress);
+    End.AddAbort([this] { app_.Progress.Aborted = true; });
+    ConnectCities(app_);
+}
+
+CityHooks Program::HooksOfCities() {
+    return {&Time, [this] { CZenith_Click(app_); }};
 }
 
 void Program::ConnectViews() {

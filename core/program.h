@@ -15,6 +15,7 @@
 #include "core/start_up.h"
 #include "core/usage_record.h"
 #include "core/workspace.h"
+#include "flare/cities.h"
 
 namespace glintara {
 
@@ -59,8 +60,12 @@ class Program {
         Form_Load(app_, Time, Usage, startUpHooks_, programFolder);
     }
 
+    /// What a choice in the window of cities asks of the core.
+    CityHooks HooksOfCities();
+
   private:
     void ConnectSearch();
+    void ConnectTracks();
     void ConnectViews();
 
     Application& app_;

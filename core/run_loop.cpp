@@ -6,6 +6,7 @@
 
 #include "core/element_labels.h"
 #include "core/views.h"
+#include "flare/pending_track.h"
 #include "scene/mouse_text.h"
 #include "scene/object_finder.h"
 #include "scene/sky_pointer.h"
@@ -103,14 +104,17 @@ void RunLoop::Connect() {
 
 bool RunLoop::MakePicture() {
     if (app_.Run.FrameBusy) return false;
-    const Raised busy(app_.Run.FrameBusy);
-    ShowElementAgeOfInstant();
-    if (hooks_.makePicture) hooks_.makePicture();
-    ShowMouseText(app_);
-    RefreshSkyPointer(app_);
-    ++picturesMade_;
-    app_.Windows.RefreshSatPosition();
-    if (hooks_.updateSatPosition) hooks_.updateSatPosition();
+    {
+        const Raised busy(app_.Run.FrameBusy);
+        ShowElementAgeOfInstant();
+        if (hooks_.makePicture) hooks_.makePicture();
+        ShowMouseText(app_);
+        RefreshSkyPointer(app_);
+        ++picturesMade_;
+        app_.Windows.RefreshSatPosition();
+        if (hooks_.updateSatPosition) hooks_.updateSatPosition();
+    }
+    FinishPendingTrack(app_);
     return true;
 }
 

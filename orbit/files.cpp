@@ -150,13 +150,13 @@ bool ReplaceFile(const std::filesystem::path& path, std::string_view bytes, std:
     }
     std::filesystem::path beside = target;
     beside += ".new";
-    const int error = WriteFile(beside, target, bytes);
+    int error = WriteFile(beside, target, bytes);
     if (error == 0) {
         std::filesystem::rename(beside, target, failed);
         if (!failed) return true;
         error = failed.value();
     }
-    Fail(why, WriteReasonOf(error != 0 ? error : failed.value()));
+    Fail(why, WriteReasonOf(error));
     std::filesystem::remove(beside, failed);
     return false;
 }

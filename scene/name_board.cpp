@@ -120,11 +120,12 @@ std::optional<NameBoard::Place> NameBoard::FindPlace(const NameWish& wish, const
     return std::nullopt;
 }
 
-void NameBoard::Draw(const SceneContext& scene) {
+void NameBoard::Draw(const SceneContext& scene, double size) {
     if (wishes_.empty()) return;
     DrawSurface& surface = scene.Surface;
-    const double size = scene.App.Main.CThinLines.Value ? kThinNameSize : kNameSize;
-    UseTextFont(surface, size);
+    const bool thin = scene.App.Main.CThinLines.Value;
+    // All names of a picture keep the room of the largest, so that each knows the others.
+    UseTextFont(surface, thin ? kThinNameSize : kNameSize);
     // All characters of the text font have one width, so a name need not be measured.
     const double character = surface.TextWidth(" ");
     const double height = surface.TextHeight(" ");
@@ -136,7 +137,7 @@ void NameBoard::Draw(const SceneContext& scene) {
         rows_.assign(rows, -1);
     }
     TakeObstacles(scene);
-    UseTextFont(surface, size);
+    UseTextFont(surface, thin ? std::min(size, kThinNameSize) : size);
     surface.FontOutlined = true;
     for (const NameWish& wish : wishes_) {
         if (places_.size() == kMostNames) break;

@@ -72,7 +72,10 @@ class NameBoard {
     /// already written, one that finds no room on either side, and one whose mark lies out of the picture. The wishes
     /// are forgotten then; what is written keeps its room until `Clear`, so that other rooms can add names of their
     /// own.
-    void Draw(const SceneContext& scene);
+    void Draw(const SceneContext& scene) { Draw(scene, kNameSize); }
+
+    /// The same in letters of `size` points, at most `kNameSize`.
+    void Draw(const SceneContext& scene, double size);
 
   private:
     struct Place {

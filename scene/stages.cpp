@@ -1,5 +1,6 @@
 #include "scene/stages.h"
 
+#include "scene/city_marks.h"
 #include "scene/constellations.h"
 #include "scene/map_text.h"
 #include "scene/marks.h"
@@ -16,7 +17,12 @@ FrameStages StagesOfProgram(SatelliteWorkspace& satellites) {
     stages.site = DrawSiteMark;
     stages.sunAndMoon = DrawSunAndMoonOnEarth;
     stages.ariesLine = DrawAriesLine;
-    stages.satellites = [&satellites](const SceneContext& scene) { DrawSatellites(scene, satellites); };
+    stages.cities = DrawCityMarks;
+    stages.satellites = [&satellites](const SceneContext& scene) {
+        DrawSatellites(scene, satellites);
+        const MainControls& main = scene.App.Main;
+        if (main.MnuMarkCities.Checked && !main.CSkyOnly.Value) DrawCityNames(scene, satellites.names);
+    };
     stages.polygonMarker = [](const SceneContext& scene) { PlotPolygonMarker(scene, scene.App.Run.BorderTool); };
     stages.stars = [&satellites](const SceneContext& scene) { PlotStars(scene, satellites.names); };
     stages.constellations = PlotConstallations;

@@ -1,0 +1,165 @@
+#include "flare/pending_track.h"
+
+#include <chrono>
+#include <optional>
+
+#include "engine/astro/constants.h"
+#include "flare/cities.h"
+#include "flare/track_export.h"
+#include "orbit/output.h"
+#include "orbit/progress.h"
+#include "state/long_work.h"
+
+namespace glintara {
+
+namespace {
+
+/// The windows are served this often while a scan goes on, and looked whether it is time every so many steps.
+constexpr std::chrono::milliseconds kServePause{50};
+constexpr int kStepsBetweenLooks = 16;
+
+/// Whether the time to serve has come; the first time it has.
+class ServeClock {
+  public:
+    bool IsTime() {
+        if (++steps_ % kStepsBetweenLooks != 1) return false;
+        const auto now = std::chrono::steady_clock::now();
+        if (served_ && now - *served_ < kServePause) return false;
+        served_ = now;
+        return true;
+    }
+
+  private:
+    int steps_ = 0;
+    std::optional<std::chrono::steady_clock::time_point> served_;
+};
+
+/// Marks the work as begun, so that pictures that are made meanwhile leave it alone, and clears what was pending.
+class Work {
+  public:
+    explicit Work(Application& app) : long_(app), run_(app.Run) { run_.TrackBusy = true; }
+    Work(const Work&) = delete;
+    Work& operator=(const Work&) = delete;
+    ~Work() {
+        run_.TrackBusy = false;
+        run_.ExportPending = false;
+        run_.CityScanPending = false;
+    }
+
+  private:
+    LongWork long_;
+    RunState& run_;
+};
+
+void WriteTrack(FlareTrack& track, TrackFiles& files) {
+    int mirror = 1;
+    WalkTrack(
+        track,
+        [&](std::int32_t /*step*/, const TrackPoint& point) {
+            if (point.mirror != mirror) files.Gap();
+            mirror = point.mirror;
+            files.Add(point);
+        },
+        [&](std::int32_t /*step*/, int /*mirror*/) { files.Gap(); });
+}
+
+void Scan(Application& app, FlareTrack& track, TrackFiles* files) {
+    output::Init(app);
+    output::PrintLine(app, "List of cities along the track (less than 5 km from the track)");
+    output::PrintLine(app, "");
+    ClearAllCityFlag(app.Data.Cities);
+    if (app.Data.Cities.SelectedCities.empty()) {
+        if (files != nullptr) WriteTrack(track, *files);
+        return;
+    }
+    ProgressWindow window(app, "Looking for cities along the track");
+    ScanListener listener;
+    listener.goesOn = [&window](double part) { return window.GoesOn(100 * part); };
+    listener.tell = [&app](const std::vector<std::string>& lines) {
+        std::string text;
+        for (const std::string& line : lines) text += (text.empty() ? "" : "\r\n") + line;
+        output::PrintLine(app, text);
+    };
+    if (files != nullptr) {
+        listener.take = [files](const TrackPoint& point) { files->Add(point); };
+        listener.takeGap = [files] { files->Gap(); };
+    }
+    ScanCities(app.Data.Cities, app.Data.Site.SiteRadius, track, listener);
+}
+
+/// Writes the files and says what came of it; nothing when all is well.
+void SaveFiles(Application& app, TrackFiles& files, double start) {
+    files.End();
+    const std::string problem = WriteTrackFiles(TrackFileStem(app.Main.TTLE.Text.Get(), start), files);
+    if (app.Run.Closing) return;  // nobody is there to read it
+    if (problem.empty())
+        app.Boxes.Tell("Flare Track Exported", MessageIcon::Information);
+    else
+        app.Boxes.Tell("Cannot write " + problem, MessageIcon::Critical);
+}
+
+}  // namespace
+
+void MnuExportTrack_Click(Application& app) {
+    app.Run.ExportPending = true;
+    app.Windows.UpdateGraphicsLevel2();
+}
+
+void mnuFindCityTrack_Click(Application& app) {
+    app.Run.CityScanPending = true;
+    app.Windows.UpdateGraphicsLevel2();
+}
+
+bool ScanCities(CityTables& tables, double siteRadius, FlareTrack& track, const ScanListener& listener) {
+    std::vector<std::string> lines;
+    const auto tell = [&] {
+        if (!lines.empty() && listener.tell) listener.tell(lines);
+        lines.clear();
+    };
+    ServeClock clock;
+    const double start = track.InstantOf(0);
+    const double whole = (track.End() - start) * kSecondsPerDay;
+    for (int mirror = 1; mirror <= track.MirrorCount(); ++mirror) {
+        for (double second = 0; second <= whole;) {
+            if (clock.IsTime()) {
+                tell();
+                const double part = (mirror - 1 + second / whole) / track.MirrorCount();
+                if (listener.goesOn && !listener.goesOn(part)) return false;
+            }
+            const double jd = start + second / kSecondsPerDay;
+            double nearest = 0;
+            if (const std::optional<TrackPoint> point = track.At(mirror, jd)) {
+                nearest = CheckCityProximity(tables, siteRadius, jd, point->centre, lines);
+                if (listener.take) listener.take(*point);
+            } else if (listener.takeGap) {
+                listener.takeGap();
+            }
+            second += kScanStep + nearest / kScanSpeed;
+        }
+        if (listener.takeGap) listener.takeGap();
+    }
+    tell();
+    return true;
+}
+
+void FinishPendingTrack(Application& app) {
+    const RunState& run = app.Run;
+    if (run.TrackBusy || run.Closing || !(run.ExportPending || run.CityScanPending)) return;
+    const CommonData& data = app.Data;
+    if (data.SatCount < 1 || !app.Main.CFlareTrack.Value || !app.Main.CSGP4.Value) return;
+    const TrackQuest quest = TrackQuestOf(app);
+    FlareTrack track(data, data.Satellite(data.WorkingSat()), quest);
+    if (!track.Exists()) return;
+    std::optional<TrackFiles> files;
+    if (run.ExportPending) files.emplace(quest.transit);
+    {
+        const Work work(app);
+        if (run.CityScanPending)
+            Scan(app, track, files ? &*files : nullptr);
+        else
+            WriteTrack(track, *files);
+    }
+    if (files) SaveFiles(app, *files, quest.start);
+}
+
+}  // namespace glintara
