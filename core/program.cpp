@@ -16,6 +16,7 @@
 #include "flare/cities.h"
 #include "flare/pending_track.h"
 #include "flare/search.h"
+#include "flare/surface_editor.h"
 #include "orbit/progress.h"
 #include "scene/orientation.h"
 #include "scene/sky_pointer.h"
@@ -25,11 +26,16 @@ namespace glintara {
 void ProgramSignals::UpDateAll() {
     RefreshSatellitePanel(app_);
     ShowElementAge(app_);
+    surface_editor::RefreshData(app_);
 }
 
 void ProgramSignals::ShowWorkingSatellite() { RefreshSatellitePanel(app_); }
 
 void ProgramSignals::RefreshSettings() { form_colors::WinDataUpdate(app_); }
+
+void ProgramSignals::ChangeSatelliteSignal() { surface_editor::ChangeSatelliteSignal(app_); }
+
+void ProgramSignals::RefreshData() { surface_editor::RefreshData(app_); }
 
 void ProgramSignals::UpdateGraphicsLevel2() { glintara::UpdateGraphicsLevel2(app_.Main); }
 
@@ -66,6 +72,7 @@ Program::Program(Application& app, UsageRecord& usage, const ComputerClock& cloc
     twilight::Connect(app);
     date_entry::Connect(app, Time);
     ConnectTracks();
+    surface_editor::Connect(app, Time);
     app.Observations.CEnDisPointer.SetClickHandler([&app] { ToggleSkyMouse(app); });
     app.Main.MnuTips.SetClickHandler([&app] { ShowTips(app); });
     app.Main.MnuUpdateCheck.SetClickHandler([this] { Usage.CheckForUpdate(app_.Data.UpdateCheckDays, true); });

@@ -38,6 +38,8 @@ class ProgramSignals : public WindowSignals {
     void UpDateAll() override;
     void ShowWorkingSatellite() override;
     void RefreshSettings() override;
+    void ChangeSatelliteSignal() override;
+    void RefreshData() override;
     void UpdateGraphicsLevel2() override;
     void SyncronizeMenuBar() override;
     void SaveStat() override;

@@ -25,6 +25,8 @@ struct MirrorRecord {
     double Spare3 = 1;     ///< carried and saved, without meaning
     double MirrorJD = 0;   ///< Julian date at which it was fitted; 0 for none
     double ScatterFactor = 1;  ///< widening of the light's disc in the footprint, 1 to 50
+
+    friend bool operator==(const MirrorRecord&, const MirrorRecord&) = default;
 };
 
 /// All surfaces of a satellite and how they are carried around the orbit. A fresh one is undefined and empty.
@@ -46,6 +48,8 @@ struct SurfaceModel {
     /// Surface `index`, 1 to `kMirrorCapacity`.
     MirrorRecord& Mirror(int index) { return Mirrors[static_cast<std::size_t>(index)]; }
     const MirrorRecord& Mirror(int index) const { return Mirrors[static_cast<std::size_t>(index)]; }
+
+    friend bool operator==(const SurfaceModel&, const SurfaceModel&) = default;
 };
 
 }  // namespace glintara
