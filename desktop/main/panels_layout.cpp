@@ -205,27 +205,12 @@ QWidget* BuildTime(MainControls& main, QWidget* parent) {
     return frame;
 }
 
-/// A label of the stars with the buttons that step what it tells, under it, in the third column.
-void AddLimit(QGridLayout& grid, int row, Label& text, const char* longest, Button& less, Button& more) {
-    constexpr int kColumn = 2;
-    QFont font = grid.parentWidget()->font();
-    font.setPixelSize(kNumberPixels);
-    auto* const label = MakeLabel(text, font, "quiet");
-    label->setMinimumWidth(label->fontMetrics().horizontalAdvance(longest));
-    grid.addWidget(label, row, kColumn, 1, 2, Qt::AlignBottom);
-    grid.addWidget(Repeating(MakeStepButton(less)), row + 1, kColumn);
-    grid.addWidget(Repeating(MakeStepButton(more)), row + 1, kColumn + 1);
-}
-
 QWidget* BuildStar(MainControls& main, QWidget* parent) {
     auto* frame = new PanelFrame(main.FrameStar, parent);
     auto* grid = GridIn(frame);
-    grid->setHorizontalSpacing(kControlGap);
     AddBoxes(*grid,
              {{&main.CDrawSky, &main.CDrawSun, &main.CDrawConstallations, &main.CStarNames, &main.CDrawFrontStars},
               {&main.CDrawBackStars, &main.CLocalSky, &main.CFlatSky, &main.CReverseSky, &main.CSkyCircle}});
-    AddLimit(*grid, 0, main.LMaxStarMag, "Max Star Mag. -0.25", main.CMaxMagDec, main.CMaxMagInc);
-    AddLimit(*grid, 2, main.LStarSize, "Star Size: 30", main.CStarSizeDec, main.CStarSizeInc);
     SpreadRows(*grid, 5);
     return frame;
 }
@@ -292,6 +277,28 @@ QWidget* BuildSat(MainControls& main, bool& keyLock, QWidget* parent) {
     return frame;
 }
 
+/// A label of the stars with the buttons that step what it tells. It keeps the room of its longest text.
+void AddLimit(QHBoxLayout& row, Label& text, const char* longest, Button& less, Button& more) {
+    QFont font = row.parentWidget()->font();
+    font.setPixelSize(kNumberPixels);
+    auto* const label = MakeLabel(text, font, "quiet");
+    label->setMinimumWidth(label->fontMetrics().horizontalAdvance(longest));
+    row.addWidget(label);
+    for (Button* button : {&less, &more}) row.addWidget(Repeating(MakeStepButton(*button)));
+}
+
+QWidget* BuildStarLimits(MainControls& main) {
+    auto* limits = new QWidget;
+    auto* row = new QHBoxLayout(limits);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(kControlGap);
+    AddLimit(*row, main.LMaxStarMag, "Max Star Mag. -0.25", main.CMaxMagDec, main.CMaxMagInc);
+    row->addSpacing(kFrameGap);
+    AddLimit(*row, main.LStarSize, "Star Size: 30", main.CStarSizeDec, main.CStarSizeInc);
+    row->addStretch();
+    return limits;
+}
+
 QWidget* BuildDraw(MainControls& main, QWidget* parent) {
     auto* frame = new PanelFrame(main.FrameDraw, parent);
     auto* grid = GridIn(frame);
@@ -324,8 +331,9 @@ QWidget* BuildDraw(MainControls& main, QWidget* parent) {
         turns->addWidget(MakeStepButton(*button));
     column->addLayout(turns);
     column->addStretch();
-    grid->addWidget(models, 0, 3, 6, 1);
-    SpreadRows(*grid, 6);
+    grid->addWidget(BuildStarLimits(main), 6, 0, 1, 3);
+    grid->addWidget(models, 0, 3, 7, 1);
+    SpreadRows(*grid, 7);
     frame->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     return frame;
 }
