@@ -2,14 +2,17 @@
 
 // Whatever a file holds, the session after it is sound: it can be drawn, searched and saved.
 
+#include <sys/mman.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstddef>
+#include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <optional>
 #include <random>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -18,7 +21,6 @@
 #include "core/workspace_lines.h"
 #include "flare/search.h"
 #include "flare/surface_models.h"
-#include "orbit/files.h"
 #include "scene/stages.h"
 #include "scene/surface/recording_surface.h"
 #include "support/temporary_folder.h"
@@ -32,28 +34,25 @@ class WorkspaceTrial {
 
     /// Loads `text`; the first thing that is wrong afterwards, or an empty text.
     std::string Load(std::string_view text) {
-        {
-            std::ofstream file(file_, std::ios::binary | std::ios::trunc);
-            file << text;
-        }
+        file_.Put(text);
         // What the file before has left must not carry over.
         app_.Data.SatCount = 0;
-        loaded_ = program_.Files.LoadWorkspaceCommand(file_, false);
+        loaded_ = program_.Files.LoadWorkspaceCommand(file_.Path(), false);
         return WhatIsWrong();
     }
 
-    /// Draws the session, searches an hour of it and writes it; what is wrong then.
+    /// Draws the session, searches an hour of it and writes it as a text; what is wrong then.
     std::string Use() {
         surface_.Forget();
         GlobeFrame(app_, surface_, frame_, stages_);
         if (surface_.Operations().empty() && !app_.Main.MnuLib3D.Checked) return "nothing is drawn";
         for (int index = 1; index <= app_.Data.SatCount; ++index) app_.Data.Satellite(index).Selected = true;
         SearchFlares(app_, program_.Time, kReach, 0, SearchStart::First);
-        if (!program_.Files.SaveWorkspace(saved_)) return "it cannot be saved";
+        const auto list = std::span(app_.Data.SatTable).subspan(1, static_cast<std::size_t>(app_.Data.SatCount));
+        const std::string text = WorkspaceText(CaptureHead(app_), list, app_.Data.SavedViews);
         Workspace again;
         std::string why;
-        const std::optional<std::string> text = ReadWholeFile(saved_, kLargestWorkspaceFile, &why);
-        if (!text || ReadWorkspace(*text, again, why) != WorkspaceReading::Whole) return "what was saved: " + why;
+        if (ReadWorkspace(text, again, why) != WorkspaceReading::Whole) return "what would be saved: " + why;
         const bool same = again.Satellites.size() == static_cast<std::size_t>(app_.Data.SatCount);
         return same ? "" : "not all satellites were saved";
     }
@@ -62,6 +61,26 @@ class WorkspaceTrial {
 
   private:
     static constexpr double kReach = 1e6;  // metres
+
+    /// A file that no disk has to turn for.
+    class MemoryFile {
+      public:
+        MemoryFile() : number_(memfd_create("workspace", MFD_CLOEXEC)) {}
+        MemoryFile(const MemoryFile&) = delete;
+        MemoryFile& operator=(const MemoryFile&) = delete;
+        ~MemoryFile() { close(number_); }
+
+        void Put(std::string_view text) const {
+            const bool put = ftruncate(number_, 0) == 0 &&
+                             pwrite(number_, text.data(), text.size(), 0) == static_cast<ssize_t>(text.size());
+            if (!put) std::abort();
+        }
+
+        std::filesystem::path Path() const { return "/proc/self/fd/" + std::to_string(number_); }
+
+      private:
+        int number_;
+    };
 
     class Clock : public ComputerClock {
       public:
@@ -107,8 +126,7 @@ class WorkspaceTrial {
     }
 
     TemporaryFolder folder_;
-    const std::filesystem::path file_ = folder_.Path() / "trial.cst";
-    const std::filesystem::path saved_ = folder_.Path() / "saved.cst";
+    MemoryFile file_;
     Silent boxes_;
     Events events_;
     Clock clock_;

@@ -9,7 +9,7 @@ constexpr int kFiles = 100000;
 
 /// Each is loaded; to draw and to search takes longer, so that is done with one in this many. The fuzz target does it
 /// with all.
-constexpr int kUsedOf = 20;
+constexpr int kUsedOf = 10;
 
 TEST(WorkspaceTrial, WholeFilesMakeSoundSessions) {
     WorkspaceTrial trial;
