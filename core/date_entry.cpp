@@ -65,7 +65,7 @@ std::optional<double> YearIn(std::string_view text) {
     const bool sign = !text.empty() && (text.front() == '-' || text.front() == '+');
     const std::string_view digits = sign ? text.substr(1) : text;
     if (!IsDigits(digits)) return std::nullopt;
-    const double size = LeadingNumber(digits);
+    const double size = StrictNumber(digits).value_or(std::numeric_limits<double>::infinity());
     return text.front() == '-' ? 0 - size : size;
 }
 

@@ -85,19 +85,23 @@ void ConnectZone(Application& app, const SimulatedTime& time) {
 
 }  // namespace
 
-void Open(Application& app, const SimulatedTime& time) {
+void WinDataUpdate(Application& app) {
     LocalSettingsControls& form = Form(app);
-    if (form.Visible) return;
     const CommonData& data = app.Data;
     form.TLAT.Text = DegreesText(data.Site.SiteLat);
     form.TLON.Text = DegreesText(data.Site.SiteLon);
     form.TALT.Text = PlainNumberText(data.Site.SiteAlt);
     form.TUTC.Text = std::to_string(data.UTCOffsetHours);
     form.CComputerZone.Value = !app.Run.Zone.chosen;
-    ShowComputerZone(app, time);
     form.TStationCode.Text = data.StationCode;
     form.LTimeZone.Caption = std::string();
-    form.Visible = true;
+}
+
+void Open(Application& app, const SimulatedTime& time) {
+    if (Form(app).Visible) return;
+    WinDataUpdate(app);
+    ShowComputerZone(app, time);
+    Form(app).Visible = true;
 }
 
 void COk_Click(Application& app, SimulatedTime& time, const Hooks& hooks) {

@@ -23,6 +23,9 @@ struct Hooks {
     std::function<void(const std::string&)> keepStationCode;  ///< keeps the code for the next start, if given
 };
 
+/// Brings the boxes into line with the values: what was typed is gone.
+void WinDataUpdate(Application& app);
+
 /// Opens the window with the present values in its boxes. One that is open stays as it is.
 void Open(Application& app, const SimulatedTime& time);
 

@@ -39,6 +39,14 @@ void ProgramSignals::RefreshData() { surface_editor::RefreshData(app_); }
 
 void ProgramSignals::UpdateGraphicsLevel2() { glintara::UpdateGraphicsLevel2(app_.Main); }
 
+void ProgramSignals::RefreshSettings() {
+    form_colors::WinDataUpdate(app_);
+    const SettingsControls& forms = app_.Settings;
+    if (forms.Local.Visible) local_settings::WinDataUpdate(app_);
+    if (forms.RealTime.Visible) real_time_step::Open(app_);
+    if (forms.Twilight.Visible) twilight::WinDataUpdate(app_);
+}
+
 void ProgramSignals::SyncronizeMenuBar() { glintara::SyncronizeMenuBar(app_.Main); }
 
 void ProgramSignals::SaveStat() { usage_.SaveStat(); }

@@ -5,21 +5,17 @@
 
 namespace glintara::twilight {
 
-namespace {
-
-void ShowAngle(Application& app) { app.Settings.Twilight.TTwilight.Text = PlainNumberText(app.Data.TwilightAngle); }
-
-}  // namespace
+void WinDataUpdate(Application& app) { app.Settings.Twilight.TTwilight.Text = PlainNumberText(app.Data.TwilightAngle); }
 
 void Open(Application& app) {
     if (app.Settings.Twilight.Visible) return;
-    ShowAngle(app);
+    WinDataUpdate(app);
     app.Settings.Twilight.Visible = true;
 }
 
 void CApply_Click(Application& app) {
     app.Data.SetTwilightAngle(ReadBoxNumber(app.Settings.Twilight.TTwilight.Text.Get()).value);
-    ShowAngle(app);
+    WinDataUpdate(app);
     app.Windows.UpdateGraphicsLevel2();
 }
 

@@ -6,6 +6,9 @@
 
 namespace glintara::twilight {
 
+/// Brings the box into line with the elevation.
+void WinDataUpdate(Application& app);
+
 /// Opens the window with the present elevation in its box. One that is open stays as it is.
 void Open(Application& app);
 

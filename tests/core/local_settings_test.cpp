@@ -4,7 +4,9 @@
 
 #include <fstream>
 
+#include "core/colors.h"
 #include "core/program_fixture.h"
+#include "core/twilight.h"
 #include "orbit/location.h"
 
 namespace glintara {
@@ -23,7 +25,7 @@ struct LocalSettingsTest : testing::ProgramTest {
 };
 
 TEST_F(LocalSettingsTest, OpensWithTheValuesInPlainText) {
-    SetLocation(data, {45.07 * kDegree, -70.6 * kDegree, 240.5});
+    SetLocation(data, {45.07 * kDegToRad, -70.6 * kDegToRad, 240.5});
     SetStationCode(data, "2701");
     OpenForm();
     EXPECT_TRUE(form.Visible);
@@ -148,6 +150,25 @@ TEST_F(LocalSettingsTest, AWindowThatIsOpenKeepsWhatIsTyped) {
     form.TLAT.Text = std::string("12");
     OpenForm();
     EXPECT_EQ(form.TLAT.Text.Get(), "12");
+}
+
+// Else an OK would bring the old place back.
+TEST_F(LocalSettingsTest, AWorkspaceThatIsLoadedMeanwhileFillsTheBoxes) {
+    OpenForm();
+    SetLocation(data, {45.07 * kDegree, 7.69 * kDegree, 240});
+    data.SetTwilightAngle(-6);
+    data.RealTimeStep = 90;
+    data.SoilColor = kSoilPalette[0].color;
+    twilight::Open(app);
+    app.Settings.RealTime.Visible = true;
+    app.Settings.Twilight.TTwilight.Text = std::string("3");
+    signals.RefreshSettings();
+    EXPECT_EQ(form.TLAT.Text.Get(), "45.07");
+    EXPECT_EQ(app.Settings.Twilight.TTwilight.Text.Get(), "-6");
+    EXPECT_EQ(app.Settings.RealTime.STime.Value, 60);
+    EXPECT_EQ(app.Settings.Colors.LSoilColor.Current, 0);
+    form.COk.Click();
+    EXPECT_NEAR(data.Site.SiteLat, 45.07 * kDegree, 1e-15);
 }
 
 TEST_F(LocalSettingsTest, ATypedPlaceStaysThoughTheSiteHasFloated) {

@@ -183,7 +183,7 @@ TEST_F(ColorsTest, DefaultIsWhatTheProgramStartsWith) {
 
 TEST_F(ColorsTest, TheStartAppliesTheDefaults) {
     data.SoilColor = data.SeaColor = data.ShadowColor = 1;
-    program.Start(folder.Path());
+    program.Start({});
     EXPECT_EQ(data.SoilColor, kSoilPalette[kDefaultSoil].color);
     EXPECT_EQ(data.SeaColor, kSeaPalette[kDefaultSea].color);
     EXPECT_EQ(data.ShadowColor, 90U * 65793);

@@ -18,7 +18,7 @@ TEST_F(ShutDownTest, TheWindowsAreUnloadedInTheirOrder) {
                                                   "FormColors", "FormTwilight", "FormIOD", "FormOutput", "FormCities",
                                                   "FormProgress", "FormAdvSel", "FormAbout", "FormDate"}));
     EXPECT_TRUE(program.End.Form_Unload());
-    EXPECT_EQ(unloaded.size(), 15U) << "once";
+    EXPECT_EQ(unloaded.size(), 16U) << "once";
 }
 
 TEST_F(ShutDownTest, NothingFiresAfterwards) {
@@ -51,7 +51,7 @@ TEST_F(ShutDownTest, LongWorkIsToldToEndAndUnwindsFirst) {
     EXPECT_EQ(closesPosted, 1);
     EXPECT_TRUE(boxes.messages.empty());
     EXPECT_TRUE(program.End.Form_Unload());
-    EXPECT_EQ(unloaded.size(), 15U);
+    EXPECT_EQ(unloaded.size(), 16U);
 }
 
 TEST_F(ShutDownTest, LongWorkThatEndsByItselfClosesNothing) {
