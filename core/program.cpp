@@ -31,8 +31,6 @@ void ProgramSignals::UpDateAll() {
 
 void ProgramSignals::ShowWorkingSatellite() { RefreshSatellitePanel(app_); }
 
-void ProgramSignals::RefreshSettings() { form_colors::WinDataUpdate(app_); }
-
 void ProgramSignals::ChangeSatelliteSignal() { surface_editor::ChangeSatelliteSignal(app_); }
 
 void ProgramSignals::RefreshData() { surface_editor::RefreshData(app_); }

@@ -41,7 +41,6 @@ class ProgramSignals : public WindowSignals {
     void ChangeSatelliteSignal() override;
     void RefreshData() override;
     void UpdateGraphicsLevel2() override;
-    void RefreshSettings() override;
     void SyncronizeMenuBar() override;
     void SaveStat() override;
 
