@@ -218,8 +218,9 @@ TEST_F(OldStarsTest, SunAndMoonStandInTheSkyWhereThePublishedPlacesAre) {
     ExpectCircleAt(kSkySunColor, 198.378178, -7.783871, 0.03);
     SetInstant(2448724.5);  // 1992 April 12
     const MoonPlace moon = MoonPosition(2448724.5);
-    app.Data.MoonRA = moon.ra;
-    app.Data.MoonDec = moon.dec;
+    // Whoever has it in the zenith sees it where the centre of the Earth would.
+    app.Data.MoonRA = app.Data.MoonTopoRA = moon.ra;
+    app.Data.MoonDec = app.Data.MoonTopoDec = moon.dec;
     LookAtSky({moon.dec, moon.ra});
     ExpectCircleAt(kSkyMoonColor, 134.688470, 13.768368, 0.15);
 }
