@@ -30,7 +30,7 @@ inline constexpr int kInterrupted = 130;
 
 enum class Format { Text, Csv, Json };
 
-/// What both commands are told.
+/// What all commands are told.
 struct CommonOptions {
     std::vector<std::string> tleFiles;  ///< "-" is standard input
     std::string site;
@@ -45,6 +45,18 @@ struct FlareOptions : CommonOptions {
     double threads = 0;  ///< that search, a whole number; 0 is one for each core
     bool moon = false;
     bool transit = false;
+};
+
+/// What both commands about tracks are told. The site may be empty: tracks are the same for every observer.
+struct TrackOptions : CommonOptions {
+    double orbits = 1;  ///< revolutions
+    bool transit = false;
+    bool day = false;
+    bool moon = false;
+    std::optional<std::string> kml;    ///< file for the line
+    std::optional<std::string> table;  ///< file for the table
+    double population = 0;             ///< of the smallest city that is looked at
+    std::string data;                  ///< folder of the cities; empty: where the program's data are
 };
 
 /// "LAT,LON" or "LAT,LON,HEIGHT": degrees, north and east positive, and metres. Throws `Failure`.

@@ -7,15 +7,18 @@
 
 #include "cli/arguments.h"
 #include "cli/flares_command.h"
+#include "cli/track_command.h"
 #include "cli/where_command.h"
 #include "engine/astro/number_text.h"
 #include "orbit/out_of_memory.h"
 #include "orbit/satellite_table.h"
+#include "state/city_tables.h"
 #include "state/version.h"
 
 namespace {
 
 using namespace glintara::cli;
+using glintara::kFirstMinPopulation;
 using glintara::PlainNumberText;
 
 constexpr const char* kSeeHelp = "\nRun with --help for more information.";
@@ -28,8 +31,8 @@ CLI::Option* AddNumber(CLI::App& command, const std::string& name, double& targe
         ->default_str(PlainNumberText(target));
 }
 
-void AddCommonOptions(CLI::App& command, CommonOptions& options, const std::string& instantName,
-                      const std::string& instantHelp) {
+void AddElementOptions(CLI::App& command, CommonOptions& options, const std::string& instantName,
+                       const std::string& instantHelp, const std::string& nameHelp) {
     command
         .add_option("--tle", options.tleFiles,
                     "File of two- or three-line element sets; \"-\" reads standard input; may be given more than once")
@@ -37,21 +40,45 @@ void AddCommonOptions(CLI::App& command, CommonOptions& options, const std::stri
         ->expected(1)
         ->take_all()
         ->type_name("FILE");
-    command.add_option("--site", options.site, "The observer: degrees north, degrees east, metres (150 when left out)")
-        ->required()
-        ->type_name("LAT,LON[,HEIGHT]");
     command
         .add_option_function<std::string>(
             instantName, [&options](const std::string& text) { options.from = text; }, instantHelp)
         ->type_name("UTC");
-    command.add_option("--name", options.name, "Only satellites whose name contains this, in any case")
-        ->type_name("TEXT");
+    command.add_option("--name", options.name, nameHelp)->type_name("TEXT");
+}
+
+void AddCommonOptions(CLI::App& command, CommonOptions& options, const std::string& instantName,
+                      const std::string& instantHelp) {
+    AddElementOptions(command, options, instantName, instantHelp,
+                      "Only satellites whose name contains this, in any case");
+    command.add_option("--site", options.site, "The observer: degrees north, degrees east, metres (150 when left out)")
+        ->required()
+        ->type_name("LAT,LON[,HEIGHT]");
     command
         .add_option_function<std::string>(
             "--format", [&options](const std::string& text) { options.format = ParseFormat(text); },
             "text (aligned, for people), csv or json (all digits)")
         ->type_name("text|csv|json")
         ->default_str("text");
+}
+
+void AddTrackOptions(CLI::App& command, TrackOptions& options) {
+    AddElementOptions(command, options, "--from",
+                      "Start of the track, such as 2018-01-20T05:30:00Z (now when left out)",
+                      "The satellite: part of its name, in any case, that no other name has, or all of it");
+    AddNumber(command, "--orbits", options.orbits, "Length of the track, revolutions")->type_name("N");
+    command.add_flag("--moon", options.moon, "Moonlight instead of sunlight");
+    command.add_flag("--transit", options.transit,
+                     "Where the satellite passes in front of the Sun (with --moon, the Moon) instead of flares");
+    command.add_flag("--day", options.day, "By day too");
+    command
+        .add_option_function<std::string>(
+            "--kml", [&options](const std::string& text) { options.kml = text; }, "Writes the track as a line for maps")
+        ->type_name("FILE");
+    command
+        .add_option_function<std::string>(
+            "--table", [&options](const std::string& text) { options.table = text; }, "Writes the track as a table")
+        ->type_name("FILE");
 }
 
 /// What is wrong with the command line, in the words of the program.
@@ -63,7 +90,7 @@ std::string UsageText(const CLI::App& app, const CLI::ParseError& error) {
         const char* const kind = option ? "option" : app.get_subcommands().empty() ? "command" : "argument";
         return std::string("no such ") + kind + ": " + glintara::ShownName(word) + kSeeHelp;
     }
-    if (app.get_subcommands().empty()) return std::string("tell what to do: flares or where") + kSeeHelp;
+    if (app.get_subcommands().empty()) return std::string("tell what to do: flares, track, cities or where") + kSeeHelp;
     return glintara::ShownName(error.what()) + kSeeHelp;
 }
 
@@ -93,6 +120,20 @@ void Run(int argc, char** argv) {
     flares->add_flag("--transit", flareOptions.transit,
                      "Passages in front of the Sun (with --moon, the Moon) instead of flares");
 
+    TrackOptions trackOptions;
+    CLI::App* const track =
+        app.add_subcommand("track", "Follows the flares, or transits, of one satellite over the ground");
+    AddTrackOptions(*track, trackOptions);
+
+    TrackOptions cityOptions;
+    cityOptions.population = kFirstMinPopulation;
+    CLI::App* const cities = app.add_subcommand("cities", "Lists the cities that such a track passes within 5 km");
+    AddTrackOptions(*cities, cityOptions);
+    AddNumber(*cities, "--population", cityOptions.population, "Inhabitants of the smallest city that is looked at")
+        ->type_name("N");
+    cities->add_option("--data", cityOptions.data, "Folder of DB005.VDB or cities1000.txt, when it is another one")
+        ->type_name("FOLDER");
+
     CommonOptions whereOptions;
     CLI::App* const where = app.add_subcommand("where", "Tells where the satellites are at one instant");
     AddCommonOptions(*where, whereOptions, "--at,--from",
@@ -111,6 +152,10 @@ void Run(int argc, char** argv) {
 
     if (flares->parsed())
         RunFlares(flareOptions, std::cout);
+    else if (track->parsed())
+        RunTrack(trackOptions, std::cout);
+    else if (cities->parsed())
+        RunCities(cityOptions, std::cout);
     else
         RunWhere(whereOptions, std::cout);
     EndOutput();

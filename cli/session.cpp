@@ -38,7 +38,10 @@ double Seconds() {
 void Warn(const std::string& text) { std::cerr << "glint: warning: " << text << '\n'; }
 
 void Session::Prepare(const CommonOptions& options, double jd) {
-    SetLocation(app_.Data, ParseSite(options.site));
+    if (options.site.empty())
+        SetLocationDegrees(app_.Data, 0, 0);
+    else
+        SetLocation(app_.Data, ParseSite(options.site));
     for (const std::string& file : options.tleFiles) LoadFile(file);
     KeepNames(options.name);
 

@@ -51,25 +51,13 @@ class Work {
     RunState& run_;
 };
 
-void WriteTrack(FlareTrack& track, TrackFiles& files) {
-    int mirror = 1;
-    WalkTrack(
-        track,
-        [&](std::int32_t /*step*/, const TrackPoint& point) {
-            if (point.mirror != mirror) files.Gap();
-            mirror = point.mirror;
-            files.Add(point);
-        },
-        [&](std::int32_t /*step*/, int /*mirror*/) { files.Gap(); });
-}
-
 void Scan(Application& app, FlareTrack& track, TrackFiles* files) {
     output::Init(app);
     output::PrintLine(app, "List of cities along the track (less than 5 km from the track)");
     output::PrintLine(app, "");
     ClearAllCityFlag(app.Data.Cities);
     if (app.Data.Cities.SelectedCities.empty()) {
-        if (files != nullptr) WriteTrack(track, *files);
+        if (files != nullptr) AddTrack(track, *files);
         return;
     }
     ProgressWindow window(app, "Looking for cities along the track");
@@ -157,7 +145,7 @@ void FinishPendingTrack(Application& app) {
         if (run.CityScanPending)
             Scan(app, track, files ? &*files : nullptr);
         else
-            WriteTrack(track, *files);
+            AddTrack(track, *files);
     }
     if (files) SaveFiles(app, *files, quest.start);
 }

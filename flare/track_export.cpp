@@ -124,6 +124,18 @@ void TrackFiles::End() {
     AddLine(kml_, "</kml>");
 }
 
+void AddTrack(FlareTrack& track, TrackFiles& files) {
+    int mirror = 1;
+    WalkTrack(
+        track,
+        [&](std::int32_t /*step*/, const TrackPoint& point) {
+            if (point.mirror != mirror) files.Gap();
+            mirror = point.mirror;
+            files.Add(point);
+        },
+        [&files](std::int32_t /*step*/, int /*mirror*/) { files.Gap(); });
+}
+
 std::string WriteTrackFiles(const std::filesystem::path& stem, const TrackFiles& files) {
     const std::pair<const char*, const std::string&> parts[] = {{".txt", files.Table()}, {".kml", files.Kml()}};
     for (const auto& [ending, bytes] : parts) {

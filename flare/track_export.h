@@ -53,6 +53,9 @@ class TrackFiles {
     std::string kml_;
 };
 
+/// Adds all points of `track` and its gaps. A surface's pass ends with a gap.
+void AddTrack(FlareTrack& track, TrackFiles& files);
+
 /// Writes both files, `stem` with ".txt" and ".kml", in the place of those that are there. Returns what is to be said of
 /// one that could not be written, its name and the reason; empty when all is well.
 std::string WriteTrackFiles(const std::filesystem::path& stem, const TrackFiles& files);

@@ -1,9 +1,9 @@
 #include "scene/flare_tracks.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <cstdint>
+#include <limits>
 #include <optional>
 #include <string>
 
@@ -51,16 +51,24 @@ void TellFirstPoint(Application& app, const TrackPoint& point) {
                                       CutNumberText(place.lon / kDegToRad, kPlaceDecimals);
 }
 
-/// Whether the outline is large enough to be seen, on the screen.
-bool IsLargeEnough(const SceneContext& scene, const FootprintRing& ring) {
-    std::optional<Vector3> first;
-    double extent = 0;
+/// Whether the outline can be seen: it is large enough, and not all of it on one side of the picture.
+bool IsWorthDrawing(const SceneContext& scene, const FootprintRing& ring) {
+    const ViewState& view = scene.View();
+    const DrawSurface& surface = scene.Surface;
+    const WindowScale window = GetWindowScale(view, surface);
+    constexpr double kFar = std::numeric_limits<double>::infinity();
+    BoxArea area{kFar, kFar, -kFar, -kFar};
     for (const std::optional<Vector3>& point : ring) {
         if (!point) continue;
-        if (!first) first = point;
-        extent = std::max(extent, Length(*point - *first));
+        const std::optional<ScenePoint> place = SeenOnEarth(scene, *point);
+        if (!place) continue;
+        const double x = BoxFromSceneX(window, view, place->x);
+        const double y = BoxFromSceneY(window, view, place->y);
+        area = {std::min(area.left, x), std::min(area.top, y), std::max(area.right, x), std::max(area.bottom, y)};
     }
-    return extent * ScreenPixelsPerUnit(scene) >= kLeastRing;
+    const double extent = std::max(area.right - area.left, area.bottom - area.top);
+    return extent >= kLeastRing * kTwipsPerScreenPixel && area.right >= 0 && area.left <= surface.ScaleWidth &&
+           area.bottom >= 0 && area.top <= surface.ScaleHeight;
 }
 
 void DrawRing(const SceneContext& scene, const FootprintRing& ring) {
@@ -114,7 +122,7 @@ void DrawFootprints(const SceneContext& scene, const SatRecord& satellite, const
         ForEachNormal(satellite.Surface, *frame, quest, [&](int index, const Vector3& normal) {
             const double scatter = satellite.Surface.Mirror(index).ScatterFactor;
             const FootprintRing ring = FootprintOf(motion.position, source, radius, scatter, normal);
-            if (IsLargeEnough(scene, ring)) DrawRing(scene, ring);
+            if (IsWorthDrawing(scene, ring)) DrawRing(scene, ring);
         });
     }
 }

@@ -16,6 +16,8 @@
 #include "desktop/main/bindings.h"
 #include "desktop/main/keyboard.h"
 #include "desktop/main/window_memory.h"
+#include "flare/cities.h"
+#include "flare/city_files.h"
 #include "flare/surface_models.h"
 #include "orbit/element_sets.h"
 #include "scene/map_files.h"
@@ -98,6 +100,9 @@ DesktopProgram::DesktopProgram(const QString& placesFile, bool mapTools)
         app_, *window_, places_, clock_, [this](int key, bool shift) { return PressKeyElsewhere(key, shift); });
     settings_ = std::make_unique<SettingsWindows>(
         app_, program_->Time, *window_, places_, [this](int key, bool shift) { return PressKeyElsewhere(key, shift); });
+    tracks_ = std::make_unique<TrackWindows>(
+        app_, *window_, places_, program_->HooksOfCities(),
+        [this](int key, bool shift) { return PressKeyElsewhere(key, shift); });
     signals_.refreshInfo = [this] { observations_->RefreshInfo(); };
     mouse_ = std::make_unique<MouseSteering>(app_, program_->Loop);
     ConnectWindow();
@@ -124,6 +129,7 @@ ProgramHooks DesktopProgram::MakeHooks() {
     hooks.picture.drawFineStars = [this] { MakePicture(); };
     hooks.picture.showPlottingNotice = [this] { ShowNotice(); };
     hooks.startUp.loadMap = [this] { return LoadMap(); };
+    hooks.startUp.loadSites = [this] { return LoadPlaces(); };
     hooks.startUp.rebuildStarList = [this] { RebuildStarList(app_.Data.Stars, app_.Data.View.MaxStarMag); };
     hooks.workspace.showLoadingNotice = [this] { ShowLoading(); };
     hooks.workspace.askForFile = [this](const FileQuestion& question) { return AskForFile(question); };
@@ -144,6 +150,7 @@ ProgramHooks DesktopProgram::MakeHooks() {
         if (name == "FormHelp" && helpForm_) helpForm_->hide();
         observations_->Unload(name);
         settings_->Unload(name);
+        tracks_->Unload(name);
     };
     return hooks;
 }
@@ -155,6 +162,15 @@ std::vector<std::string> DesktopProgram::LoadMap() {
         LoadSeaSpots(".", data.Map);
     }
     return LoadMapFiles(dataFolders_, data.Map, data.Stars, data.Cities);
+}
+
+/// The sites behind the cities, which the map files have brought. A user without sites is no user with an error.
+bool DesktopProgram::LoadPlaces() {
+    CityTables& tables = app_.Data.Cities;
+    LoadSites(dataFolders_, tables);
+    DeselectAllCities(tables);
+    ClearAllCityFlag(tables);
+    return true;
 }
 
 void DesktopProgram::Start(const std::filesystem::path& folder, const std::vector<std::filesystem::path>& dataFolders) {
@@ -188,6 +204,7 @@ void DesktopProgram::ConnectMenus() {
     main.MnuColors.SetClickHandler([this] { settings_->ShowColors(); });
     main.MnuTwilight.SetClickHandler([this] { settings_->ShowTwilight(); });
     main.MnuGoToDate.SetClickHandler([this] { settings_->ShowDate(); });
+    main.MnuCities.SetClickHandler([this] { tracks_->ShowCities(); });
     app_.FindFlare.CSatList.SetClickHandler([this] { ShowSatellites(); });
     main.MnuHelp.SetClickHandler([this] { ShowHelp(); });
     main.MnuExit.SetClickHandler([this] { window_->close(); });

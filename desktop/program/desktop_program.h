@@ -20,6 +20,7 @@
 #include "desktop/orbit/form_satellites.h"
 #include "desktop/program/observation_windows.h"
 #include "desktop/program/settings_windows.h"
+#include "desktop/program/track_windows.h"
 #include "desktop/scene/painter_surface.h"
 #include "scene/stages.h"
 
@@ -88,6 +89,7 @@ class DesktopProgram {
     void ConnectLabels();
     void RefreshLabels();
     std::vector<std::string> LoadMap();
+    bool LoadPlaces();
     void MakePicture();
     void ShowNotice();
     void ShowLoading();
@@ -120,6 +122,7 @@ class DesktopProgram {
     std::unique_ptr<FormHelp> helpForm_;
     std::unique_ptr<ObservationWindows> observations_;
     std::unique_ptr<SettingsWindows> settings_;
+    std::unique_ptr<TrackWindows> tracks_;
 };
 
 }  // namespace glintara::desktop

@@ -312,15 +312,15 @@ TEST_F(WindowTest, InANarrowWindowThePanelsAreScrolledSideways) {
 TEST_F(WindowTest, WhatIsStillToComeIsGreyed) {
     Settle();
     LoadIridium();
-    for (const char* text : {"Constellations", "Flare/Tr Track"}) {
+    for (const char* text : {"Constellations", "NOSS Flare"}) {
         for (const QCheckBox* box : window_.findChildren<QCheckBox*>())
             if (box->text() == text) EXPECT_FALSE(box->isEnabled()) << text;
     }
     for (const char* text :
-         {"SGP1", "Open Workspace...", "Mark Cities", "Update and News Check", "Export Flare/Transit Track"})
+         {"SGP1", "Open Workspace...", "Update and News Check", "Export Flare/Transit Track", "Orbit Details"})
         EXPECT_FALSE(EntryNamed(text)->isEnabled()) << text;
-    for (const char* text :
-         {"SGP4/SDP4", "Floating Site", "Search Flares/Transits...", "Transit Mode", "Reset View", "Show Atmosphere"})
+    for (const char* text : {"SGP4/SDP4", "Floating Site", "Search Flares/Transits...", "Transit Mode", "Reset View",
+                             "Show Atmosphere", "Mark Cities", "Show Flare/Transit Tracks", "Cities..."})
         EXPECT_TRUE(EntryNamed(text)->isEnabled()) << text;
 }
 
