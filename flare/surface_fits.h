@@ -36,7 +36,7 @@ enum class FitAim {
 };
 
 /// The angles of a surface on `satellite` that does that at the displayed instant, rounded to four decimals of a degree
-/// (less than two metres on the ground for each thousand kilometres straight below). The shadow and the horizon are not
+/// (two and a half metres for each thousand kilometres, across the beam). The shadow and the horizon are not
 /// asked: see `ObjectionToFit`. Nothing for a body that rotates or is turned to a target, whose angles do not stand for
 /// one direction at one instant, and where there is no body frame, no place of the satellite, or no such plane.
 std::optional<SurfaceAngles> FitSurface(const Application& app, const SatRecord& satellite, FitAim aim);

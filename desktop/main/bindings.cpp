@@ -22,29 +22,31 @@ QString ToQt(const std::string& text) { return QString::fromStdString(text); }
 
 std::string FromQt(const QString& text) { return text.toStdString(); }
 
-void Bind(QAbstractButton& widget, CheckBox& control) {
+void Bind(QAbstractButton& widget, CheckBox& control, QChar mnemonic) {
     widget.setCheckable(true);
-    const auto show = [&widget, &control] {
+    const auto show = [&widget, &control, mnemonic] {
         const QSignalBlocker quiet(widget);
         widget.setChecked(control.Value);
         widget.setEnabled(control.Enabled && control.Acts);
-        widget.setText(ToQt(control.Caption));
+        const QString caption = ToQt(control.Caption);
+        widget.setText(WithMnemonic(caption, mnemonic));
         widget.setToolTip(ToQt(control.ToolTip));
-        widget.setAccessibleName(ToQt(control.Caption));
+        widget.setAccessibleName(caption.isEmpty() ? widget.toolTip() : caption);
     };
     control.Watch(show);
     show();
     QObject::connect(&widget, &QAbstractButton::toggled, &widget, [&control](bool value) { control.Value = value; });
 }
 
-void Bind(QAbstractButton& widget, Button& control) {
-    const auto show = [&widget, &control] {
+void Bind(QAbstractButton& widget, Button& control, QChar mnemonic) {
+    const auto show = [&widget, &control, mnemonic] {
         widget.setEnabled(control.Enabled);
-        widget.setText(ToQt(control.Caption));
+        const QString caption = ToQt(control.Caption);
+        widget.setText(WithMnemonic(caption, mnemonic));
         widget.setToolTip(ToQt(control.ToolTip));
         // A sign such as "+" says nothing to who hears it.
-        const bool isSign = widget.text().size() <= kLongestSign && !widget.toolTip().isEmpty();
-        widget.setAccessibleName(isSign ? widget.toolTip() : widget.text());
+        const bool isSign = caption.size() <= kLongestSign && !widget.toolTip().isEmpty();
+        widget.setAccessibleName(isSign ? widget.toolTip() : caption);
         widget.setAccessibleDescription(widget.toolTip());
         if (widget.property(kLit).toBool() != control.Lit) {
             widget.setProperty(kLit, control.Lit.Get());
@@ -85,6 +87,20 @@ void Bind(QLineEdit& widget, TextBox& control) {
 }
 
 TextPortions& Bind(QPlainTextEdit& widget, TextBox& control) { return *new TextPortions(widget, control); }
+
+void Bind(QSlider& widget, Slider& control) {
+    const auto show = [&widget, &control] {
+        const QSignalBlocker quiet(widget);
+        widget.setRange(control.Least, control.Most);
+        widget.setValue(control.Value);
+        widget.setEnabled(control.Enabled);
+        widget.setToolTip(ToQt(control.ToolTip));
+        widget.setAccessibleDescription(widget.toolTip());
+    };
+    control.Watch(show);
+    show();
+    QObject::connect(&widget, &QSlider::valueChanged, &widget, [&control](int value) { control.MoveTo(value); });
+}
 
 void Bind(QProgressBar& widget, ProgressBar& control) {
     widget.setRange(0, 100);

@@ -23,8 +23,9 @@ namespace glintara::desktop {
 QString ToQt(const std::string& text);
 std::string FromQt(const QString& text);
 
-void Bind(QAbstractButton& widget, CheckBox& control);
-void Bind(QAbstractButton& widget, Button& control);
+/// A button, pressed by Alt and the letter `mnemonic` too, unless that is null.
+void Bind(QAbstractButton& widget, CheckBox& control, QChar mnemonic = {});
+void Bind(QAbstractButton& widget, Button& control, QChar mnemonic = {});
 void Bind(QLineEdit& widget, TextBox& control);
 
 /// With `wording` the text is shown as that gives it, so that it breaks well.
@@ -32,6 +33,7 @@ void Bind(QLabel& widget, Label& control, const std::function<QString(QString)>&
 
 /// The box for long texts; what it gives takes pastes. It belongs to the widget.
 TextPortions& Bind(QPlainTextEdit& widget, TextBox& control);
+void Bind(QSlider& widget, Slider& control);
 void Bind(QProgressBar& widget, ProgressBar& control);
 void Bind(QSlider& widget, Slider& control);
 

@@ -81,6 +81,16 @@ QListView::item:selected { background: #3a3312; color: %text; }
 QLineEdit[bad="true"] { border-color: %warning; }
 QProgressBar { background: %field; border: 1px solid %hairline; border-radius: 4px; max-height: 8px; }
 QProgressBar::chunk { background: %accent; border-radius: 3px; }
+QTabWidget::pane { border: none; border-top: 1px solid %hairline; }
+QTabBar::tab { background: transparent; color: %quiet; border-bottom: 2px solid transparent; padding: 4px 12px; }
+QTabBar::tab:selected { color: %text; border-bottom-color: %accent; }
+QTabBar::tab:hover, QTabBar::tab:focus { color: %accent; }
+QSlider::groove:horizontal { background: %field; border: 1px solid %hairline; border-radius: 3px; height: 4px; }
+QSlider::handle:horizontal { background: %quiet; border: 1px solid %quiet; border-radius: 6px; width: 10px; margin: -4px 0; }
+QSlider::handle:horizontal:hover, QSlider::handle:horizontal:focus { background: %accent; border-color: %accent; }
+QSlider::handle:horizontal:disabled { background: %hairline; border-color: %hairline; }
+QListView::indicator { width: 11px; height: 11px; border: 1px solid #3a424e; border-radius: 3px; background: %field; }
+QListView::indicator:checked { background: %accent; border-color: %accent; }
 QLabel[quiet="true"] { color: %quiet; }
 QLabel[accent="true"] { color: %accent; }
 QLabel[warning="true"] { color: %warning; }

@@ -103,6 +103,8 @@ DesktopProgram::DesktopProgram(const QString& placesFile, bool mapTools)
     tracks_ = std::make_unique<TrackWindows>(
         app_, *window_, places_, program_->HooksOfCities(),
         [this](int key, bool shift) { return PressKeyElsewhere(key, shift); });
+    editor_ = std::make_unique<EditorWindow>(
+        app_, *window_, places_, [this](int key, bool shift) { return PressKeyElsewhere(key, shift); });
     signals_.refreshInfo = [this] { observations_->RefreshInfo(); };
     mouse_ = std::make_unique<MouseSteering>(app_, program_->Loop);
     ConnectWindow();
@@ -151,6 +153,7 @@ ProgramHooks DesktopProgram::MakeHooks() {
         observations_->Unload(name);
         settings_->Unload(name);
         tracks_->Unload(name);
+        editor_->Unload(name);
     };
     return hooks;
 }
@@ -205,8 +208,10 @@ void DesktopProgram::ConnectMenus() {
     main.MnuTwilight.SetClickHandler([this] { settings_->ShowTwilight(); });
     main.MnuGoToDate.SetClickHandler([this] { settings_->ShowDate(); });
     main.MnuCities.SetClickHandler([this] { tracks_->ShowCities(); });
-    app_.FindFlare.CSatList.SetClickHandler([this] { ShowSatellites(); });
     main.MnuHelp.SetClickHandler([this] { ShowHelp(); });
+    main.MnuModelSatSurfaces.SetClickHandler([this] { editor_->Show(); });
+    app_.FindFlare.CSatList.SetClickHandler([this] { ShowSatellites(); });
+    app_.Mirror.CSelectWin.SetClickHandler([this] { ShowSatellites(); });
     main.MnuExit.SetClickHandler([this] { window_->close(); });
     main.MnuUpdateCheck.SetClickHandler({});  // as long as there is no page to open
     if (mapTools_) ConnectMapTools(app_);

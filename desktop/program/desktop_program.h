@@ -18,6 +18,7 @@
 #include "desktop/main/main_scope.h"
 #include "desktop/main/qt_services.h"
 #include "desktop/orbit/form_satellites.h"
+#include "desktop/program/editor_window.h"
 #include "desktop/program/observation_windows.h"
 #include "desktop/program/settings_windows.h"
 #include "desktop/program/track_windows.h"
@@ -123,6 +124,7 @@ class DesktopProgram {
     std::unique_ptr<ObservationWindows> observations_;
     std::unique_ptr<SettingsWindows> settings_;
     std::unique_ptr<TrackWindows> tracks_;
+    std::unique_ptr<EditorWindow> editor_;
 };
 
 }  // namespace glintara::desktop
