@@ -24,7 +24,7 @@ namespace {
 constexpr int kNumberPixels = 12;
 constexpr int kReadOutPixels = 11;
 /// Characters for which a number has room.
-constexpr int kNumberCharacters = 10;
+constexpr int kNumberCharacters = 9;
 /// Rows of the list for which there is room at least.
 constexpr int kListRows = 4;
 
@@ -110,7 +110,8 @@ FormMirror::FormMirror(Application& app, QWidget* parent) : QDialog(parent), app
         "The surfaces of the satellite. A double click or Return goes to the moment that stands before the name.\n"
         "The boxes are for marks of your own.");
     const int row = list_->fontMetrics().height() + kControlGap;
-    list_->setMinimumHeight(kListRows * row);
+    list_->setSpacing(1);
+    list_->setMinimumHeight(kListRows * row + kFrameGap);
     list_->installEventFilter(this);
     column->addWidget(list_, 1);
     column->addLayout(BuildListButtons());
@@ -383,8 +384,9 @@ QWidget* FormMirror::BuildSelected() {
     QGroupBox* const frame = MakeFrame(form_.FSelected, "FSelected");
     QGridLayout* const grid = MakeGrid(*frame);
     grid->addWidget(MakeCommand(form_.CCopyModel, "CCopyModel", drawingLetters_), 0, 0);
-    grid->addWidget(MakeCommand(form_.CSynchMirror, "CSynchMirror", drawingLetters_), 0, 1);
-    grid->addWidget(MakeCommand(form_.CSelectWin, "CSelectWin", drawingLetters_), 1, 0, Qt::AlignLeft);
+    grid->addWidget(MakeCommand(form_.CSynchMirror, "CSynchMirror", drawingLetters_), 1, 0);
+    grid->addWidget(MakeCommand(form_.CSelectWin, "CSelectWin", drawingLetters_), 0, 2);
+    grid->setColumnStretch(1, 1);
     return frame;
 }
 

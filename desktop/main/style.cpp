@@ -78,6 +78,7 @@ QPushButton[lit="true"] { color: %accent; border-color: #6b5d1a; font-weight: bo
 QLineEdit, QPlainTextEdit, QListView { background: %field; border: 1px solid %hairline; border-radius: 4px; padding: 2px 4px; selection-background-color: %accent; selection-color: %background; }
 QLineEdit:focus, QPlainTextEdit:focus, QListView:focus { border-color: %accent; }
 QListView::item:selected { background: #3a3312; color: %text; }
+QLineEdit:disabled { background: %panel; color: %faint; }
 QLineEdit[bad="true"] { border-color: %warning; }
 QProgressBar { background: %field; border: 1px solid %hairline; border-radius: 4px; max-height: 8px; }
 QProgressBar::chunk { background: %accent; border-radius: 3px; }
