@@ -95,9 +95,9 @@ std::optional<SurfaceAngles> FitSurface(const Application& app, const SatRecord&
 std::string ObjectionToFit(const Application& app, const SatRecord& satellite, FitAim aim) {
     const Vector3 r = MotionNow(app, satellite).position;
     // The sphere on which flares fall hides what is behind the plane that touches it at the observer.
-    if (Dot(r, ObserverOnUnitSphere(app.Data.Site)) < 1) return "The satellite is below your horizon now";
+    if (Dot(r, ObserverOnUnitSphere(app.Data.Site)) < 1) return "At that moment the satellite is below your horizon";
     if (aim == FitAim::Flare && InShadow(r, Normalized(SunPlace(app.Data, app.Data.SimTime))))
-        return "The satellite is in the shadow of the Earth now";
+        return "At that moment the satellite is in the shadow of the Earth";
     return {};
 }
 

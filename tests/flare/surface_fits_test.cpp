@@ -218,13 +218,13 @@ TEST_F(SurfaceFitsTest, WhatSpeaksAgainstItIsTold) {
         const Vector3 sun = Normalized(SunPlace(data, data.SimTime));
         const bool shadow = Dot(r, sun) < 0 && Length(CrossProduct(r, sun)) < 1;
         EXPECT_EQ(ObjectionToFit(o.app, satellite, FitAim::Flare),
-                  shadow ? "The satellite is in the shadow of the Earth now" : "");
+                  shadow ? "At that moment the satellite is in the shadow of the Earth" : "");
         EXPECT_EQ(ObjectionToFit(o.app, satellite, FitAim::Beam), "");
         ++(shadow ? dark : bright);
         const LatLonRadius below = SubSatellitePoint(r);
         SetLocation(data, {-below.lat, below.lon + 180 * kDegree, 0});
         for (const FitAim aim : {FitAim::Flare, FitAim::Beam})
-            EXPECT_EQ(ObjectionToFit(o.app, satellite, aim), "The satellite is below your horizon now");
+            EXPECT_EQ(ObjectionToFit(o.app, satellite, aim), "At that moment the satellite is below your horizon");
     }
     EXPECT_GT(dark, 0);
     EXPECT_GT(bright, 0);
