@@ -88,20 +88,6 @@ void Bind(QLineEdit& widget, TextBox& control) {
 
 TextPortions& Bind(QPlainTextEdit& widget, TextBox& control) { return *new TextPortions(widget, control); }
 
-void Bind(QSlider& widget, Slider& control) {
-    const auto show = [&widget, &control] {
-        const QSignalBlocker quiet(widget);
-        widget.setRange(control.Least, control.Most);
-        widget.setValue(control.Value);
-        widget.setEnabled(control.Enabled);
-        widget.setToolTip(ToQt(control.ToolTip));
-        widget.setAccessibleDescription(widget.toolTip());
-    };
-    control.Watch(show);
-    show();
-    QObject::connect(&widget, &QSlider::valueChanged, &widget, [&control](int value) { control.MoveTo(value); });
-}
-
 void Bind(QProgressBar& widget, ProgressBar& control) {
     widget.setRange(0, 100);
     const auto show = [&widget, &control] { widget.setValue(static_cast<int>(std::lround(control.Value.Get()))); };
@@ -110,12 +96,13 @@ void Bind(QProgressBar& widget, ProgressBar& control) {
 }
 
 void Bind(QSlider& widget, Slider& control) {
-    widget.setRange(control.Least, control.Most);
     const auto show = [&widget, &control] {
         const QSignalBlocker quiet(widget);
+        widget.setRange(control.Least, control.Most);
         widget.setValue(control.Value);
         widget.setEnabled(control.Enabled);
         widget.setToolTip(ToQt(control.ToolTip));
+        widget.setAccessibleDescription(widget.toolTip());
     };
     control.Watch(show);
     show();

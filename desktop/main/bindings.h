@@ -33,7 +33,6 @@ void Bind(QLabel& widget, Label& control, const std::function<QString(QString)>&
 
 /// The box for long texts; what it gives takes pastes. It belongs to the widget.
 TextPortions& Bind(QPlainTextEdit& widget, TextBox& control);
-void Bind(QSlider& widget, Slider& control);
 void Bind(QProgressBar& widget, ProgressBar& control);
 void Bind(QSlider& widget, Slider& control);
 
