@@ -23,13 +23,6 @@ constexpr int kListPixels = 12;
 constexpr int kFieldWidth = 110;
 constexpr QSize kFirstSize(660, 540);
 
-QGroupBox* MakeFrame(Label& caption, const char* name) {
-    auto* frame = new QGroupBox;
-    frame->setObjectName(name);
-    frame->setTitle(ToQt(caption.Caption));
-    return frame;
-}
-
 template <class Widget>
 Widget* MakeBox(CheckBox& control, const char* name) {
     auto* box = new Widget;

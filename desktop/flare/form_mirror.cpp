@@ -49,7 +49,7 @@ QCheckBox* MakeCheckBox(CheckBox& control, const char* name, Mnemonics& letters)
 }
 
 /// A frame that is hidden with its control.
-QGroupBox* MakeFrame(Label& control, const char* name) {
+QGroupBox* MakeHidingFrame(Label& control, const char* name) {
     auto* frame = new QGroupBox;
     frame->setObjectName(name);
     const auto show = [frame, &control] {
@@ -218,7 +218,7 @@ QLayout* FormMirror::BuildListButtons() {
 }
 
 QWidget* FormMirror::BuildOrientation() {
-    QGroupBox* const frame = MakeFrame(form_.FOrient, "FOrient");
+    QGroupBox* const frame = MakeHidingFrame(form_.FOrient, "FOrient");
     QGridLayout* const grid = MakeGrid(*frame);
     int place = 0;
     for (const std::size_t i : kOrientationOrder) {
@@ -292,7 +292,7 @@ QWidget* FormMirror::BuildMirrorPage() {
 }
 
 QWidget* FormMirror::BuildMirrorData() {
-    QGroupBox* const frame = MakeFrame(form_.FMirrorData, "FMirrorData");
+    QGroupBox* const frame = MakeHidingFrame(form_.FMirrorData, "FMirrorData");
     QGridLayout* const grid = MakeGrid(*frame);
     QLineEdit* const name = MakeField(form_.TName, "TName", form_.LName);
     QLineEdit* const id = MakeField(form_.TMID, "TMID", form_.LMID);
@@ -310,7 +310,7 @@ QWidget* FormMirror::BuildMirrorData() {
 }
 
 QWidget* FormMirror::BuildTrimming() {
-    QGroupBox* const frame = MakeFrame(form_.FMirror, "FMirror");
+    QGroupBox* const frame = MakeHidingFrame(form_.FMirror, "FMirror");
     QGridLayout* const grid = MakeGrid(*frame);
     const auto addAngle = [&](int row, Label& caption, const char* label, NumberBox& box, const char* field,
                               Slider& slider, const char* bar) {
@@ -336,7 +336,7 @@ QWidget* FormMirror::BuildTrimming() {
 QWidget* FormMirror::BuildDrawingPage() { return MakePage({BuildDrawing(), BuildSelected()}); }
 
 QWidget* FormMirror::BuildDrawing() {
-    QGroupBox* const frame = MakeFrame(form_.FrameDesignDraw, "FrameDesignDraw");
+    QGroupBox* const frame = MakeHidingFrame(form_.FrameDesignDraw, "FrameDesignDraw");
     QGridLayout* const grid = MakeGrid(*frame);
     QHBoxLayout* const turn = MakeRow();
     QSlider* const slider = MakeSlider(form_.SRotTeta, "SRotTeta", form_.LRotTeta);
@@ -381,7 +381,7 @@ QLayout* FormMirror::BuildReadOut() {
 }
 
 QWidget* FormMirror::BuildSelected() {
-    QGroupBox* const frame = MakeFrame(form_.FSelected, "FSelected");
+    QGroupBox* const frame = MakeHidingFrame(form_.FSelected, "FSelected");
     QGridLayout* const grid = MakeGrid(*frame);
     grid->addWidget(MakeCommand(form_.CCopyModel, "CCopyModel", drawingLetters_), 0, 0);
     grid->addWidget(MakeCommand(form_.CSynchMirror, "CSynchMirror", drawingLetters_), 1, 0);
