@@ -44,6 +44,13 @@ struct FormCitiesTest : ::testing::Test {
     QString Line(int row) { return Cities().model()->index(row, 0).data().toString(); }
     QString Total() const { return Named<QLabel>(form, "LTotal").text(); }
 
+    /// A click on the first line, as soon as it is laid out.
+    static void ClickFirstLine(QListView& list) {
+        const auto first = [&list] { return list.visualRect(list.model()->index(0, 0)); };
+        ASSERT_TRUE(QTest::qWaitFor([&] { return first().isValid(); }));
+        QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, first().center());
+    }
+
     void Type(const char* field, const QString& text) {
         auto& line = Named<QLineEdit>(form, field);
         line.setFocus();
@@ -88,8 +95,7 @@ TEST_F(FormCitiesTest, AClickMovesTheObserver) {
     Type("TNameFilter", "turin");
     QTest::keyClick(&Named<QLineEdit>(form, "TNameFilter"), Qt::Key_Return);
     ASSERT_EQ(Line(0), "Turin (IT) 870456");
-    QTest::mouseClick(Cities().viewport(), Qt::LeftButton, {},
-                      Cities().visualRect(Cities().model()->index(0, 0)).center());
+    ClickFirstLine(Cities());
     EXPECT_NEAR(app.Data.Site.SiteLat, 45.07 * kDegToRad, 1e-3);
     EXPECT_NEAR(app.Data.Site.SiteLon, 7.69 * kDegToRad, 1e-3);
     EXPECT_EQ(zeniths, 0);
@@ -106,7 +112,7 @@ TEST_F(FormCitiesTest, AClickMovesTheObserver) {
     EXPECT_EQ(Line(0), "Turin (IT) 870456") << "Return chooses, and does not filter anew";
 
     auto& sites = Named<QListView>(form, "SiteListBox");
-    QTest::mouseClick(sites.viewport(), Qt::LeftButton, {}, sites.visualRect(sites.model()->index(0, 0)).center());
+    ClickFirstLine(sites);
     EXPECT_NEAR(app.Data.Site.SiteLat, -31.2754 * kDegToRad, 1e-6) << "Siding Spring";
     EXPECT_EQ(zeniths, 2);
 }
