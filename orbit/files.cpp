@@ -103,11 +103,16 @@ int WriteFile(const std::filesystem::path& path, const std::filesystem::path& li
     return fsync(file.Number()) == 0 ? 0 : errno;
 }
 
-/// The file that `path` names, behind links.
-std::filesystem::path BehindLinks(const std::filesystem::path& path) {
+/// The file that `path` names, behind links; it need not be there.
+std::filesystem::path BehindLinks(std::filesystem::path path) {
+    constexpr int kMostLinks = 40;
     std::error_code failed;
-    std::filesystem::path target = std::filesystem::weakly_canonical(path, failed);
-    return failed ? path : target;
+    for (int link = 0; link < kMostLinks && std::filesystem::is_symlink(path, failed); ++link) {
+        const std::filesystem::path next = std::filesystem::read_symlink(path, failed);
+        if (failed) break;
+        path = path.parent_path() / next;  // which is `next` alone when that begins at the root
+    }
+    return path;
 }
 
 }  // namespace

@@ -20,6 +20,7 @@
 #include "flare/city_files.h"
 #include "flare/surface_models.h"
 #include "orbit/element_sets.h"
+#include "orbit/files.h"
 #include "scene/map_files.h"
 #include "scene/map_text.h"
 #include "scene/orientation.h"
@@ -289,10 +290,20 @@ std::optional<std::filesystem::path> DesktopProgram::AskForFile(const FileQuesti
 void DesktopProgram::TakeDropped(const QStringList& files) {
     const auto workspace =
         std::find_if(files.begin(), files.end(), [](const QString& file) { return IsWorkspaceName(FromQt(file)); });
-    if (workspace != files.end())
+    if (workspace != files.end()) {
         program_->Files.Open(FromQt(*workspace));
-    else
-        LoadTLEFile(app_, FromQt(files.first()));
+        return;
+    }
+    // The first takes the box, the others come behind it.
+    bool boxTaken = false;
+    for (const QString& file : files) {
+        const std::optional<std::string> more =
+            boxTaken ? ReadWholeFile(FromQt(file), kLargestTLEFile) : std::optional<std::string>();
+        if (more)
+            PasteTLEText(app_, *more);
+        else
+            boxTaken = LoadTLEFile(app_, FromQt(file)) || boxTaken;
+    }
 }
 
 void DesktopProgram::OpenBeside(QWidget& form, Qt::Edge edge) {

@@ -81,6 +81,41 @@ TEST(WholeFile, NothingIsLeftBesideItWhenItCannotBeRenamed) {
     EXPECT_EQ(folder.FileCount(), 1) << "file.new has gone";
 }
 
+TEST(WholeFile, WhyItWasNotReplacedIsTold) {
+    const TemporaryFolder folder;
+    const auto whyNot = [](const fs::path& path) {
+        std::string why;
+        EXPECT_FALSE(ReplaceFile(path, "bytes", &why));
+        return why;
+    };
+    fs::create_directory(folder.Path() / "below");
+    EXPECT_EQ(whyNot(folder.Path() / "below"), "it is a folder");
+    EXPECT_EQ(whyNot(folder.Path() / "none" / "file"), "there is no such folder");
+    EXPECT_EQ(whyNot("/dev/full"), "it is no plain file") << "and a device is not exchanged for a file";
+    EXPECT_EQ(whyNot(folder.Path() / std::string(300, 'x')), "its name is too long");
+    EXPECT_TRUE(fs::is_character_file("/dev/full"));
+    EXPECT_EQ(folder.FileCount(), 1);
+}
+
+TEST(WholeFile, BehindALinkIsReplacedWithItsRights) {
+    const TemporaryFolder folder;
+    const fs::path file = folder.Path() / "file";
+    ASSERT_TRUE(ReplaceFile(file, "before"));
+    ASSERT_EQ(chmod(file.c_str(), 0640), 0);
+    fs::create_symlink("file", folder.Path() / "link");
+    ASSERT_TRUE(ReplaceFile(folder.Path() / "link", "after"));
+    EXPECT_TRUE(fs::is_symlink(folder.Path() / "link"));
+    EXPECT_EQ(ReadWholeFile(file, 100), "after");
+    struct stat status {};
+    ASSERT_EQ(stat(file.c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 0777U, 0640U);
+    EXPECT_EQ(folder.FileCount(), 2);
+
+    fs::create_symlink("new", folder.Path() / "ahead");
+    EXPECT_TRUE(ReplaceFile(folder.Path() / "ahead", "made"));
+    EXPECT_EQ(ReadWholeFile(folder.Path() / "new", 100), "made") << "a link may lead to where no file is yet";
+}
+
 TEST(LittleEndian, NumbersByteByByte) {
     ByteWriter writer;
     writer.Integer(0x01020304);

@@ -487,6 +487,5 @@ TEST_F(GlobeTest, FloatingSiteStaysWhileTheViewStays) {
     Frame();
     EXPECT_NEAR(app.Data.Site.SiteLon / kDegree, 30, 1e-9);
 }
-
 }  // namespace
 }  // namespace glintara

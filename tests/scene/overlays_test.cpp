@@ -189,5 +189,19 @@ TEST_F(OverlaysTest, NoticeOfAFinePicture) {
     EXPECT_NEAR(prints[0].state.CurrentY, 9000 - 2.5 * 1.25 * size, 1e-6);
 }
 
+TEST_F(OverlaysTest, TheNoticeOfALoadStandsAloneInTheMiddle) {
+    ShowLoadingNotice(scene);
+    ASSERT_EQ(surface.Operations().size(), 3U);
+    EXPECT_EQ(surface.Operations().front().operation, DrawOperation::Cls);
+    const auto prints = surface.OperationsOf(DrawOperation::Print);
+    ASSERT_EQ(prints.size(), 2U);
+    EXPECT_EQ(prints[0].text, "Loading Data");
+    EXPECT_EQ(prints[1].text, "Please Wait...");
+    EXPECT_EQ(prints[0].state.ForeColor, 0xFFFFFFU);
+    EXPECT_EQ(prints[0].state.FontSize, 16);
+    EXPECT_NEAR(prints[0].state.CurrentX, (surface.ScaleWidth - 12 * 0.6 * 16 * 20) / 2, 1e-6);
+    EXPECT_NEAR(prints[1].state.CurrentY, surface.ScaleHeight / 2, 1e-6);
+}
+
 }  // namespace
 }  // namespace glintara

@@ -194,6 +194,10 @@ TEST_F(WorkspaceWindowTest, DroppedFilesAreTaken) {
     ASSERT_TRUE(WaitFor([&] { return !main_.TTLE.Text.Get().empty(); }));
     EXPECT_TRUE(main_.TTLE.Text.Get().find("HST") != std::string::npos);
 
+    Drop({Url(GLINTARA_SOURCE_DIR "/data/examples/stations.tle"), Url(GLINTARA_SOURCE_DIR "/data/examples/geo.tle")});
+    ASSERT_TRUE(WaitFor([&] { return main_.LCommandOutput.Caption.Get().starts_with("21 element sets"); }));
+    EXPECT_TRUE(main_.TTLE.Text.Get().starts_with("HST")) << "the second came behind the first";
+
     Drop({QUrl("https://example.org/night.cst")});
     EXPECT_FALSE(taken_) << "only files of this computer";
 
