@@ -13,6 +13,7 @@
 #include "core/satellite_panel.h"
 #include "core/views.h"
 #include "engine/glintcore.h"
+#include "flare/found_flare.h"
 #include "orbit/files.h"
 #include "orbit/location.h"
 #include "orbit/satellite_table.h"
@@ -191,6 +192,7 @@ void WorkspaceFiles::Put(Workspace& workspace) {
     app_.FindFlare.SearchAbort = true;
     app_.FindFlare.LastFoundSat = -1;
     app_.FindFlare.LastFoundMirror = -1;
+    TellFoundFlare(app_, std::nullopt);
     app_.Main.TimerViewShow.Stop();
     app_.Main.TimerHRot.Stop();
     ClearViews(app_);
@@ -294,7 +296,11 @@ void WorkspaceFiles::ShowSession() {
     app_.Windows.RefreshSatPosition();
 }
 
-bool WorkspaceFiles::LoadStartUp() { return LoadWorkspaceCommand(kStartUpWorkspace, false); }
+bool WorkspaceFiles::LoadStartUp() {
+    // Who has opened one during the opening wants that.
+    if (!app_.Run.WorkspaceFile.Get().empty()) return true;
+    return LoadWorkspaceCommand(kStartUpWorkspace, false);
+}
 
 void WorkspaceFiles::Open(const fs::path& file) {
     if (MayDiscard()) LoadWorkspaceCommand(file, true);

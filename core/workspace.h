@@ -72,7 +72,8 @@ class WorkspaceFiles {
     /// Writes the session to a file, which becomes the current one.
     bool SaveWorkspace(const std::filesystem::path& file);
 
-    /// Loads `kStartUpWorkspace` of the current folder without a word.
+    /// Loads `kStartUpWorkspace` of the current folder without a word, unless a workspace is at hand already. Whether
+    /// one is then.
     bool LoadStartUp();
 
     /// Loads a file that the user has chosen or dropped, unless there are changes that are not to be lost.

@@ -9,6 +9,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QMimeData>
+#include <QPlainTextEdit>
 #include <QScreen>
 #include <QTimer>
 #include <QUrl>
@@ -88,6 +89,8 @@ MainScope::MainScope(Application& app, bool mapTools) : app_(app) {
     BuildMenus();
     BuildFileKeys();
     setAcceptDrops(true);
+    // A text box would take the name of a file for text.
+    for (auto* text : panels->findChildren<QPlainTextEdit*>()) text->viewport()->installEventFilter(this);
     if (mapTools) BuildMapTools();
     const QSize room = RoomOnScreen(*this);
     // Where the screen has less, the panels are scrolled.
@@ -186,6 +189,18 @@ void MainScope::ShowWorkspace(const std::string& file) {
 
 void MainScope::dragEnterEvent(QDragEnterEvent* event) {
     if (!LocalFilesOf(*event->mimeData()).isEmpty()) event->acceptProposedAction();
+}
+
+bool MainScope::eventFilter(QObject* watched, QEvent* event) {
+    const bool drag = event->type() == QEvent::DragEnter || event->type() == QEvent::DragMove;
+    if (!drag && event->type() != QEvent::Drop) return QMainWindow::eventFilter(watched, event);
+    auto& drop = static_cast<QDropEvent&>(*event);
+    if (LocalFilesOf(*drop.mimeData()).isEmpty()) return QMainWindow::eventFilter(watched, event);
+    if (drag)
+        drop.acceptProposedAction();
+    else
+        dropEvent(&drop);
+    return true;
 }
 
 void MainScope::dropEvent(QDropEvent* event) {

@@ -35,6 +35,7 @@ class MainScope : public QMainWindow {
     void FillScreen(bool fill);
 
   protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;

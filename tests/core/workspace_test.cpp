@@ -391,6 +391,9 @@ TEST_F(WorkspaceTest, TheStartUpWorkspaceBringsEverythingBack) {
     main.MnuSaveStartUp.Click();
     EXPECT_EQ(boxes.questions.back(), "Save Workspace (startup.cst)\r\nAre you sure?");
     EXPECT_TRUE(program.Files.LoadStartUp());
+    EXPECT_EQ(data.SatCount, 1) << "one that was opened during the opening stays";
+    app.Run.WorkspaceFile = std::string();
+    EXPECT_TRUE(program.Files.LoadStartUp());
     EXPECT_EQ(data.SatCount, 86);
     EXPECT_EQ(data.Site.SiteAlt, 55);
 
@@ -398,10 +401,12 @@ TEST_F(WorkspaceTest, TheStartUpWorkspaceBringsEverythingBack) {
     boxes.answer = true;
     main.MnuSaveStartUp.Click();
     EXPECT_EQ(app.Run.WorkspaceFile.Get(), File("given.cst").string()) << "a copy; the work goes on in its file";
+    app.Run.WorkspaceFile = std::string();
     EXPECT_TRUE(program.Files.LoadStartUp());
     EXPECT_EQ(data.SatCount, 1);
 
     fs::remove("startup.cst");
+    app.Run.WorkspaceFile = std::string();
     boxes.messages.clear();
     EXPECT_FALSE(program.Files.LoadStartUp());
     ASSERT_TRUE(ReplaceFile("startup.cst", "nonsense"));

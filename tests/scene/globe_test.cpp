@@ -487,5 +487,6 @@ TEST_F(GlobeTest, FloatingSiteStaysWhileTheViewStays) {
     Frame();
     EXPECT_NEAR(app.Data.Site.SiteLon / kDegree, 30, 1e-9);
 }
+
 }  // namespace
 }  // namespace glintara

@@ -9,6 +9,7 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QMimeData>
+#include <QPlainTextEdit>
 #include <QTimer>
 #include <QUrl>
 
@@ -62,16 +63,18 @@ class WorkspaceWindowTest : public WindowTest {
         QTest::keyClick(&window_.Picture(), key, modifiers);
     }
 
-    void Drop(const QList<QUrl>& urls) {
+    void Drop(const QList<QUrl>& urls) { DropOn(window_, urls); }
+
+    void DropOn(QWidget& widget, const QList<QUrl>& urls) {
         QMimeData data;
         data.setUrls(urls);
         const QPointF middle(300, 300);
         QDragEnterEvent enter(middle.toPoint(), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(&window_, &enter);
+        QApplication::sendEvent(&widget, &enter);
         taken_ = enter.isAccepted();
         if (!taken_) return;
         QDropEvent drop(middle, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(&window_, &drop);
+        QApplication::sendEvent(&widget, &drop);
         QTest::qWait(1);
     }
 
@@ -200,6 +203,12 @@ TEST_F(WorkspaceWindowTest, DroppedFilesAreTaken) {
 
     Drop({QUrl("https://example.org/night.cst")});
     EXPECT_FALSE(taken_) << "only files of this computer";
+
+    QPlainTextEdit* const box = window_.findChild<QPlainTextEdit*>();
+    ASSERT_NE(box, nullptr);
+    DropOn(*box->viewport(), {Url(GLINTARA_SOURCE_DIR "/data/examples/iridium.tle")});
+    ASSERT_TRUE(WaitFor([&] { return main_.TTLE.Text.Get().starts_with("IRIDIUM 7 [+]"); }))
+        << "the file, not its name";
 
     // Changes are not lost to a file that slips from the hand.
     LoadIridium();
