@@ -28,7 +28,7 @@ TrackQuest TrackQuestOf(const Application& app) {
     quest.moon = app.Main.CMoonFlares.Value;
     quest.transit = app.Main.MnuTransitMode[kTransitEntry].Checked;
     quest.day = app.Main.CDayFlares.Value;
-    quest.twilightSine = std::sin(app.Data.TwilightAngle * kDegToRad);
+    quest.twilightSine = app.Data.TwilightSine;
     return quest;
 }
 

@@ -35,7 +35,7 @@ struct TrackQuest {
 };
 
 /// What the program's options ask from the displayed instant on: `OrbitTurns`, `FinePass`, `CMoonFlares`,
-/// `MnuTransitMode`, `CDayFlares`, `TwilightAngle`.
+/// `MnuTransitMode`, `CDayFlares`, `TwilightSine`.
 TrackQuest TrackQuestOf(const Application& app);
 
 /// One point of a track.

@@ -226,7 +226,7 @@ TEST_F(TracksTest, TheOptionsAskForIt) {
     LoadOne("iridium.tle", "IRIDIUM 32 [+]");
     SetInstant(data, kNight + 0.25);
     data.View.OrbitTurns = 9;
-    data.TwilightAngle = -6;
+    data.SetTwilightAngle(-6);
     TrackQuest quest = TrackQuestOf(o.app);
     EXPECT_EQ(quest.start, kNight + 0.25);
     EXPECT_EQ(quest.turns, 1.5);

@@ -121,7 +121,7 @@ TEST_F(FlareTracksTest, AFlareOfTheMomentIsToldByItsPlace) {
 
     app.Main.LCommandOutput.Caption = std::string("before");
     app.Main.CDayFlares.Value = false;
-    app.Data.TwilightAngle = -90;
+    app.Data.SetTwilightAngle(-90);
     DrawFlareTrack(scene, Working());
     EXPECT_EQ(app.Main.LCommandOutput.Caption.Get(), "before") << "none falls at that moment";
 }
