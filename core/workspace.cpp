@@ -187,7 +187,7 @@ void WorkspaceFiles::TellLoadFailure(const fs::path& file) const {
 
 void WorkspaceFiles::Put(Workspace& workspace) {
     put_ = true;
-    // An editor of surfaces lets go of its satellite, a search ends, and nothing moves the view any more.
+    // A search ends, and nothing moves the view any more.
     app_.Windows.ChangeSatelliteSignal();
     app_.FindFlare.SearchAbort = true;
     app_.FindFlare.LastFoundSat = -1;
@@ -261,6 +261,9 @@ void WorkspaceFiles::PutHead(const WorkspaceHead& head) {
 void WorkspaceFiles::PutSatellites(std::vector<SatRecord>& satellites) {
     CommonData& data = app_.Data;
     const int before = data.SatCount;
+    // An editor of surfaces closes with its satellite.
+    data.SatCount = 0;
+    app_.Windows.RefreshData();
     data.SatCount = static_cast<int>(satellites.size());
     for (int index = 1; index <= data.SatCount; ++index) {
         data.Satellite(index) = std::move(satellites[static_cast<std::size_t>(index - 1)]);
@@ -292,7 +295,6 @@ void WorkspaceFiles::ShowSession() {
     ShowSavedViews(app_);
     app_.Windows.SyncronizeMenuBar();
     app_.Windows.RefreshInfo();
-    app_.Windows.RefreshData();
     app_.Windows.RefreshSatPosition();
 }
 

@@ -191,18 +191,6 @@ void MainScope::dragEnterEvent(QDragEnterEvent* event) {
     if (!LocalFilesOf(*event->mimeData()).isEmpty()) event->acceptProposedAction();
 }
 
-bool MainScope::eventFilter(QObject* watched, QEvent* event) {
-    const bool drag = event->type() == QEvent::DragEnter || event->type() == QEvent::DragMove;
-    if (!drag && event->type() != QEvent::Drop) return QMainWindow::eventFilter(watched, event);
-    auto& drop = static_cast<QDropEvent&>(*event);
-    if (LocalFilesOf(*drop.mimeData()).isEmpty()) return QMainWindow::eventFilter(watched, event);
-    if (drag)
-        drop.acceptProposedAction();
-    else
-        dropEvent(&drop);
-    return true;
-}
-
 void MainScope::dropEvent(QDropEvent* event) {
     const QStringList files = LocalFilesOf(*event->mimeData());
     if (files.isEmpty() || !listener_.dropped) return;
@@ -255,7 +243,19 @@ bool MainScope::eventFilter(QObject* watched, QEvent* event) {
     if (watched == menus_ && menusOverPicture_ && changes)
         QMetaObject::invokeMethod(
             this, [this] { LayMenusOverPicture(); }, Qt::QueuedConnection);
-    return QMainWindow::eventFilter(watched, event);
+    return (watched != menus_ && TakesFiles(*event)) || QMainWindow::eventFilter(watched, event);
+}
+
+bool MainScope::TakesFiles(QEvent& event) {
+    const bool drag = event.type() == QEvent::DragEnter || event.type() == QEvent::DragMove;
+    if (!drag && event.type() != QEvent::Drop) return false;
+    auto& drop = static_cast<QDropEvent&>(event);
+    if (LocalFilesOf(*drop.mimeData()).isEmpty()) return false;
+    if (drag)
+        drop.acceptProposedAction();
+    else
+        dropEvent(&drop);
+    return true;
 }
 
 void MainScope::FillScreen(bool fill) {

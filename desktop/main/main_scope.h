@@ -35,7 +35,6 @@ class MainScope : public QMainWindow {
     void FillScreen(bool fill);
 
   protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
@@ -46,6 +45,10 @@ class MainScope : public QMainWindow {
   private:
     void BuildMenus();
     void BuildFileKeys();
+
+    /// Whether an event over a text box is about files that are dragged, and so is the window's.
+    bool TakesFiles(QEvent& event);
+
     void BuildMapTools();
     QWidget* BuildPanels();
 

@@ -21,6 +21,7 @@
 #include "core/satellite_panel.h"
 #include "core/views.h"
 #include "core/workspace_lines.h"
+#include "flare/surface_editor.h"
 #include "orbit/element_sets.h"
 #include "orbit/files.h"
 #include "orbit/location.h"
@@ -248,6 +249,9 @@ TEST_F(WorkspaceTest, ALoadEndsWhatWasUnderWay) {
     app.Run.SkyPointer.HasPlace = true;
     app.Run.Finder.Add({0, 0, 86});
     ASSERT_EQ(app.Run.PendingView, 2);
+    surface_editor::OpenWindow(app);
+    ASSERT_TRUE(app.Mirror.Visible);
+    app.Settings.Local.Visible = true;
     ASSERT_TRUE(Load(OneOfEach()));
     EXPECT_FALSE(main.TimerViewShow.Enabled);
     EXPECT_FALSE(main.TimerHRot.Enabled);
@@ -256,6 +260,8 @@ TEST_F(WorkspaceTest, ALoadEndsWhatWasUnderWay) {
     EXPECT_FALSE(app.Run.SkyPointer.HasMark);
     EXPECT_FALSE(app.Run.SkyPointer.HasPlace);
     EXPECT_EQ(app.Run.Finder.FinderCount(), 0);
+    EXPECT_FALSE(app.Mirror.Visible) << "its satellite is no more";
+    EXPECT_FALSE(app.Settings.Local.Visible) << "it would put the place before back";
     EXPECT_EQ(app.Run.PendingView, 0);
     EXPECT_FALSE(main.MnuViewX[2].Checked);
     EXPECT_FALSE(data.SavedViews[2].Used);
