@@ -439,6 +439,12 @@ bool FormMirror::eventFilter(QObject* watched, QEvent* event) {
     return QDialog::eventFilter(watched, event);
 }
 
+void FormMirror::reject() {
+    // Told first: a field that loses the keyboard with the window is not one that was left.
+    surface_editor::CloseWindow(app_);
+    QDialog::reject();
+}
+
 void FormMirror::hideEvent(QHideEvent* event) {
     if (!event->spontaneous()) surface_editor::CloseWindow(app_);
     QDialog::hideEvent(event);

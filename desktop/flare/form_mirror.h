@@ -25,6 +25,9 @@ class FormMirror : public QDialog {
     FormMirror& operator=(const FormMirror&) = delete;
     ~FormMirror() override;
 
+    /// Closes it without a further look at the fields.
+    void reject() override;
+
   protected:
     void hideEvent(QHideEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;

@@ -35,8 +35,15 @@ struct FormMirrorTest : ::testing::Test {
         EXPECT_TRUE(LoadTLEFile(app, GLINTARA_SOURCE_DIR "/data/examples/iridium.tle"));
         app.Main.CApplyTLEOrbit.Click();
         for (int s = 1; s <= app.Data.SatCount; ++s) app.Data.Satellite(s).Selected = false;
+        program.Core().Time.ReadBase();
+        program.Core().Time.TimeSyncronize();
         app.Main.MnuModelSatSurfaces.Click();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(&Form()));
+        WaitUntilActive();
+    }
+
+    /// A window counts as active as soon as the one that it belongs to is: that does not give it the keyboard.
+    void WaitUntilActive() {
+        EXPECT_TRUE(QTest::qWaitFor([this] { return QApplication::activeWindow() == &Form(); }));
     }
 
     ~FormMirrorTest() override { program.Core().End.Form_Unload(); }
@@ -57,6 +64,7 @@ struct FormMirrorTest : ::testing::Test {
     void Type(const char* name, const QString& text) {
         QLineEdit& field = Field(name);
         field.setFocus();
+        EXPECT_TRUE(field.hasFocus()) << name;
         field.selectAll();
         QTest::keyClicks(&field, text);
     }
@@ -186,7 +194,9 @@ TEST_F(FormMirrorTest, ReturnOnTheListGoesToTheMomentOfTheSurface) {
     QTest::keyClick(&list, Qt::Key_Return);
     EXPECT_NEAR(app.Data.SimTime, noted, 1e-7);
     app.Main.CDayOffsetInc.Click();
-    QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, list.visualItemRect(list.item(0)).center());
+    const QPoint line = list.visualItemRect(list.item(0)).center();
+    QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, line);
+    QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, line);
     EXPECT_NEAR(app.Data.SimTime, noted, 1e-7);
 }
 
@@ -294,6 +304,7 @@ TEST_F(FormMirrorTest, EscapeLeavesWhatWasLastAppliedAndCancelBringsBackTheOpeni
     EXPECT_TRUE(app.Main.CApplyTLEOrbit.Enabled);
     app.Main.MnuModelSatSurfaces.Click();
     ASSERT_TRUE(Form().isVisible());
+    WaitUntilActive();
     EXPECT_EQ(Field("TAngle").text(), "12.5");
     Type("TAngle", "44");
     Press("CApply");
@@ -336,7 +347,7 @@ TEST_F(FormMirrorTest, ALetterWithAltPressesAButton) {
     const QString text = Named<QPushButton>(Form(), "CAddMirror").text();
     ASSERT_TRUE(text.contains('&'));
     QTest::keyClick(&Form(), text[text.indexOf('&') + 1].toLower().toLatin1(), Qt::AltModifier);
-    EXPECT_EQ(Model().MirrorCount, 4);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return Model().MirrorCount == 4; }, 3000));
 }
 
 TEST_F(FormMirrorTest, NoLetterStandsForTwoControlsInSight) {
