@@ -322,7 +322,7 @@ QWidget* BuildDraw(MainControls& main, QWidget* parent) {
     // Two lines: the turns, and the period.
     Bind(*orbit, main.LOrbit, [](QString text) { return text.replace("  ", "\n"); });
     orbit->setMinimumHeight(2 * orbit->fontMetrics().lineSpacing());
-    orbit->setMinimumWidth(orbit->fontMetrics().horizontalAdvance("Period: 00000.00 min"));
+    orbit->setMinimumWidth(orbit->fontMetrics().horizontalAdvance("Period: 0000.00 min"));
     orbit->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     column->addWidget(orbit);
     auto* turns = new QHBoxLayout;
@@ -341,10 +341,12 @@ QWidget* BuildDraw(MainControls& main, QWidget* parent) {
 /// The kept views: five columns, and twice two rows.
 QWidget* BuildSlots(MainControls& main) {
     constexpr int kColumns = 5;
+    constexpr int kSlotGap = 2;
     auto* slots = new QWidget;
     auto* grid = new QGridLayout(slots);
-    grid->setContentsMargins(kFrameGap, 0, 0, 0);
-    grid->setSpacing(kControlGap);
+    grid->setContentsMargins(kControlGap, 0, 0, 0);
+    grid->setHorizontalSpacing(kSlotGap);
+    grid->setVerticalSpacing(kControlGap);
     int row = 0;
     const auto add = [&](const char* heading, std::array<Button, kViewCount + 1>& buttons) {
         auto* const caption = new QLabel(heading);
@@ -352,7 +354,9 @@ QWidget* BuildSlots(MainControls& main) {
         grid->addWidget(caption, row, 0, 1, kColumns);
         for (std::size_t n = 1; n <= kViewCount; ++n) {
             const int place = static_cast<int>(n) - 1;
-            grid->addWidget(MakeStepButton(buttons[n]), row + 1 + place / kColumns, place % kColumns);
+            QPushButton* const button = MakeStepButton(buttons[n]);
+            button->setProperty("slot", true);
+            grid->addWidget(button, row + 1 + place / kColumns, place % kColumns);
         }
         row += 3;
     };

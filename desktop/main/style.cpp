@@ -74,6 +74,7 @@ QPushButton[day="true"] { background: transparent; border-color: transparent; pa
 QPushButton[day="true"]:hover { background: %raised; }
 QPushButton[day="true"]:checked { color: %background; background: %accent; }
 QPushButton[step="true"] { padding: 0; min-width: 20px; }
+QPushButton[slot="true"] { min-width: 17px; }
 QPushButton[lit="true"] { color: %accent; border-color: #6b5d1a; font-weight: bold; }
 QLineEdit, QPlainTextEdit, QListView { background: %field; border: 1px solid %hairline; border-radius: 4px; padding: 2px 4px; selection-background-color: %accent; selection-color: %background; }
 QLineEdit:focus, QPlainTextEdit:focus, QListView:focus { border-color: %accent; }
