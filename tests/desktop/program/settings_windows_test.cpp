@@ -106,7 +106,7 @@ TEST_F(SettingsWindowsTest, NothingIsClippedAndAllHaveTheirNames) {
 TEST_F(SettingsWindowsTest, APlaceIsTypedAndReturnTakesIt) {
     QDialog& form = OpenBy(app.Main.MnuLocalSettings, "FormLocalSettings");
     auto& lat = Named<QLineEdit>(form, "TLAT");
-    EXPECT_TRUE(lat.hasFocus());
+    EXPECT_EQ(form.focusWidget(), &lat);
     QTest::keyClicks(&lat, "48 12 30 N");  // takes the place of what stands there
     EXPECT_FALSE(lat.property("bad").toBool());
     Type(Named<QLineEdit>(form, "TLON"), "16,37x");
@@ -148,17 +148,6 @@ TEST_F(SettingsWindowsTest, TheButtonOfTheTimeZoneAnswers) {
     ClickOn(form, "CFromTimeZone");
     EXPECT_FALSE(Named<QLabel>(form, "LTimeZone").text().isEmpty()) << "a place, or why there is none";
     EXPECT_EQ(app.Data.Site.SiteLat, 0);
-}
-
-TEST_F(SettingsWindowsTest, TheObserversCodeIsKeptWithTheUsersSettings) {
-    QDialog& form = OpenBy(app.Main.MnuLocalSettings, "FormLocalSettings");
-    Type(Named<QLineEdit>(form, "TStationCode"), "0042");
-    ClickOn(form, "COk");
-    EXPECT_EQ(app.Data.StationNumber, 42);
-    DesktopProgram later(placesFile);
-    later.Start(folder.Path());
-    EXPECT_EQ(later.State().Data.StationCode, "42");
-    EXPECT_EQ(later.State().Data.StationNumber, 42);
 }
 
 TEST_F(SettingsWindowsTest, TheSliderSetsTheRealTimeStep) {
@@ -244,7 +233,7 @@ TEST_F(SettingsWindowsTest, ADateIsTypedAndReturnJumpsThere) {
     QDialog& form = Named<QDialog>(window, "FormDate");
     ASSERT_TRUE(QTest::qWaitForWindowActive(&form));
     auto& date = Named<QLineEdit>(form, "TDate");
-    EXPECT_TRUE(date.hasFocus());
+    EXPECT_EQ(form.focusWidget(), &date);
     QTest::keyClicks(&date, "29/02/2000");
     Type(Named<QLineEdit>(form, "TTime"), "17:42:30");
     QTest::keyClick(&Named<QLineEdit>(form, "TTime"), Qt::Key_Return);
@@ -285,7 +274,9 @@ TEST_F(SettingsWindowsTest, TheCalendarIsSteppedByKeysAndPressed) {
     ClickOn(form, "CNextMonth");
     EXPECT_EQ(date.text(), "01/01/2000");
     Type(Named<QLineEdit>(form, "TTime"), "0:0:0");
-    QTest::mouseDClick(&Named<QPushButton>(form, "Days_6"), Qt::LeftButton);  // Sunday, 2 January 2000
+    auto& sunday = Named<QPushButton>(form, "Days_6");  // 2 January 2000
+    QTest::mouseClick(&sunday, Qt::LeftButton);
+    QTest::mouseDClick(&sunday, Qt::LeftButton);
     EXPECT_FALSE(form.isVisible());
     EXPECT_EQ(app.Main.LDateTime.Caption.Get(), "DATE 02/01/2000 00:00:00 UTC (+)");
 }
@@ -303,6 +294,21 @@ TEST_F(SettingsWindowsTest, NoSuchDateIsToldAndEscapeLeavesAllAsItIs) {
     QTest::keyClick(&date, Qt::Key_Escape);
     EXPECT_FALSE(form.isVisible());
     EXPECT_EQ(app.Main.LDateTime.Caption.Get(), before);
+}
+
+TEST_F(WindowTest, TheObserversCodeIsKeptWithTheUsersSettings) {
+    Settle();
+    main_.MnuLocalSettings.Click();
+    QDialog& form = Named<QDialog>(window_, "FormLocalSettings");
+    auto& field = Named<QLineEdit>(form, "TStationCode");
+    field.selectAll();
+    QTest::keyClicks(&field, "0042");
+    QTest::mouseClick(&Named<QPushButton>(form, "COk"), Qt::LeftButton);
+    EXPECT_EQ(app_.Data.StationNumber, 42);
+    DesktopProgram later(QString::fromStdString((folder_.Path() / "places.ini").string()));
+    later.Start(folder_.Path());
+    EXPECT_EQ(later.State().Data.StationCode, "42");
+    EXPECT_EQ(later.State().Data.StationNumber, 42);
 }
 
 // What is chosen shows at once.
@@ -330,7 +336,7 @@ TEST_F(WindowTest, TheChosenColoursAreInThePicture) {
     EXPECT_LT(CountPixels(isExactly(kSeaPalette[6].color)), 0.95 * day);
     app_.Settings.Colors.SShadow.Value = 255;
     WaitForPicture();
-    EXPECT_EQ(CountPixels(isExactly(kSeaPalette[6].color)), day);
+    EXPECT_NEAR(CountPixels(isExactly(kSeaPalette[6].color)), day, 0.002 * day);
 }
 
 }  // namespace
