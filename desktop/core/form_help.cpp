@@ -1,8 +1,12 @@
 #include "desktop/core/form_help.h"
 
 #include <QImage>
+#include <QTextBlock>
 #include <QTextBrowser>
+#include <QTextCursor>
 #include <QTextDocument>
+#include <QTextList>
+#include <QTextTable>
 #include <QUrl>
 #include <QVBoxLayout>
 
@@ -19,6 +23,14 @@ constexpr int kMostPictureWidth = 680;
 constexpr int kPageMargin = 16;
 constexpr int kTextPixels = 13;
 
+/// Room over a heading, below it, and below a paragraph, pixels; lines of a paragraph, percent of their height.
+constexpr int kOverHeading = 18;
+constexpr int kBelowHeading = 6;
+constexpr int kBelowParagraph = 9;
+constexpr int kBelowPoint = 3;
+constexpr int kLinePercent = 115;
+constexpr int kCellPadding = 4;
+
 class ManualPage : public QTextBrowser {
   public:
     using QTextBrowser::QTextBrowser;
@@ -33,6 +45,29 @@ class ManualPage : public QTextBrowser {
         return image.scaledToWidth(kMostPictureWidth, Qt::SmoothTransformation);
     }
 };
+
+/// Gives a text that comes without any spacing the room of a printed page.
+void SpaceOut(QTextDocument& document) {
+    QTextCursor cursor(&document);
+    for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+        cursor.setPosition(block.position());
+        if (QTextTable* const table = cursor.currentTable()) {
+            QTextTableFormat format = table->format();
+            format.setCellPadding(kCellPadding);
+            format.setBorderCollapse(true);
+            format.setBottomMargin(kBelowParagraph);
+            if (table->format() != format) table->setFormat(format);
+            continue;
+        }
+        QTextBlockFormat format;
+        const bool heading = block.blockFormat().headingLevel() > 0;
+        format.setTopMargin(heading ? kOverHeading : 0);
+        format.setBottomMargin(heading ? kBelowHeading : block.textList() != nullptr ? kBelowPoint : kBelowParagraph);
+        format.setLineHeight(kLinePercent, QTextBlockFormat::ProportionalHeight);
+        cursor.mergeBlockFormat(format);
+    }
+    cursor.setPosition(0);
+}
 
 }  // namespace
 
@@ -51,6 +86,7 @@ FormHelp::FormHelp(QWidget* parent) : QDialog(parent) {
     font.setPixelSize(kTextPixels);
     page->setFont(font);
     page->setSource(QUrl(kManual), QTextDocument::MarkdownResource);
+    SpaceOut(*page->document());
     column->addWidget(page);
     resize(kFirstSize);
 }

@@ -253,6 +253,7 @@ TEST_F(MenusTest, EveryOtherEntryCanBeChosen) {
             window_.activateWindow();
         }
     }
+    app_.Run.AskToSave = false;  // what has changed meanwhile
     ChooseNamed("File", "Exit");
     EXPECT_TRUE(WaitFor([&] { return app_.Run.Closing; }, 5000));
 }
