@@ -60,6 +60,9 @@ class WorkspaceWindowTest : public WindowTest {
     }
 
     void PressKeys(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::ControlModifier) {
+        // A dialog before has left no window active.
+        window_.activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&window_));
         QTest::keyClick(&window_.Picture(), key, modifiers);
     }
 
