@@ -316,11 +316,11 @@ TEST_F(WindowTest, WhatIsStillToComeIsGreyed) {
         for (const QCheckBox* box : window_.findChildren<QCheckBox*>())
             if (box->text() == text) EXPECT_FALSE(box->isEnabled()) << text;
     }
-    for (const char* text :
-         {"SGP1", "Open Workspace...", "Update and News Check", "Export Flare/Transit Track", "Orbit Details"})
+    for (const char* text : {"SGP1", "Update and News Check", "Export Flare/Transit Track", "Orbit Details"})
         EXPECT_FALSE(EntryNamed(text)->isEnabled()) << text;
-    for (const char* text : {"SGP4/SDP4", "Floating Site", "Search Flares/Transits...", "Transit Mode", "Reset View",
-                             "Show Atmosphere", "Mark Cities", "Show Flare/Transit Tracks", "Cities..."})
+    for (const char* text :
+         {"SGP4/SDP4", "Open Workspace...", "Floating Site", "Search Flares/Transits...", "Transit Mode", "Reset View",
+          "Show Atmosphere", "Mark Cities", "Show Flare/Transit Tracks", "Cities..."})
         EXPECT_TRUE(EntryNamed(text)->isEnabled()) << text;
 }
 
