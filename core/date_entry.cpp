@@ -23,7 +23,6 @@ constexpr int kSixty = 60;
 
 /// Fewer digits are the end of a year, not a year.
 constexpr std::size_t kLeastYearDigits = 3;
-constexpr std::size_t kYearDigits = 4;
 
 constexpr double kFirstYear = std::numeric_limits<std::int32_t>::min();
 constexpr double kLastYear = std::numeric_limits<std::int32_t>::max();
@@ -207,13 +206,7 @@ Reading ReadTime(std::string_view text) {
     return {{0, 0, 0, numbers[0], numbers[1], numbers[2]}, ""};
 }
 
-std::string WriteDate(const CalendarFields& date) {
-    const std::string digits = PlainNumberText(std::abs(date.year));
-    std::string year = date.year < 0 ? "-" : "";
-    if (digits.size() < kYearDigits) year.append(kYearDigits - digits.size(), '0');
-    const std::string days = DateText(0, date.month, date.day);
-    return days.substr(0, days.rfind('/') + 1) + year + digits;
-}
+std::string WriteDate(const CalendarFields& date) { return DateText(date.year, date.month, date.day); }
 
 void Open(Application& app, const SimulatedTime& time) {
     DateEntryControls& form = app.DateEntry;

@@ -86,10 +86,13 @@ std::string LastCharacters(const std::string& text, std::size_t count) {
     return padded.substr(padded.size() - count);
 }
 
-std::string Padded(double value, std::size_t width) {
-    std::string text = PlainNumberText(value);
-    if (text.size() < width) text.insert(0, width - text.size(), '0');
-    return text;
+/// A year of four digits at least, the sign of one before 0 in front of them.
+std::string YearText(double year) {
+    constexpr std::size_t kDigits = 4;
+    const std::string digits = PlainNumberText(std::abs(year));
+    std::string text = year < 0 ? "-" : "";
+    if (digits.size() < kDigits) text.append(kDigits - digits.size(), '0');
+    return text + digits;
 }
 
 /// The plain text of a field of two digits; what stands behind the mark is kept.
@@ -166,7 +169,7 @@ double EpochTextToJD(std::string_view epochText) {
 }
 
 std::string DateText(double year, double month, double day) {
-    return TwoDigits(day) + "/" + TwoDigits(month) + "/" + Padded(year, 4);
+    return TwoDigits(day) + "/" + TwoDigits(month) + "/" + YearText(year);
 }
 
 std::string TimeText(double hour, double minute, double second) {

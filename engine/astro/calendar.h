@@ -39,7 +39,7 @@ CalendarFields JDToDate(double jd);
 /// 20th century, 00 to 50 of the 21st), then the day of the year with its fraction.
 double EpochTextToJD(std::string_view epochText);
 
-/// Day, month and year as "DD/MM/YYYY".
+/// Day, month and year as "DD/MM/YYYY"; of a year before 0 as "DD/MM/-YYYY".
 std::string DateText(double year, double month, double day);
 
 /// "HH:MM:SS"; fractions are kept as they are ("05.25").

@@ -177,6 +177,13 @@ TEST(DateText, HasTheDayInFront) {
     EXPECT_EQ(DateText(12018, 10, 9), "09/10/12018");
 }
 
+TEST(DateText, HasTheSignOfTheYearBeforeItsDigits) {
+    EXPECT_EQ(DateText(0, 3, 9), "09/03/0000");
+    EXPECT_EQ(DateText(-5, 3, 9), "09/03/-0005");
+    EXPECT_EQ(DateText(-4712, 1, 1), "01/01/-4712");
+    EXPECT_EQ(DateText(-12018, 10, 9), "09/10/-12018");
+}
+
 TEST(TimeText, KeepsFractionsAsTheyAre) {
     EXPECT_EQ(TimeText(5, 7, 9), "05:07:09");
     EXPECT_EQ(TimeText(23, 59, 5.25), "23:59:05.25");
