@@ -29,9 +29,6 @@ constexpr int kLastOfShow = 8;
 /// The last view with a key of its own.
 constexpr int kLastKey = 9;
 
-/// Radius of the star sphere for a view whose own cannot be drawn.
-constexpr double kFreshSkyScale = 55;
-
 bool IsView(int n) { return n >= 1 && n <= kViews; }
 
 SavedView& Slot(Application& app, int n) { return app.Data.SavedViews[static_cast<std::size_t>(n)]; }
@@ -144,9 +141,9 @@ void ApplyView(Application& app, const SavedView& view) {
     now.SkyLocked = view.SkyLocked;
     now.OrbitTurns = std::clamp<double>(view.OrbitTurns, kLeastOrbitTurns, kMostOrbitTurns);
     now.StarSizeScale = StarSize(view.StarSizeScale);
-    now.SkyScale = view.SkyScale > 0 && std::isfinite(view.SkyScale) ? view.SkyScale : kFreshSkyScale;
-    if (!app.Main.CStarsOnGlobe.Value) now.SkyScaleSaved = now.SkyScale;
+    now.SkyScale = view.SkyScale;
     HoldView(now);
+    if (!app.Main.CStarsOnGlobe.Value) now.SkyScaleSaved = now.SkyScale;
     RefreshViewCache(now);
     RebuildStarList(app.Data.Stars, now.MaxStarMag);
     ShowStarLimits(app);

@@ -11,8 +11,12 @@ namespace glintara {
 namespace {
 
 constexpr double kFreshZoom = ViewState{}.ZoomFactor;
+constexpr double kFreshSky = ViewState{}.SkyScale;
 
 double FiniteOr(double value, double instead) { return std::isfinite(value) ? value : instead; }
+
+/// A radius of the star sphere that stars can be put on.
+double SkyRadius(double radius) { return radius > 0 && std::isfinite(radius) ? radius : kFreshSky; }
 
 bool IsFinite(const ScenePoint& point) { return std::isfinite(point.x) && std::isfinite(point.y); }
 
@@ -61,6 +65,8 @@ void HoldView(ViewState& view) {
     view.ViewRoll = FiniteOr(view.ViewRoll, 0);
     view.ViewLat = FiniteOr(view.ViewLat, 0);
     view.ViewLon = FiniteOr(view.ViewLon, 0);
+    view.SkyScale = SkyRadius(view.SkyScale);
+    view.SkyScaleSaved = SkyRadius(view.SkyScaleSaved);
 }
 
 void TakeFramePan(ViewState& view) {

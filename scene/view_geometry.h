@@ -101,7 +101,7 @@ struct SceneContext {
 void RefreshViewCache(ViewState& view);
 
 /// Brings the camera back to what can be drawn: zoom from `kLeastZoom` to `kMostZoom`, pans within `kMostPan`, angles
-/// finite. A number that is none becomes 0, a zoom that of a fresh camera.
+/// finite, sky above 0. A number that is none becomes 0, a zoom or a sky that of a fresh camera.
 void HoldView(ViewState& view);
 
 /// Keeps the pan as the one that the Earth is drawn with in this frame.

@@ -287,6 +287,15 @@ TEST_F(WorkspaceTest, BoxesDoNotSpoilTheFieldsBehindThem) {
     EXPECT_DOUBLE_EQ(view.SkyScale, 64.0 / 30) << "fitted to the zoom of the file";
 }
 
+TEST_F(WorkspaceTest, ASkyWithoutARadiusGetsOne) {
+    std::vector<std::string> all = OneOfEach().All();
+    all[44] = "0";   // the radius that is drawn
+    all[45] = "-7";  // and the one that comes back when the stars leave the globe
+    ASSERT_TRUE(Load(OneOfEach().Joined(all)));
+    EXPECT_EQ(view.SkyScale, 55);
+    EXPECT_EQ(view.SkyScaleSaved, 55);
+}
+
 TEST_F(WorkspaceTest, AClockThatRunsGoesOnFromNow) {
     WorkspaceLines lines = OneOfEach();
     lines.options[1] = '1';

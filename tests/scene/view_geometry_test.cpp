@@ -337,6 +337,13 @@ TEST_F(ViewGeometryTest, TheCameraIsHeldWithinWhatCanBeDrawn) {
     EXPECT_EQ(view.ViewRoll, 0);
     EXPECT_EQ(view.PanX, 0);
     EXPECT_EQ(view.PanY, 1e6);
+
+    for (const double none : {0.0, -7.0, kNaN, kInfinity}) {
+        view.SkyScale = view.SkyScaleSaved = none;
+        HoldView(view);
+        EXPECT_EQ(view.SkyScale, 55) << none;
+        EXPECT_EQ(view.SkyScaleSaved, 55) << none;
+    }
 }
 
 TEST_F(ViewGeometryTest, AHeldCameraIsLeftAlone) {
@@ -346,7 +353,11 @@ TEST_F(ViewGeometryTest, AHeldCameraIsLeftAlone) {
     view.ViewRoll = 0.3;
     view.PanX = -1.3;
     view.PanY = 7;
+    view.SkyScale = 1.5;
+    view.SkyScaleSaved = 0.25;
     HoldView(view);
+    EXPECT_EQ(view.SkyScale, 1.5);
+    EXPECT_EQ(view.SkyScaleSaved, 0.25);
     EXPECT_EQ(view.ZoomFactor, 29);
     EXPECT_EQ(view.ViewLat, -1.2);
     EXPECT_EQ(view.ViewLon, 40);
