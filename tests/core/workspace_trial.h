@@ -18,6 +18,7 @@
 #include <vector>
 
 #include "core/program.h"
+#include "core/views.h"
 #include "core/workspace_lines.h"
 #include "flare/search.h"
 #include "flare/surface_models.h"
@@ -41,13 +42,17 @@ class WorkspaceTrial {
         return WhatIsWrong();
     }
 
-    /// Draws the session, searches an hour of it and writes it as a text; what is wrong then.
+    /// Draws the session, searches an hour of it, enters its views and writes it as a text; what is wrong then.
     std::string Use() {
-        surface_.Forget();
-        GlobeFrame(app_, surface_, frame_, stages_);
-        if (surface_.Operations().empty() && !app_.Main.MnuLib3D.Checked) return "nothing is drawn";
+        if (!IsDrawn()) return "nothing is drawn";
         for (int index = 1; index <= app_.Data.SatCount; ++index) app_.Data.Satellite(index).Selected = true;
         SearchFlares(app_, program_.Time, kReach, 0, SearchStart::First);
+        for (int number = 1; number <= static_cast<int>(kViewCount); ++number) {
+            if (!app_.Data.SavedViews[static_cast<std::size_t>(number)].Used) continue;
+            EnterView(app_, program_.Time, number);
+            const std::string wrong = IsDrawn() ? WhatIsWrong() : "nothing is drawn";
+            if (!wrong.empty()) return "view " + std::to_string(number) + ": " + wrong;
+        }
         const auto list = std::span(app_.Data.SatTable).subspan(1, static_cast<std::size_t>(app_.Data.SatCount));
         const std::string text = WorkspaceText(CaptureHead(app_), list, app_.Data.SavedViews);
         Workspace again;
@@ -98,6 +103,12 @@ class WorkspaceTrial {
       public:
         void Open(const std::string& /*address*/) override {}
     };
+
+    bool IsDrawn() {
+        surface_.Forget();
+        GlobeFrame(app_, surface_, frame_, stages_);
+        return !surface_.Operations().empty() || app_.Main.MnuLib3D.Checked;
+    }
 
     std::string WhatIsWrong() const {
         const CommonData& data = app_.Data;
