@@ -1,13 +1,18 @@
 #include "flare/pending_track.h"
 
 #include <chrono>
+#include <filesystem>
 #include <optional>
+#include <string_view>
+#include <system_error>
 
 #include "engine/astro/constants.h"
+#include "engine/astro/number_text.h"
 #include "flare/cities.h"
 #include "flare/track_export.h"
 #include "orbit/output.h"
 #include "orbit/progress.h"
+#include "orbit/satellite_table.h"
 #include "state/long_work.h"
 
 namespace glintara {
@@ -75,28 +80,49 @@ void Scan(Application& app, FlareTrack& track, TrackFiles* files) {
     ScanCities(app.Data.Cities, app.Data.Site.SiteRadius, track, listener);
 }
 
-/// Writes the files and says what came of it; nothing when all is well.
+/// Writes the files and says what came of it.
 void SaveFiles(Application& app, TrackFiles& files, double start) {
     files.End();
-    const std::string problem = WriteTrackFiles(TrackFileStem(app.Main.TTLE.Text.Get(), start), files);
+    const std::filesystem::path stem = TrackFileStem(app.Main.TTLE.Text.Get(), start);
+    const std::string problem = WriteTrackFiles(stem, files);
     if (app.Run.Closing) return;  // nobody is there to read it
-    if (problem.empty())
-        app.Boxes.Tell("Flare Track Exported", MessageIcon::Information);
-    else
+    if (!problem.empty()) {
         app.Boxes.Tell("Cannot write " + problem, MessageIcon::Critical);
+        return;
+    }
+    std::error_code unknown;
+    const std::string folder = std::filesystem::current_path(unknown).string();
+    app.Main.LCommandOutput.Caption = stem.string() + ".txt and .kml are in " + ShownName(folder);
+    app.Boxes.Tell("Flare Track Exported", MessageIcon::Information);
+}
+
+/// What the commands wait for, in words that follow "waits for"; empty when they can begin.
+std::string MissingForTrack(const Application& app) {
+    const CommonData& data = app.Data;
+    if (data.SatCount < 1) return "a satellite";
+    if (!app.Main.CFlareTrack.Value) return app.Main.CFlareTrack.Caption;
+    if (!app.Main.CSGP4.Value) return app.Main.CSGP4.Caption;
+    const SatRecord& satellite = data.Satellite(data.WorkingSat());
+    if (FlareTrack(data, satellite, TrackQuestOf(app)).Exists()) return {};
+    const std::string name = ShownName(TrimmedText(satellite.Name));
+    if (satellite.IsDisabled()) return "an enabled satellite: " + name + " is disabled";
+    if (!(satellite.MeanMotion > 0)) return "a satellite with an orbit: " + name + " has none";
+    return "a satellite with surfaces: " + name + " has none";
+}
+
+/// Asks for the picture after which the work is done, and says so when that will be a later one.
+void Command(Application& app, bool& pending, std::string_view work) {
+    pending = true;
+    if (const std::string missing = MissingForTrack(app); !missing.empty())
+        app.Main.LCommandOutput.Caption = std::string(work) + " waits for " + missing;
+    app.Windows.UpdateGraphicsLevel2();
 }
 
 }  // namespace
 
-void MnuExportTrack_Click(Application& app) {
-    app.Run.ExportPending = true;
-    app.Windows.UpdateGraphicsLevel2();
-}
+void MnuExportTrack_Click(Application& app) { Command(app, app.Run.ExportPending, "Track export"); }
 
-void mnuFindCityTrack_Click(Application& app) {
-    app.Run.CityScanPending = true;
-    app.Windows.UpdateGraphicsLevel2();
-}
+void mnuFindCityTrack_Click(Application& app) { Command(app, app.Run.CityScanPending, "Search for cities"); }
 
 bool ScanCities(CityTables& tables, double siteRadius, FlareTrack& track, const ScanListener& listener) {
     std::vector<std::string> lines;
@@ -133,11 +159,10 @@ bool ScanCities(CityTables& tables, double siteRadius, FlareTrack& track, const 
 void FinishPendingTrack(Application& app) {
     const RunState& run = app.Run;
     if (run.TrackBusy || run.Closing || !(run.ExportPending || run.CityScanPending)) return;
+    if (!MissingForTrack(app).empty()) return;
     const CommonData& data = app.Data;
-    if (data.SatCount < 1 || !app.Main.CFlareTrack.Value || !app.Main.CSGP4.Value) return;
     const TrackQuest quest = TrackQuestOf(app);
     FlareTrack track(data, data.Satellite(data.WorkingSat()), quest);
-    if (!track.Exists()) return;
     std::optional<TrackFiles> files;
     if (run.ExportPending) files.emplace(quest.transit);
     {

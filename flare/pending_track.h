@@ -1,7 +1,8 @@
 #pragma once
 
 // The two commands that do more with the track of the working satellite than draw it: its export to files, and the scan
-// for the cities along it. A command asks for a picture; what it is about is done when that picture stands.
+// for the cities along it. A command asks for a picture; what it is about is done when that picture stands. When it cannot
+// begin then, `LCommandOutput` tells what it waits for.
 
 #include <functional>
 #include <string>
@@ -21,7 +22,8 @@ void mnuFindCityTrack_Click(Application& app);
 /// To be called when a picture is finished. Does what is pending for the working satellite, if its tracks are shown and
 /// it has one; otherwise the commands wait for one that has. The files get the points of the track as the picture has
 /// them. Cities are sought in steps of a third of a second, and those that the track comes near to are listed in the
-/// output window and flagged. Whatever comes of it, nothing is pending afterwards. It never begins inside itself.
+/// output window and flagged. Whatever comes of it, nothing is pending afterwards; where files have been written stands
+/// in `LCommandOutput`. It never begins inside itself.
 void FinishPendingTrack(Application& app);
 
 /// Steps of the scan, seconds.

@@ -185,6 +185,59 @@ TEST_F(PendingTrackTest, WithoutATrackTheCommandsWait) {
     EXPECT_FALSE(run.CityScanPending);
 }
 
+TEST_F(PendingTrackTest, ACommandThatCannotBeginSaysWhatItWaitsFor) {
+    const std::string& said = o.app.Main.LCommandOutput.Caption;
+    const auto expectSaid = [&](const std::string& missing) {
+        MnuExportTrack_Click(o.app);
+        EXPECT_EQ(said, "Track export waits for " + missing);
+        mnuFindCityTrack_Click(o.app);
+        EXPECT_EQ(said, "Search for cities waits for " + missing);
+        o.app.Main.LCommandOutput.Caption = "";
+        FinishPendingTrack(o.app);
+        EXPECT_EQ(said, "") << "once is enough";
+        EXPECT_TRUE(run.ExportPending && run.CityScanPending);
+    };
+    SatRecord& satellite = Working();
+    satellite.Surface.ModelFlags[0] = '0';
+    expectSaid("a satellite with surfaces: IRIDIUM 32 [+] has none");
+    satellite.Name = "A\nB ";
+    expectSaid("a satellite with surfaces: A?B has none");
+    satellite.MeanMotion = 0;
+    expectSaid("a satellite with an orbit: A?B has none");
+    satellite.OptionFlags[1] = '1';
+    expectSaid("an enabled satellite: A?B is disabled");
+    o.app.Main.CSGP4.Value = false;
+    expectSaid("SGP4/SDP4");
+    o.app.Main.CFlareTrack.Value = false;
+    expectSaid("Flare/Tr Track");
+    o.app.Data.SatCount = 0;
+    expectSaid("a satellite");
+}
+
+TEST_F(PendingTrackTest, WhereTheFilesAreIsSaidBeforeTheMessage) {
+    const std::string& said = o.app.Main.LCommandOutput.Caption;
+    MnuExportTrack_Click(o.app);
+    EXPECT_EQ(said, "") << "nothing to wait for";
+    FinishPendingTrack(o.app);
+    const std::string here = std::filesystem::canonical(folder.Path()).string();
+    EXPECT_EQ(said, "Track.txt and .kml are in " + here);
+    EXPECT_TRUE(std::filesystem::exists(here + "/Track.kml"));
+
+    o.app.Main.TTLE.Text = std::string(":night:");
+    MnuExportTrack_Click(o.app);
+    FinishPendingTrack(o.app);
+    EXPECT_EQ(said, "night_8138.txt and .kml are in " + here);
+
+    o.app.Main.LCommandOutput.Caption = "";
+    o.app.Main.TTLE.Text = std::string();
+    std::filesystem::remove("Track.kml");
+    std::filesystem::create_directories("Track.kml/inside");
+    MnuExportTrack_Click(o.app);
+    FinishPendingTrack(o.app);
+    EXPECT_EQ(o.boxes.messages.back().text, "Cannot write Track.kml: it is a folder");
+    EXPECT_EQ(said, "") << "not what could not be done";
+}
+
 TEST_F(PendingTrackTest, AFileThatCannotBeWrittenIsToldAndOver) {
     std::filesystem::create_directories("Track.txt/inside");
     MnuExportTrack_Click(o.app);
@@ -320,15 +373,29 @@ TEST_F(PendingTrackTest, AScanIsBrokenOffByItsButton) {
     EXPECT_FALSE(o.app.Progress.Aborted) << "the next scan begins afresh";
 }
 
-// Both at once: the export takes the steps of the scan.
+// Both at once: the export takes the steps of the scan, a third of a second and the way to the city at 15 km/s.
 TEST_F(PendingTrackTest, AnExportDuringAScanHasItsPoints) {
     AddCity("Torino", kTurin);
     o.app.Data.View.OrbitTurns = 1;
+    o.app.Main.CDayFlares.Value = true;
+    const SiteRecord& city = o.app.Data.Cities.Site(1);
+    const double start = o.app.Data.SimTime;
+    FlareTrack track(o.app.Data, Working(), TrackQuestOf(o.app));
+    std::vector<double> expected;
+    for (int mirror = 1; mirror <= 3; ++mirror)
+        for (double second = 0; second <= 86400 / Working().MeanMotion / 6; second += 1 / 3.0) {
+            const auto point = track.At(mirror, start + second * kSecond);
+            if (!point) continue;
+            expected.push_back(start + second * kSecond);
+            second += o.app.Data.Site.SiteRadius * Length(point->centre - Vector3{city.X, city.Y, city.Z}) / 15000;
+        }
+    ASSERT_GT(expected.size(), 6U);
     MnuExportTrack_Click(o.app);
     mnuFindCityTrack_Click(o.app);
     FinishPendingTrack(o.app);
     const std::vector<std::string> table = LinesOf(BytesOf("Track.txt"));
-    ASSERT_GT(table.size(), 6U);
+    ASSERT_EQ(table.size(), expected.size() + 4);
+    for (std::size_t i = 0; i < expected.size(); ++i) EXPECT_NEAR(std::stod(table[i + 4]), expected[i], 0.01 * kSecond);
     EXPECT_EQ(o.boxes.messages.back().text, "Flare Track Exported");
 }
 
