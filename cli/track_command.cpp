@@ -32,6 +32,8 @@ constexpr const char* kInstalledData = "../share/glintara";
 void Check(const TrackOptions& options) {
     if (!(options.orbits > 0 && options.orbits <= kMostOrbits))
         throw Failure(kBadUsage, "--orbits is a number above 0, at most " + FullText(kMostOrbits));
+    if (options.kml && options.kml == options.table)
+        throw Failure(kBadUsage, "--kml and --table name the same file: one would replace the other");
     if (!(options.population >= 0)) throw Failure(kBadUsage, "--population is a number that is not negative");
 }
 

@@ -503,6 +503,11 @@ TEST_F(Glint, WhatATrackCannotBeIsTold) {
     const Answer nowhere = Call("track" + kIridium32 + " --kml " + (folder_.Path() / "none" / "a.kml").string());
     EXPECT_EQ(nowhere.code, 1);
     EXPECT_NE(nowhere.err.find("a.kml: there is no such folder"), std::string::npos) << nowhere.err;
+    const std::string one = (folder_.Path() / "one").string();
+    const Answer same = Call("track" + kIridium32 + " --kml " + one + " --table " + one);
+    EXPECT_EQ(same.code, 2);
+    EXPECT_NE(same.err.find("--kml and --table name the same file"), std::string::npos) << same.err;
+    EXPECT_FALSE(std::filesystem::exists(one));
     const Answer noCities = Call("cities" + kIridium32 + " --data " + folder_.Path().string());
     EXPECT_EQ(noCities.code, 1);
     EXPECT_NE(noCities.err.find("DB005.VDB"), std::string::npos) << noCities.err;
