@@ -10,6 +10,7 @@
 #include "engine/astro/constants.h"
 #include "engine/astro/number_text.h"
 #include "engine/astro/trigonometry.h"
+#include "orbit/floating_site.h"
 #include "orbit/location.h"
 
 namespace glintara {
@@ -120,12 +121,8 @@ void COk_Click(Application& app, SimulatedTime& time, const Hooks& hooks) {
     const ObserverSite before = data.Site;
     const Geodetic place = PlaceInBoxes(form, before);
     SetLocation(data, place);
-    if (app.Main.MnuFloatingSite.Checked &&
-        (place.lat != before.SiteLat || place.lon != before.SiteLon || place.height != before.SiteAlt)) {
-        // It would be lost at the next picture.
-        app.Main.MnuFloatingSite.Checked = false;
-        app.Main.LCommandOutput.Caption = std::string("Floating Site is off: your place is the one that you typed.");
-    }
+    if (place.lat != before.SiteLat || place.lon != before.SiteLon || place.height != before.SiteAlt)
+        EndFloatingSite(app, "that you typed");
     time.TimeSyncronize();
     app.Windows.UpdateGraphicsLevel2();
     form.Visible = false;

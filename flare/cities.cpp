@@ -9,11 +9,14 @@
 
 #include "engine/astro/number_text.h"
 #include "flare/track_export.h"
+#include "orbit/floating_site.h"
 #include "orbit/location.h"
 
 namespace glintara {
 
 namespace {
+
+constexpr const char* kOfAll = " of ";
 
 bool Select(CityTables& tables, std::int32_t index) {
     if (tables.SelectedCities.size() >= kMostSelectedCities) return false;
@@ -81,10 +84,10 @@ Line LineOf(std::string text, std::int32_t place) {
     return {std::move(key), std::move(text), place};
 }
 
-/// Entries that pass the filters, whether there is room for them or not, as they were counted last.
+/// How many places are selected, and of how many when not all that have passed the filters find room.
 std::string TotalText(const CityTables& tables, std::int32_t passed) {
     std::string text = "Total Cities: " + std::to_string(tables.SelectedCityCount());
-    if (passed > tables.SelectedCityCount()) text += " of " + std::to_string(passed);
+    if (passed > tables.SelectedCityCount()) text.append(kOfAll).append(std::to_string(passed));
     return text;
 }
 
@@ -200,7 +203,9 @@ void RefreshCities(Application& app) {
     for (std::int32_t i = tables.FirstSiteIndex; i <= tables.SiteCount(); ++i)
         sites.push_back(LineOf(tables.Site(i).CityCountry + " - " + tables.Site(i).CityName + " ", i));
     Fill(form.SiteListBox, std::move(sites));
-    form.LTotal.Caption = TotalText(tables, 0);
+    const std::string total = TotalText(tables, 0);
+    // Of how many a selection was cut holds until there is another one.
+    if (!form.LTotal.Caption.Get().starts_with(total + kOfAll)) form.LTotal.Caption = total;
 }
 
 void ChooseCity(Application& app, const CityHooks& hooks, int line) {
@@ -213,6 +218,7 @@ void ChooseCity(Application& app, const CityHooks& hooks, int line) {
         hooks.zenith();
     else
         app.Windows.UpdateGraphicsLevel2();
+    EndFloatingSite(app, "that you chose");
 }
 
 void ChooseSite(Application& app, const CityHooks& hooks, int line) {
@@ -221,6 +227,7 @@ void ChooseSite(Application& app, const CityHooks& hooks, int line) {
     MoveTo(app, *place);
     if (hooks.zenith) hooks.zenith();
     app.Windows.UpdateGraphicsLevel2();
+    EndFloatingSite(app, "that you chose");
 }
 
 std::string PlaceToolTip(const CommonData& data, const PlaceListBox& list, int line) {

@@ -49,8 +49,8 @@ struct CityHooks {
     std::function<void()> zenith;  ///< turns the globe to the observer
 };
 
-/// A line of the list of cities is chosen: the observer goes there, and the clock to the instant of its flag. Lines that
-/// are none change nothing.
+/// A line of the list of cities is chosen: the observer goes there to stay, and the clock to the instant of its flag.
+/// Lines that are none change nothing.
 void ChooseCity(Application& app, const CityHooks& hooks, int line);
 
 /// The same in the list of sites; the globe always turns there.

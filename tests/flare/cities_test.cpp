@@ -169,6 +169,13 @@ TEST_F(CitiesTest, ATooLongSelectionIsCut) {
     ASSERT_EQ(o.boxes.messages.size(), 1U);
     EXPECT_EQ(o.boxes.messages[0].text, "Too Many Selected Cities. The list has been truncated");
     EXPECT_EQ(o.boxes.messages[0].icon, MessageIcon::Warning);
+
+    form.OptionCountry.Value = true;
+    RefreshCities(app);
+    EXPECT_EQ(form.LTotal.Caption.Get(), "Total Cities: 32767 of 32770") << "sorted or opened anew it is still cut";
+    tables.SelectedCities.resize(3);
+    RefreshCities(app);
+    EXPECT_EQ(form.LTotal.Caption.Get(), "Total Cities: 3");
 }
 
 // Chords, straight through the sphere: 5000 m on one of 6,400 km is an angle of 2 asin(2500 / 6400000).
@@ -239,6 +246,26 @@ TEST_F(CitiesTest, AChosenCityIsWhereTheObserverStands) {
         ChooseSite(app, hooks, line + 1 == 0 ? line : 1);
     }
     EXPECT_NEAR(app.Data.Site.SiteLat, 0.75, 1e-15) << "lines that are none";
+}
+
+// A site that floats would leave the chosen place with the next turn of the globe.
+TEST_F(CitiesTest, AChosenPlaceStaysThoughTheSiteHasFloated) {
+    Fill({City("Asti", "IT", 1e6, 0.78, 0.14)}, {City("Pic", "FR", 0, 0.75, 0.002)});
+    Filter("0", "", "");
+    hooks.zenith = [this] { app.Main.LCommandOutput.Caption = "Local Zenith Orientation"; };
+    MenuEntry& floating = app.Main.MnuFloatingSite;
+    const std::string& said = app.Main.LCommandOutput.Caption;
+    floating.Checked = true;
+    ChooseCity(app, hooks, 7);
+    EXPECT_TRUE(floating.Checked) << "no line";
+    for (const auto choose : {ChooseCity, ChooseSite}) {
+        floating.Checked = true;
+        choose(app, hooks, 0);
+        EXPECT_FALSE(floating.Checked);
+        EXPECT_EQ(said, "Floating Site is off: your place is the one that you chose.");
+        choose(app, hooks, 0);
+        EXPECT_EQ(said == "Local Zenith Orientation", choose == ChooseSite) << "once is enough";
+    }
 }
 
 TEST_F(CitiesTest, ThePlaceIsToldWhenTheMouseRestsOnIt) {
