@@ -24,8 +24,6 @@
 namespace glintara {
 namespace {
 
-constexpr double kStarNameSize = 9;
-
 /// Names are written for stars so much brighter than those that crowd the picture, magnitudes. Designations mean little
 /// to most, so they wait until the picture shows a small part of the sky: pixels of a screen for a quarter of it.
 constexpr double kNamedAboveCrowd = 3;
