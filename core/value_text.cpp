@@ -1,21 +1,9 @@
 #include "core/value_text.h"
 
-#include <array>
-#include <charconv>
+#include "engine/astro/number_text.h"
 
 namespace glintara {
 
-namespace {
-
-/// Room for a sign, 17 digits, the mark and an exponent.
-constexpr std::size_t kLongestNumber = 32;
-
-}  // namespace
-
-std::string ValueToText(double value) {
-    std::array<char, kLongestNumber> buffer{};
-    const auto done = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value);
-    return {buffer.data(), done.ptr};
-}
+std::string ValueToText(double value) { return ExactNumberText(value); }
 
 }  // namespace glintara
