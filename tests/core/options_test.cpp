@@ -329,6 +329,11 @@ TEST_F(OptionsTest, ABoxThatIsSetByTheProgramFiresOnce) {
     main.CGlobeGrid.Value = false;
     clock.Advance(100);
     EXPECT_EQ(pictures.size(), 1U);
+    // Pictures that are asked for twice are drawn once; the list of stars is made as often as it is asked for.
+    starLimits.clear();
+    main.CAutoMag.Value = true;
+    main.CAutoMag.Value = true;
+    EXPECT_EQ(starLimits, std::vector<double>{11});
 }
 
 TEST_F(OptionsTest, TheTipsAreShownLineByLine) {
