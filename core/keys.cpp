@@ -95,7 +95,6 @@ constexpr std::array kEntryKeys{
     EntryKey{&MainControls::MnuExit, "Ctrl+Q"},
     EntryKey{&MainControls::MnuGoToDate, "Ctrl+G"},
     EntryKey{&MainControls::MnuHelp, "F1"},
-    EntryKey{&MainControls::MnuGoToDate, "Ctrl+G"},
     EntryKey{&MainControls::MnuNoon, "F2"},
     EntryKey{&MainControls::MnuMidnight, "F3"},
     EntryKey{&MainControls::MnuZenithOrient, "F4"},
