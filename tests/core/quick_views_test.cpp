@@ -245,10 +245,9 @@ TEST_F(QuickViewsTest, EachOrientationIsToldAndLocksTheSkyAnew) {
     const struct {
         Button& button;
         const char* text;
-    } buttons[] = {{main.CZenith, "Local Zenith Orientation"},
-                   {main.CNoon, "Noon Orientation"},
-                   {main.CNightOrientation, "MidNight Orientation"},
-                   {main.CZeroOrientation, "Zero Angle Orientation"}};
+    } buttons[] = {{main.CZenith, "Local Zenith Orientation"},       {main.CNoon, "Noon Orientation"},
+                   {main.CNightOrientation, "MidNight Orientation"}, {main.CZeroOrientation, "Zero Angle Orientation"},
+                   {main.CUpOrientation, "Up Orientation"},          {main.COrbitOrient, "Orbit Orientation"}};
     main.CLockSky.Value = true;
     for (const auto& [button, text] : buttons) {
         view.ViewRoll = 1;

@@ -17,6 +17,8 @@
 #include "scene/map_files.h"
 #include "scene/orientation.h"
 #include "scene/stages.h"
+#include "scene/star_list.h"
+#include "scene/star_places.h"
 #include "scene/surface/recording_surface.h"
 
 namespace glintara::testing {
@@ -293,9 +295,19 @@ TEST_F(ViewsTest, ADamagedViewIsDrawable) {
 TEST_F(ViewsTest, TheStarLimitOfAViewComesBack) {
     view.MaxStarMag = 4.5;
     view.StarSizeScale = 21;
+    StarRecord star;
+    star.Magnitude = 5;
+    TakeStars(app.Data.Stars, {{}, star});
     SaveUserView(app, 1);
     main.CAutoMag.Value = true;
+    view.MaxStarMag = 6;
+    view.StarSizeScale = 3;
+    RebuildStarList(app.Data.Stars, view.MaxStarMag);
+    ASSERT_EQ(app.Data.Stars.VisibleStarCount(), 1);
     Enter(1);
+    EXPECT_EQ(view.MaxStarMag, 4.5);
+    EXPECT_EQ(view.StarSizeScale, 21);
+    EXPECT_EQ(app.Data.Stars.VisibleStarCount(), 0) << "the list is built anew";
     EXPECT_EQ(main.LMaxStarMag.Caption.Get(), "Max Star Mag. 4.5");
     EXPECT_EQ(main.LStarSize.Caption.Get(), "Star Size: 21");
 }
