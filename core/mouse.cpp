@@ -87,7 +87,16 @@ void MouseSteering::NoteMouse(const MousePlace& place) {
     }
     loop_.GlobeRotation().StopIdle();
     app_.Main.Timer_ObjectFinder.Restart(kRestMs);
+    LetInfoBoxGo();
+}
+
+void MouseSteering::LetInfoBoxGo() {
     if (!app_.Main.Timer_InfoHider.Enabled) app_.Main.Timer_InfoHider.Restart(kHideInfoMs);
+}
+
+void MouseSteering::Left() {
+    app_.Main.Timer_ObjectFinder.Stop();
+    LetInfoBoxGo();
 }
 
 void MouseSteering::Begin(const MousePlace& place, const MouseHold& hold) {

@@ -55,6 +55,10 @@ class MouseSteering {
     /// The window has lost the keyboard: a drag ends, without more.
     void Abandoned();
 
+    /// The mouse has left the picture, or the picture another size: nothing is sought where the mouse was, and the
+    /// finder's box goes as it does after a move.
+    void Left();
+
     /// A double click makes the satellite under the mouse the working one. Where there is none it leaves full screen;
     /// otherwise hides the panels, or shows them again. With Alt it shows the sky pointer, or hides it; with Control it
     /// defines an observation at the place of the sky under the mouse.
@@ -78,6 +82,7 @@ class MouseSteering {
     };
 
     void NoteMouse(const MousePlace& place);
+    void LetInfoBoxGo();
     void Begin(const MousePlace& place, const MouseHold& hold);
     void EndDrag();
     Action ActionOf(const MouseHold& hold) const;

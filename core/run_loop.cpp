@@ -96,6 +96,7 @@ void RunLoop::Connect() {
     main.Timer_ObjectFinder.SetTickHandler([this] {
         app_.Main.Timer_ObjectFinder.Stop();
         FindObject(app_);
+        infoBox_.ObjectSought();
         if (hooks_.findObject) hooks_.findObject();
     });
     main.CRefreshDraw.SetClickHandler([&main] { RequestFinePicture(main); });
@@ -110,6 +111,7 @@ bool RunLoop::MakePicture() {
         if (hooks_.makePicture) hooks_.makePicture();
         ShowMouseText(app_);
         RefreshSkyPointer(app_);
+        infoBox_.PictureMade();
         ++picturesMade_;
         app_.Windows.RefreshSatPosition();
         if (hooks_.updateSatPosition) hooks_.updateSatPosition();

@@ -10,6 +10,7 @@
 #include <functional>
 #include <utility>
 
+#include "core/info_box.h"
 #include "core/simulated_time.h"
 #include "core/turning.h"
 #include "state/application.h"
@@ -39,7 +40,7 @@ void RequestFinePicture(MainControls& main);
 class RunLoop {
   public:
     RunLoop(Application& app, SimulatedTime& time, PictureHooks hooks)
-        : app_(app), time_(time), turning_(app), hooks_(std::move(hooks)) {}
+        : app_(app), time_(time), turning_(app), infoBox_(app), hooks_(std::move(hooks)) {}
 
     /// Hangs the handlers on the timers and on the controls that ask for a fine picture.
     void Connect();
@@ -70,6 +71,7 @@ class RunLoop {
     Application& app_;
     SimulatedTime& time_;
     GlobeTurning turning_;
+    InfoBoxWatch infoBox_;
     PictureHooks hooks_;
     std::int64_t picturesMade_ = 0;
     double ageShownAt_ = 0;     // the instant for which the age of the elements was worked out last

@@ -41,7 +41,7 @@ std::string SatelliteInfo(const Application& app, int satellite);
 std::string StarInfo(const StarTables& stars, std::int32_t star);
 
 /// The mouse has come to rest: the box `LFInfo` shows what it lies on. It stays until `Timer_InfoHider`, which the next
-/// move of the mouse starts, hides it.
+/// move of the mouse or its leaving the picture starts, hides it.
 void FindObject(Application& app);
 
 /// Size of letters in the box, twips.

@@ -72,6 +72,11 @@ void PictureBox::focusOutEvent(QFocusEvent* event) {
     QWidget::focusOutEvent(event);
 }
 
+void PictureBox::leaveEvent(QEvent* event) {
+    if (listener_.left) listener_.left();
+    QWidget::leaveEvent(event);
+}
+
 void PictureBox::mouseMoveEvent(QMouseEvent* event) { Tell(listener_.moved, *event); }
 void PictureBox::mousePressEvent(QMouseEvent* event) { Tell(listener_.pressed, *event); }
 void PictureBox::mouseReleaseEvent(QMouseEvent* event) { Tell(listener_.released, *event); }

@@ -14,6 +14,7 @@ namespace glintara::desktop {
 struct PictureListener {
     std::function<void()> resized;
     std::function<void(const QMouseEvent&)> moved;
+    std::function<void()> left;  ///< the mouse is over something else now
     std::function<void(const QMouseEvent&)> pressed;
     std::function<void(const QMouseEvent&)> released;
     std::function<void(const QMouseEvent&)> doubleClicked;
@@ -40,6 +41,7 @@ class PictureBox : public QWidget {
   protected:
     bool event(QEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
+    void leaveEvent(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;

@@ -231,7 +231,12 @@ void DesktopProgram::ConnectMouse() {
         return MousePlace{at.x() * kTwips, at.y() * kTwips, size.width() * kTwips, size.height() * kTwips};
     };
     PictureListener listener;
-    listener.resized = [this] { FollowSize(); };
+    listener.left = [this] { mouse_->Left(); };
+    listener.resized = [this] {
+        FollowSize();
+        // What the mouse rested on is elsewhere, and so perhaps the picture itself.
+        mouse_->Left();
+    };
     listener.moved = [this, placeOf](const QMouseEvent& event) {
         mouse_->Moved(placeOf(event.position()), HoldOf(event));
     };

@@ -1,6 +1,13 @@
 // What the mouse points at: the line of text, the finder, the sky pointer, stars and satellites that are chosen.
 
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "core/keys.h"
 #include "engine/astro/sidereal.h"
+#include "orbit/satellite_table.h"
 #include "scene/star_list.h"
 #include "scene/star_places.h"
 #include "scene/view_geometry.h"
@@ -25,6 +32,44 @@ struct MouseSkyTest : MouseTest {
         TakeStars(app.Data.Stars, {{}, star});
         RebuildStarList(app.Data.Stars, 11);
     }
+
+    /// The mouse rests on the star.
+    void Rest() {
+        MoveTo(5900, 4000);
+        MoveTo(6000, 4000);
+        clock.Advance(2000);
+        ASSERT_TRUE(main.LFInfo.Visible);
+    }
+
+    /// The pictures that have been asked for are there.
+    void TakePictures() { clock.Advance(50); }
+};
+
+/// A satellite under the middle of each picture, as long as it is told to stand there.
+struct MouseSatelliteTest : MouseTest {
+    MouseSatelliteTest() {
+        main.CDrawSky.Value = false;
+        AddSatellite();
+        AddSatellite();
+        whilePictured = [this] {
+            app.Run.Finder.ClearList();
+            for (int i = 1; i <= app.Data.SatCount; ++i) {
+                const bool inMiddle = app.Data.Satellite(i).SatNumber == inMiddle_;
+                app.Run.Finder.Add({inMiddle ? 0.0 : 0.5, 0, i});
+            }
+        };
+        Picture();
+        MoveTo(5900, 4000);
+        MoveTo(6000, 4000);
+        clock.Advance(2000);
+    }
+
+    void Picture() {
+        signals.UpdateGraphicsLevel2();
+        clock.Advance(50);
+    }
+
+    std::string inMiddle_ = "24941";
 };
 
 TEST_F(MouseTest, LStatusTellsWhatLiesUnderTheMouse) {
@@ -177,6 +222,91 @@ TEST_F(MouseSkyTest, TheBoxShowsOncePerRestAndStaysUntilTheMouseMoves) {
     EXPECT_FALSE(main.LFInfo.Visible);
     clock.Advance(1000);
     EXPECT_TRUE(main.LFInfo.Visible) << "the next rest";
+}
+
+TEST_F(MouseSkyTest, WhenTheMouseHasLeftThePictureTheBoxGoesAsAfterAMove) {
+    Rest();
+    mouse.Left();
+    clock.Advance(999);
+    EXPECT_TRUE(main.LFInfo.Visible);
+    clock.Advance(1);
+    EXPECT_FALSE(main.LFInfo.Visible);
+    MoveTo(5900, 4000);
+    MoveTo(6000, 4000);
+    clock.Advance(1500);
+    mouse.Left();
+    clock.Advance(60000);
+    EXPECT_FALSE(main.LFInfo.Visible) << "nothing is sought where the mouse was";
+    Rest();
+}
+
+TEST_F(MouseSkyTest, ABoxWhoseStarHasGoneWithTheViewGoesToo) {
+    const std::vector<std::pair<const char*, std::function<void()>>> changes = {
+        {"a key", [this] { Form_KeyDown(app, program.Loop, {.special = SpecialKey::Right}); }},
+        {"a quick view", [this] { main.MnuQHorizontView.Click(); }},
+        {"an option", [this] { main.CDrawSky.Value = false; }},
+        {"another limit", [this] { view.MaxStarMag = -1; }},
+        {"another instant",
+         [this] {
+             app.Data.TimeOffset.HourOffset = 5;
+             program.Time.TimeSyncronize();
+         }},
+    };
+    for (const auto& [name, change] : changes) {
+        const ViewState before = view;
+        Rest();
+        change();
+        signals.UpdateGraphicsLevel2();
+        EXPECT_TRUE(main.LFInfo.Visible) << name << ": the old picture is still there";
+        TakePictures();
+        EXPECT_FALSE(main.LFInfo.Visible) << name;
+        view = before;
+        app.Data.TimeOffset = {};
+        program.Time.TimeSyncronize();
+        main.CSkyOnly.Value = main.CDrawFrontStars.Value = main.CDrawSky.Value = true;
+    }
+}
+
+TEST_F(MouseSkyTest, ABoxStaysWhileItsStarDoes) {
+    Rest();
+    Form_KeyDown(app, program.Loop, {.special = SpecialKey::Up, .shift = true});
+    TakePictures();
+    EXPECT_EQ(view.ZoomFactor, 105);
+    EXPECT_TRUE(main.LFInfo.Visible) << "nearer, about the star";
+}
+
+TEST_F(MouseSatelliteTest, TheClockMayCarryTheSatelliteOnUnderTheBox) {
+    ASSERT_TRUE(main.LFInfo.Visible);
+    main.CRealTime.Value = true;
+    Picture();
+    EXPECT_TRUE(main.LFInfo.Visible);
+    inMiddle_ = "";
+    clock.Advance(5000);
+    EXPECT_TRUE(main.LFInfo.Visible);
+    view.ViewLon += 1e-6;
+    Picture();
+    EXPECT_FALSE(main.LFInfo.Visible) << "another view, and nothing there";
+}
+
+TEST_F(MouseSatelliteTest, TheBoxKnowsItsSatelliteAtAnotherPlaceOfTheList) {
+    ASSERT_TRUE(main.LFInfo.Visible);
+    ChangeWorkingSatellite(app, 1);
+    ASSERT_EQ(app.Data.Satellite(2).SatNumber, "24941");
+    view.ViewLon += 1e-6;
+    Picture();
+    EXPECT_TRUE(main.LFInfo.Visible);
+    inMiddle_ = "24942";
+    view.ViewLon += 1e-6;
+    Picture();
+    EXPECT_FALSE(main.LFInfo.Visible) << "what lies there now is another one";
+}
+
+TEST_F(MouseSatelliteTest, ASatelliteTakenFromTheListTakesItsBoxWithIt) {
+    ASSERT_TRUE(main.LFInfo.Visible);
+    app.Data.Satellite(1) = app.Data.Satellite(2);
+    app.Data.SatCount = 1;
+    Picture();
+    EXPECT_FALSE(main.LFInfo.Visible);
 }
 
 TEST_F(MouseTest, TheMouseIsAtRestTwoSecondsAfterItsLastMove) {

@@ -2,6 +2,7 @@
 
 #include <QFrame>
 #include <QLabel>
+#include <QWindow>
 
 #include "desktop/program/window_fixture.h"
 
@@ -38,6 +39,23 @@ TEST_F(SkyMouseWindowTest, TheBoxTellsOfWhatTheMouseRestsOn) {
     EXPECT_GE(box.width(), letters.horizontalAdvance(box.text().section('\n', 0, 0)));
     EXPECT_GE(box.height(), 3 * letters.lineSpacing());
     QTest::mouseMove(&window_.Picture(), at + QPoint(0, 100));
+    EXPECT_TRUE(WaitFor([&] { return !box.isVisible(); }, 5000));
+}
+
+TEST_F(SkyMouseWindowTest, TheBoxGoesWhenTheMouseLeavesThePicture) {
+    Settle();
+    PictureBox& picture = window_.Picture();
+    QWindow* const screen = window_.windowHandle();
+    QTest::mouseMove(screen, picture.mapTo(&window_, QPoint(200, 200)));
+    QTest::mouseMove(screen, picture.mapTo(&window_, QPoint(210, 200)));
+    ASSERT_TRUE(main_.Timer_ObjectFinder.Enabled);
+    QLabel& box = Named<QLabel>("LFInfo");
+    main_.LFInfo.Visible = true;
+    ASSERT_TRUE(WaitFor([&] { return !main_.Timer_InfoHider.Enabled; }, 5000)) << "the move has been served";
+    main_.LFInfo.Visible = true;
+    ASSERT_TRUE(box.isVisible());
+    QTest::mouseMove(screen, picture.mapTo(&window_, QPoint(210, picture.height() + 20)));
+    EXPECT_FALSE(main_.Timer_ObjectFinder.Enabled);
     EXPECT_TRUE(WaitFor([&] { return !box.isVisible(); }, 5000));
 }
 
