@@ -202,7 +202,7 @@ std::string WhatIsAsked(Quantity quantity) {
     return {};
 }
 
-/// The same for a command, which is refused when a field cannot be read; the first such is told.
+/// Takes the fields for a command, which is refused when one of them cannot be read; the first such is told.
 bool MayGoOn(Application& app) {
     MirrorControls& form = app.Mirror;
     for (const BoundNumber& number : NumbersOf(form)) {
@@ -406,8 +406,7 @@ void ChooseUndefined(Application& app) {
 void Fit(Application& app, FitAim aim) {
     MirrorControls& form = app.Mirror;
     if (!HasCurrent(form) || !MayGoOn(app)) return;
-    SurfaceModel& model = form.Satellite.Surface;
-    if (IsOfType(model, OrientationType::Rotating) || IsOfType(model, OrientationType::AlongTarget)) {
+    if (!CanBeFitted(form.Satellite.Surface)) {
         Warn(app, kNoAutoOrientation);
         return;
     }

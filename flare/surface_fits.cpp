@@ -59,6 +59,8 @@ Vector3 DirectionOf(const SurfaceAngles& angles) {
 
 }  // namespace
 
+bool CanBeFitted(const SurfaceModel& model) { return IsInertialFit(model).has_value(); }
+
 std::optional<Vector3> FlareNormal(const Vector3& r, const Vector3& source, const Vector3& observer) {
     const Vector3 sum = Normalized(source - r) + Normalized(observer - r);
     if (!(Length(sum) > kLeastSum)) return std::nullopt;

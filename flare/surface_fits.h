@@ -29,6 +29,10 @@ std::optional<Vector3> FlareNormal(const Vector3& r, const Vector3& source, cons
 /// up or down, where all angles are one, the angle is 0.
 SurfaceAngles AnglesOfNormal(bool inertial, const Vector3& normal, const BodyFrame& frame);
 
+/// Whether the angles of the surfaces stand for one direction at one instant, which can be fitted: not on a body that
+/// rotates or is turned to a target, nor under a type that is none.
+bool CanBeFitted(const SurfaceModel& model);
+
 /// What a surface is fitted to.
 enum class FitAim {
     Flare,  ///< it throws the sunlight on the observer
@@ -36,9 +40,9 @@ enum class FitAim {
 };
 
 /// The angles of a surface on `satellite` that does that at the displayed instant, rounded to four decimals of a degree
-/// (two and a half metres for each thousand kilometres, across the beam). The shadow and the horizon are not
-/// asked: see `ObjectionToFit`. Nothing for a body that rotates or is turned to a target, whose angles do not stand for
-/// one direction at one instant, and where there is no body frame, no place of the satellite, or no such plane.
+/// (two and a half metres for each thousand kilometres, across the beam). The shadow and the horizon are not asked: see
+/// `ObjectionToFit`. Nothing when the model cannot be fitted, and where there is no body frame, no place of the
+/// satellite, or no such plane.
 std::optional<SurfaceAngles> FitSurface(const Application& app, const SatRecord& satellite, FitAim aim);
 
 /// Why a flare of `satellite` cannot be seen from the observer's place at the displayed instant, whatever its surfaces:

@@ -409,7 +409,7 @@ TEST_F(SurfaceEditorTest, ATypeThatIsNoneHasNoOption) {
     for (const OptionButton& option : form.OOrient) EXPECT_FALSE(option.Value);
     EXPECT_FALSE(form.OUndefined.Value);
     form.CFlareSet.Click();
-    EXPECT_EQ(LastWarning(), "No orientation of the surface does that at this moment");
+    EXPECT_EQ(LastWarning(), "Auto orientation is not available for this orientation type");
     EXPECT_EQ(Model().OrientationType, 7);
     EXPECT_NE(surface_editor::SurfaceModelText(app, Working()).find("ORIENTATION TYPE #7: ???"), std::string::npos);
 }
@@ -468,6 +468,17 @@ TEST_F(SurfaceEditorTest, NoFitForBodiesThatRotateOrAreTurnedToATarget) {
             EXPECT_EQ(LastWarning(), "Auto orientation is not available for this orientation type");
             EXPECT_EQ(Model(), before);
         }
+    }
+}
+
+TEST_F(SurfaceEditorTest, NoFitForASatelliteWithoutAPlace) {
+    Working().EngineBlock = EngineBlock{};
+    surface_editor::RefreshData(app);
+    const SurfaceModel before = Model();
+    for (Button* fit : {&form.CFlareSet, &form.CBeamSet}) {
+        fit->Click();
+        EXPECT_EQ(LastWarning(), "No orientation of the surface does that at this moment");
+        EXPECT_EQ(Model(), before);
     }
 }
 
