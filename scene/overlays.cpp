@@ -11,7 +11,6 @@ namespace {
 constexpr std::string_view kTitle = "Glintara";
 constexpr std::string_view kJoint = "- ";
 constexpr std::string_view kAuthor = "By Ostelvane ";
-constexpr std::string_view kReleaseDate = "3 January 2010";
 constexpr std::string_view kPlottingNotice = "Finely Plotting - Please Wait ";
 
 constexpr Color kTitleColor = 0xF0F0F0;

@@ -135,4 +135,13 @@ QFont NumberFont(int pixels) {
     return font;
 }
 
+QFont TitleFont(int pixels) {
+    QFont font("TeX Gyre Pagella");
+    font.setStyleHint(QFont::Serif);
+    font.setPixelSize(pixels);
+    font.setBold(true);
+    font.setItalic(true);
+    return font;
+}
+
 }  // namespace glintara::desktop

@@ -13,4 +13,7 @@ void ApplyStyle(QApplication& application);
 /// The face of numbers that change: fixed pitch.
 QFont NumberFont(int pixels);
 
+/// The face of the program's title.
+QFont TitleFont(int pixels);
+
 }  // namespace glintara::desktop

@@ -151,6 +151,7 @@ ProgramHooks DesktopProgram::MakeHooks() {
             satelliteForm_->hide();
         }
         if (name == "FormHelp" && helpForm_) helpForm_->hide();
+        if (name == "FormAbout" && aboutForm_) aboutForm_->hide();
         observations_->Unload(name);
         settings_->Unload(name);
         tracks_->Unload(name);
@@ -210,6 +211,7 @@ void DesktopProgram::ConnectMenus() {
     main.MnuGoToDate.SetClickHandler([this] { settings_->ShowDate(); });
     main.MnuCities.SetClickHandler([this] { tracks_->ShowCities(); });
     main.MnuHelp.SetClickHandler([this] { ShowHelp(); });
+    main.MnuAbout.SetClickHandler([this] { ShowAbout(); });
     main.MnuModelSatSurfaces.SetClickHandler([this] { editor_->Show(); });
     app_.FindFlare.CSatList.SetClickHandler([this] { ShowSatellites(); });
     app_.Mirror.CSelectWin.SetClickHandler([this] { ShowSatellites(); });
@@ -350,6 +352,16 @@ void DesktopProgram::ShowHelp() {
     helpForm_->show();
     helpForm_->raise();
     helpForm_->activateWindow();
+}
+
+void DesktopProgram::ShowAbout() {
+    if (!aboutForm_) {
+        aboutForm_ = std::make_unique<FormAbout>(window_.get());
+        OpenBeside(*aboutForm_, Qt::RightEdge);
+    }
+    aboutForm_->show();
+    aboutForm_->raise();
+    aboutForm_->activateWindow();
 }
 
 void DesktopProgram::ShowFullScreen(bool fullScreen) { window_->FillScreen(fullScreen); }

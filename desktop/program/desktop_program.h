@@ -13,6 +13,7 @@
 #include "core/keys.h"
 #include "core/mouse.h"
 #include "core/program.h"
+#include "desktop/core/form_about.h"
 #include "desktop/core/form_help.h"
 #include "desktop/flare/form_find_flare.h"
 #include "desktop/main/main_scope.h"
@@ -87,6 +88,7 @@ class DesktopProgram {
     void ShowSearch();
     void ShowSatellites();
     void ShowHelp();
+    void ShowAbout();
     void ConnectLabels();
     void RefreshLabels();
     std::vector<std::string> LoadMap();
@@ -121,6 +123,7 @@ class DesktopProgram {
     std::unique_ptr<FormFindFlare> searchForm_;
     std::unique_ptr<FormSatellites> satelliteForm_;
     std::unique_ptr<FormHelp> helpForm_;
+    std::unique_ptr<FormAbout> aboutForm_;
     std::unique_ptr<ObservationWindows> observations_;
     std::unique_ptr<SettingsWindows> settings_;
     std::unique_ptr<TrackWindows> tracks_;

@@ -261,7 +261,7 @@ TEST_F(MenusTest, EveryOtherEntryCanBeChosen) {
 TEST_F(MenusTest, EntriesThatOpenAWindowOpenIt) {
     for (const auto& [menu, caption] :
          {std::pair("Tracking", "Search Flares/Transits..."), std::pair("Satellites", "Manage Satellite List..."),
-          std::pair("Propagation", "Observations..."), std::pair("Help", "Help")}) {
+          std::pair("Propagation", "Observations..."), std::pair("Help", "Help"), std::pair("Help", "About")}) {
         const auto open = [this] {
             int count = 0;
             for (const QDialog* form : window_.findChildren<QDialog*>()) count += form->isVisible() ? 1 : 0;
