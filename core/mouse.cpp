@@ -249,6 +249,7 @@ void MouseSteering::Wheel(const MousePlace& place, double units) {
 }
 
 void MouseSteering::Pinched(const MousePlace& place, double factor) {
+    CutOpeningShort(app_.Run);  // it would write over the zoom
     loop_.GlobeRotation().StopIdle();
     if (!std::isfinite(factor) || !(factor > 0)) return;
     NoteMouse(place);

@@ -14,14 +14,13 @@
 #include "engine/geometry/attitude_types.h"
 #include "flare/surface_fits.h"
 #include "flare/surface_models.h"
+#include "flare/surface_text.h"
 #include "orbit/output.h"
 #include "orbit/satellite_table.h"
 
 namespace glintara::surface_editor {
 
 namespace {
-
-constexpr std::string_view kLineEnd = "\r\n";
 
 constexpr std::string_view kNoAutoOrientation = "Auto orientation is not available for this orientation type";
 constexpr std::string_view kNoOrientationFound = "No orientation of the surface does that at this moment";
@@ -32,11 +31,7 @@ constexpr std::string_view kNoneSelected = "No satellites are selected";
 
 constexpr int kMirrorsOfAxis = 3;
 
-/// Decimals of the axis in its boxes and in the text.
-constexpr int kAxisDecimals = 3;
-
-/// Rounding that the way to radians and back leaves in degrees: 45.1 must not read as 45.099, nor 12.3 stand on the
-/// 122nd step of a slider.
+/// Rounding that the way to radians and back leaves in degrees: 12.3 must not stand on the 122nd step of a slider.
 constexpr double kDegreeRounding = 1e-9;
 
 constexpr double kFullTurn = 360;
@@ -161,8 +156,6 @@ double FromBox(double number, Quantity quantity) {
     }
     return number;
 }
-
-std::string AxisText(double radians) { return CutNumberText(radians / kDegToRad + kDegreeRounding, kAxisDecimals); }
 
 std::string BoxText(double number, Quantity quantity) {
     switch (quantity) {
@@ -445,10 +438,6 @@ std::string OrientationCaption(const MirrorControls& form, const SurfaceModel& m
     return option ? form.OOrient[*option].Caption.Get() : "???";
 }
 
-std::string_view WithoutLeadingBlanks(std::string_view text) {
-    return text.substr(std::min(text.find_first_not_of(' '), text.size()));
-}
-
 void ConnectOrientation(Application& app) {
     MirrorControls& form = app.Mirror;
     const auto follow = [&app](const OptionButton& option, auto choose) {
@@ -683,40 +672,8 @@ void LMirrors_DblClick(Application& app, SearchClock& clock) {
     app.Windows.UpdateGraphicsLevel2();
 }
 
-std::string AddLinePar(std::string line, std::string_view value) {
-    constexpr char kMark = ';';
-    if (value.find(kMark) != std::string_view::npos) value = "InvalidString";
-    if (!line.empty()) line += kMark;
-    return line.append(WithoutLeadingBlanks(value));
-}
-
 std::string SurfaceModelText(const Application& app, const SatRecord& satellite) {
-    const SurfaceModel& model = satellite.Surface;
-    std::vector<std::string> lines{
-        "SATELLITE SURFACE MODEL",
-        "---------------------------------------------------",
-        "SAT ID #" + satellite.SatNumber + " (" + std::string(TrimmedText(satellite.Designator)) + ") " +
-            satellite.Name,
-        "",
-        "ORIENTATION TYPE #" + std::to_string(model.OrientationType) + ": " + OrientationCaption(app.Mirror, model),
-        "ROTAX-DEC: " + AxisText(model.RotAxisDEC),
-        "ROTAX-RA: " + AxisText(model.RotAxisRA),
-        "NUMBER OF SURFACES: " + std::to_string(model.MirrorCount),
-        "",
-    };
-    for (int i = 1; i <= std::min(model.MirrorCount, kMirrorCapacity); ++i) {
-        const MirrorRecord& mirror = model.Mirror(i);
-        std::string numbers;
-        for (const double number : {mirror.Angle, mirror.Tilt, mirror.ScatterFactor})
-            numbers = AddLinePar(std::move(numbers), PlainNumberText(number));
-        lines.push_back(MakeMirrorIDS(model, i) + " >>> " + numbers);
-    }
-    std::string text;
-    for (const std::string& line : lines) {
-        if (!text.empty()) text += kLineEnd;
-        text += line;
-    }
-    return text;
+    return glintara::SurfaceModelText(satellite, OrientationCaption(app.Mirror, satellite.Surface));
 }
 
 void Connect(Application& app, SearchClock& clock) {

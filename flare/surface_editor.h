@@ -90,12 +90,8 @@ void CExportModel_click(Application& app);
 /// The list pressed twice: moves the clock to the moment of the current surface, if it has one.
 void LMirrors_DblClick(Application& app, SearchClock& clock);
 
-/// The text of the model, in lines ended by CR LF but for the last. It is for reading; the program reads nothing of it
-/// back.
+/// The text of the model, with its orientation in the window's words.
 std::string SurfaceModelText(const Application& app, const SatRecord& satellite);
-
-/// `line` with `value` behind it, parted by ";". A value that holds a ";" reads "InvalidString".
-std::string AddLinePar(std::string line, std::string_view value);
 
 /// Hangs the procedures on the controls of the window. Choosing satellites is the window's own.
 void Connect(Application& app, SearchClock& clock);

@@ -40,7 +40,7 @@ FormDate::FormDate(Application& app, QWidget* parent)
     problem->setMinimumHeight(problem->fontMetrics().lineSpacing());
     column->addWidget(problem);
     column->addStretch(1);
-    column->addLayout(BuildButtons());
+    column->addLayout(MakeOkAndCancel(form_.COk, form_.CCancel));
 }
 
 QLayout* FormDate::BuildFields() {
@@ -109,15 +109,6 @@ QWidget* FormDate::BuildCalendar() {
         grid->addWidget(day, 2 + cell / kDaysOfWeek, cell % kDaysOfWeek);
     }
     return frame;
-}
-
-QLayout* FormDate::BuildButtons() {
-    auto* row = new QHBoxLayout;
-    row->setSpacing(kControlGap);
-    row->addStretch(1);
-    row->addWidget(MakeDefaultButton(form_.COk, "COk"));
-    row->addWidget(MakePlainButton(form_.CCancel, "CCancel"));
-    return row;
 }
 
 bool FormDate::StepByKey(int key) {

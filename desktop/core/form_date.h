@@ -19,7 +19,6 @@ class FormDate : public SettingsForm {
   private:
     QLayout* BuildFields();
     QWidget* BuildCalendar();
-    QLayout* BuildButtons();
     bool StepByKey(int key);
 
     Application& app_;

@@ -50,7 +50,7 @@ FormLocalSettings::FormLocalSettings(Application& app, QWidget* parent)
     column->addWidget(BuildPlace());
     column->addWidget(BuildTime());
     column->addStretch(1);
-    column->addLayout(BuildButtons());
+    column->addLayout(MakeOkAndCancel(form_.COk, form_.CCancel));
 }
 
 QWidget* FormLocalSettings::BuildPlace() {
@@ -94,15 +94,6 @@ QWidget* FormLocalSettings::BuildTime() {
     MarkUnless(*code, [](const std::string& text) { return ReadBoxNumber(text).whole; });
     grid->setColumnStretch(2, 1);
     return frame;
-}
-
-QLayout* FormLocalSettings::BuildButtons() {
-    auto* row = new QHBoxLayout;
-    row->setSpacing(kControlGap);
-    row->addStretch(1);
-    row->addWidget(MakeDefaultButton(form_.COk, "COk"));
-    row->addWidget(MakePlainButton(form_.CCancel, "CCancel"));
-    return row;
 }
 
 }  // namespace glintara::desktop

@@ -15,7 +15,6 @@ class FormLocalSettings : public SettingsForm {
   private:
     QWidget* BuildPlace();
     QWidget* BuildTime();
-    QLayout* BuildButtons();
 
     LocalSettingsControls& form_;
 };

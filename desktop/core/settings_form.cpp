@@ -1,5 +1,6 @@
 #include "desktop/core/settings_form.h"
 
+#include <QHBoxLayout>
 #include <QShowEvent>
 
 #include "desktop/main/bindings.h"
@@ -57,6 +58,15 @@ QPushButton* MakePlainButton(Button& control, const char* name) {
     QPushButton* const button = MakeButton(control, name);
     button->setAutoDefault(false);
     return button;
+}
+
+QLayout* MakeOkAndCancel(Button& ok, Button& cancel) {
+    auto* row = new QHBoxLayout;
+    row->setSpacing(kControlGap);
+    row->addStretch(1);
+    row->addWidget(MakeDefaultButton(ok, "COk"));
+    row->addWidget(MakePlainButton(cancel, "CCancel"));
+    return row;
 }
 
 }  // namespace glintara::desktop

@@ -3,6 +3,7 @@
 // What the windows of the settings have in common.
 
 #include <QDialog>
+#include <QLayout>
 #include <QLineEdit>
 #include <QPushButton>
 
@@ -38,5 +39,8 @@ QPushButton* MakeDefaultButton(Button& control, const char* name);
 
 /// A button that Return presses only when it has the keyboard.
 QPushButton* MakePlainButton(Button& control, const char* name);
+
+/// The row that ends a window: `COk`, which Return presses, and `CCancel`, at the right.
+QLayout* MakeOkAndCancel(Button& ok, Button& cancel);
 
 }  // namespace glintara::desktop

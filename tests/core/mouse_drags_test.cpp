@@ -194,6 +194,13 @@ TEST_F(MouseTest, APressCutsTheOpeningShort) {
     EXPECT_TRUE(app.Run.OpeningCut);
 }
 
+TEST_F(MouseTest, TheWheelCutsTheOpeningShort) {
+    app.Run.Opening = true;
+    MoveTo(100, 100);
+    Wheel(120);
+    EXPECT_TRUE(app.Run.OpeningCut) << "its next picture would take the zoom back";
+}
+
 TEST_F(MouseTest, ADoubleClickHidesThePanelsAndShowsThem) {
     mouse.DoubleClicked(kNone);
     EXPECT_TRUE(app.Run.PanelsHidden);

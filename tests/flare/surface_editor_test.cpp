@@ -9,8 +9,6 @@
 namespace glintara::observed_night {
 namespace {
 
-using surface_editor::AddLinePar;
-
 constexpr std::size_t kAlongTrack = 0;
 constexpr std::size_t kAlongTarget = 1;
 constexpr std::size_t kRotating = 2;
@@ -664,14 +662,6 @@ TEST_F(SurfaceEditorTest, TheModelIsPrintedInPlaceOfWhatTheOutputHeld) {
     form.OUndefined.Value = true;
     form.CExportModel.Click();
     EXPECT_NE(app.Output.TOutput.Text.Get().find("ORIENTATION TYPE #2: Undefined\r\n"), std::string::npos);
-}
-
-TEST(AddLinePar, JoinsWithSemicolons) {
-    EXPECT_EQ(AddLinePar("", "  12.5 "), "12.5 ");
-    EXPECT_EQ(AddLinePar("a", "b"), "a;b");
-    EXPECT_EQ(AddLinePar("a", "b;c"), "a;InvalidString");
-    EXPECT_EQ(AddLinePar("a", ""), "a;");
-    EXPECT_EQ(AddLinePar("", "   "), "");
 }
 
 }  // namespace

@@ -56,6 +56,16 @@ struct SurfaceFitsTest : ::testing::Test {
         return flares.All().front();
     }
 
+    /// The same with the surface fitted to a flare under that attitude type; nothing when there is no fit.
+    std::optional<LiveFlare> FittedFlare(SatRecord& satellite, int type) {
+        satellite.Surface.OrientationType = type;
+        const std::optional<SurfaceAngles> angles = FitSurface(o.app, satellite, FitAim::Flare);
+        if (!angles) return std::nullopt;
+        satellite.Surface.Mirror(1).Angle = angles->angle;
+        satellite.Surface.Mirror(1).Tilt = angles->tilt;
+        return Centre(satellite);
+    }
+
     /// A random satellite at a random instant of two days, with one surface. Some of the list have come down.
     SatRecord& Draw() {
         do {
@@ -86,12 +96,7 @@ TEST_F(SurfaceFitsTest, AFittedFlareFallsOnTheObserver) {
             StandNear(satellite, 12);
         } while (Elevation(MotionOf(satellite).position, ObserverOnUnitSphere(data.Site)) < 30);
         for (const int type : kFitted) {
-            satellite.Surface.OrientationType = type;
-            const std::optional<SurfaceAngles> angles = FitSurface(o.app, satellite, FitAim::Flare);
-            ASSERT_TRUE(angles) << type;
-            satellite.Surface.Mirror(1).Angle = angles->angle;
-            satellite.Surface.Mirror(1).Tilt = angles->tilt;
-            const std::optional<LiveFlare> flare = Centre(satellite);
+            const std::optional<LiveFlare> flare = FittedFlare(satellite, type);
             ASSERT_TRUE(flare) << type;
             EXPECT_LT(flare->distance, 10) << type << " " << satellite.Name;
             farthest = std::max(farthest, flare->distance);
@@ -112,12 +117,7 @@ TEST_F(SurfaceFitsTest, NearTheHorizonTheBeamStillPassesTheObserver) {
         const double range =
             Length(MotionOf(satellite).position - ObserverOnUnitSphere(data.Site)) * data.Site.SiteRadius;
         for (const int type : kFitted) {
-            satellite.Surface.OrientationType = type;
-            const std::optional<SurfaceAngles> angles = FitSurface(o.app, satellite, FitAim::Flare);
-            ASSERT_TRUE(angles) << type;
-            satellite.Surface.Mirror(1).Angle = angles->angle;
-            satellite.Surface.Mirror(1).Tilt = angles->tilt;
-            const std::optional<LiveFlare> flare = Centre(satellite);
+            const std::optional<LiveFlare> flare = FittedFlare(satellite, type);
             ASSERT_TRUE(flare) << type;
             EXPECT_LT(flare->offAxis * range, 10) << type << " " << satellite.Name;
         }
