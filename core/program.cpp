@@ -79,6 +79,7 @@ Program::Program(Application& app, UsageRecord& usage, const ComputerClock& cloc
     date_entry::Connect(app, Time);
     ConnectTracks();
     surface_editor::Connect(app, Time);
+    Usage.SetAddressTeller([&app](const std::string& address) { TellNewsAddress(app.Main, address); });
     app.Observations.CEnDisPointer.SetClickHandler([&app] { ToggleSkyMouse(app); });
     app.Main.MnuTips.SetClickHandler([&app] { ShowTips(app); });
     app.Main.MnuUpdateCheck.SetClickHandler([this] { Usage.CheckForUpdate(app_.Data.UpdateCheckDays, true); });

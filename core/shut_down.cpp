@@ -20,6 +20,7 @@ bool ShutDown::Form_Unload() {
     for (Timer* timer : app_.Main.Timers()) timer->Stop();
     for (const std::string_view form : kUnloadOrder)
         if (hooks_.unloadForm) hooks_.unloadForm(form);
+    Worker.reset();
     return true;
 }
 

@@ -4,10 +4,12 @@
 
 #include <array>
 #include <functional>
+#include <memory>
 #include <string_view>
 #include <utility>
 #include <vector>
 
+#include "core/my_threads.h"
 #include "state/application.h"
 #include "state/long_work.h"
 
@@ -38,9 +40,12 @@ class ShutDown {
     void AddAbort(std::function<void()> abort) { aborts_.push_back(std::move(abort)); }
 
     /// The window wants to close. With long work under way, that is told to end, and the answer is false: `closeWindow`
-    /// follows. Otherwise timers stop, the windows are unloaded in their order, and the answer is true. Nothing is
-    /// written to disk.
+    /// follows. Otherwise timers stop, the windows are unloaded in their order, then the worker is stopped, and the
+    /// answer is true. Nothing is written to disk.
     bool Form_Unload();
+
+    /// A thread beside the window's own, if there is one.
+    std::unique_ptr<MyThreads> Worker;
 
   private:
     Application& app_;

@@ -8,6 +8,7 @@
 #include <limits>
 #include <optional>
 #include <random>
+#include <system_error>
 
 #include "engine/astro/number_text.h"
 #include "orbit/files.h"
@@ -62,7 +63,52 @@ double LocalDate(const ComputerClock& clock) {
     return DateToJD(now);
 }
 
+/// Whether a byte of a path stands in an address as it is (RFC 3986, unreserved characters and the slash).
+bool StandsInAddress(char c) {
+    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || IsDigit(c) ||
+           std::string_view("-._~/").find(c) != std::string_view::npos;
+}
+
+std::string FileAddress(std::string_view path) {
+    constexpr std::string_view kHexDigits = "0123456789ABCDEF";
+    std::string address = "file://";
+    for (const char c : path) {
+        if (StandsInAddress(c)) {
+            address += c;
+            continue;
+        }
+        const auto byte = static_cast<unsigned char>(c);
+        address += '%';
+        address += kHexDigits[byte >> 4];
+        address += kHexDigits[byte & 0xF];
+    }
+    return address;
+}
+
 }  // namespace
+
+std::string NewsHost(std::string_view website, const std::vector<std::filesystem::path>& folders) {
+    if (!website.empty()) return std::string(website.substr(0, website.find_last_not_of('/') + 1));
+    if (folders.empty()) return "";
+    const auto holdsPage = [](const std::filesystem::path& folder) {
+        std::error_code failed;
+        return std::filesystem::is_regular_file(folder / kNewsPage.substr(1), failed);
+    };
+    const auto found = std::find_if(folders.begin(), folders.end(), holdsPage);
+    std::error_code failed;
+    const std::filesystem::path folder =
+        std::filesystem::absolute(found == folders.end() ? folders.front() : *found, failed).lexically_normal();
+    // The page's path begins with a slash of its own.
+    const std::string path = folder.string();
+    return FileAddress(path.substr(0, path.find_last_not_of('/') + 1));
+}
+
+void TellNewsAddress(MainControls& main, const std::string& address) {
+    const std::string before = main.LCommandOutput.Caption.Get();
+    if (before.find(address) != std::string::npos) return;
+    const std::string news = "No browser has opened the news page: " + address;
+    main.LCommandOutput.Caption = before.empty() ? news : before + "\r\n" + news;
+}
 
 void UsageRecord::LoadStat() {
     ClearStat();
@@ -100,7 +146,13 @@ std::string UsageRecord::MakeStatString() const {
            "&v=" + VersionDigits();
 }
 
-void UsageRecord::ConnectStat() const { browser_.Open(std::string(kNewsPage) + MakeStatString()); }
+void UsageRecord::ConnectStat() const {
+    if (host_.empty()) return;
+    const std::string page = host_ + std::string(kNewsPage);
+    browser_.Open(page + MakeStatString(), [tell = tell_, page] {
+        if (tell) tell(page);
+    });
+}
 
 void UsageRecord::CheckForUpdate(double days, bool force) {
     const double now = LocalDate(clock_);

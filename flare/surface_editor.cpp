@@ -570,6 +570,7 @@ void CAddMirror_click(Application& app) {
     if (!MayGoOn(app)) return;
     const int added = CAddMirror(form.Satellite, app.Data.SimTime, app.Boxes, app.Data.UsageStats);
     if (added == 0) return;
+    app.Windows.SaveStat();
     form.CurrentMirror = added;
     ApplyModel(app);
 }

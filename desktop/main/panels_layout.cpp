@@ -4,6 +4,7 @@
 #include <QCoreApplication>
 #include <QGridLayout>
 #include <QGroupBox>
+#include <QHelpEvent>
 #include <QLabel>
 #include <QMimeData>
 #include <QMouseEvent>
@@ -12,6 +13,7 @@
 #include <QRadioButton>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QToolTip>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <vector>
@@ -132,6 +134,39 @@ class DateLabel : public QLabel {
     MainControls& main_;
 };
 
+/// Long words, which are addresses and paths, may break behind their signs, and where they have none for long.
+QString BreakAddresses(const QString& text) {
+    constexpr qsizetype kLongWord = 24;
+    constexpr QChar kMayBreak(0x200B);
+    QString broken;
+    qsizetype unbroken = 0;
+    for (const QChar c : text) {
+        broken += c;
+        unbroken = c.isSpace() ? 0 : unbroken + 1;
+        const bool sign = QStringView(u"/?&").contains(c) && unbroken > kLongWord / 2;
+        if (sign || unbroken == kLongWord) {
+            broken += kMayBreak;
+            unbroken = 0;
+        }
+    }
+    return broken;
+}
+
+/// What a command says may be more than there is room for: resting the mouse on it shows all of it.
+class OutputLabel : public QLabel {
+  protected:
+    /// A name with "<" in it is no markup.
+    static QString Plain(const QString& text) {
+        return "<p style='white-space:pre-wrap'>" + text.toHtmlEscaped() + "</p>";
+    }
+
+    bool event(QEvent* event) override {
+        if (event->type() != QEvent::ToolTip) return QLabel::event(event);
+        QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), Plain(text()), this);
+        return true;
+    }
+};
+
 QWidget* BuildInfo(MainControls& main, QWidget* parent) {
     auto* frame = new PanelFrame(main.FrameInfo, parent, PanelFrame::Place::First);
     auto* grid = GridIn(frame);
@@ -148,9 +183,13 @@ QWidget* BuildInfo(MainControls& main, QWidget* parent) {
     julian->setWordWrap(true);
     julian->setMinimumHeight(2 * julian->fontMetrics().lineSpacing());
     grid->addWidget(julian, 1, 0, 1, 2);
-    auto* output = MakeLabel(main.LCommandOutput, frame->font(), "accent");
+    auto* output = new OutputLabel;
+    output->setObjectName("LCommandOutput");
+    output->setProperty("accent", true);
+    Bind(*output, main.LCommandOutput, BreakAddresses);
     output->setWordWrap(true);
     output->setMinimumHeight(2 * output->fontMetrics().lineSpacing());
+    output->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     grid->addWidget(output, 2, 0);
     grid->addWidget(MakeLabel(main.LFPS, NumberFont(kNumberPixels), "quiet"), 2, 1, Qt::AlignRight | Qt::AlignTop);
     auto* age = MakeLabel(main.LElementAge, frame->font(), "warning");
@@ -160,7 +199,6 @@ QWidget* BuildInfo(MainControls& main, QWidget* parent) {
     grid->addWidget(age, 3, 0, 1, 2);
     auto* status = MakeLabel(main.LStatus, NumberFont(kSmallNumberPixels), "quiet");
     status->setWordWrap(true);
-    status->setMinimumHeight(3 * status->fontMetrics().lineSpacing());
     status->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     grid->addWidget(status, 4, 0, 1, 2);
     grid->setColumnStretch(0, 1);

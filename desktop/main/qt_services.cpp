@@ -2,7 +2,12 @@
 
 #include <QApplication>
 #include <QCheckBox>
+#include <QDesktopServices>
+#include <QElapsedTimer>
 #include <QMessageBox>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QUrl>
 
 #include "desktop/main/bindings.h"
 
@@ -11,6 +16,12 @@ namespace glintara::desktop {
 namespace {
 
 constexpr auto kTitle = "Glintara";
+
+/// The desktop's own way to open an address.
+constexpr auto kOpener = "xdg-open";
+
+/// An opener that ran longer than this was a browser, however it ended.
+constexpr qint64 kBrowserRanMs = 30000;
 
 QString TextOf(std::string_view text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())).replace("\r\n", "\n");
@@ -60,6 +71,34 @@ ChangesAnswer QtMessageBoxes::AskAboutChanges(std::string_view text, bool& dontA
 void QtEvents::ServeEvents() { QCoreApplication::processEvents(); }
 
 void QtEvents::WaitForEvents() { QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents); }
+
+void QtBrowser::Open(const std::string& address, std::function<void()> failed) {
+    const QString url = TextOf(address);
+    const QString opener = QStandardPaths::findExecutable(kOpener);
+    if (opener.isEmpty()) {
+        if (!QDesktopServices::openUrl(QUrl(url))) failed();
+        return;
+    }
+    // Qt would start the same command, but not say whether it found a browser. It has no owner: some openers become the
+    // browser itself, which is to outlive this program.
+    auto* const process = new QProcess;
+    process->setStandardInputFile(QProcess::nullDevice());
+    process->setStandardOutputFile(QProcess::nullDevice());
+    process->setStandardErrorFile(QProcess::nullDevice());
+    QElapsedTimer ran;
+    ran.start();
+    QObject::connect(
+        process, &QProcess::finished, &alive_,
+        [ran, failed](int code, QProcess::ExitStatus status) {
+            const bool refused = status != QProcess::NormalExit || code != 0;
+            if (refused && ran.elapsed() < kBrowserRanMs) failed();
+        });
+    QObject::connect(process, &QProcess::errorOccurred, &alive_, [failed](QProcess::ProcessError error) {
+        if (error == QProcess::FailedToStart) failed();
+    });
+    QObject::connect(process, &QProcess::finished, process, &QObject::deleteLater);
+    process->start(opener, {url});
+}
 
 TimerDrivers::TimerDrivers(MainControls& main) {
     const auto controls = main.Timers();

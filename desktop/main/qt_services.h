@@ -2,10 +2,13 @@
 
 // What the program asks of the desktop: message boxes, pending events, the drivers of the timers.
 
+#include <QObject>
 #include <QTimer>
 #include <QWidget>
 #include <array>
+#include <functional>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "core/usage_record.h"
@@ -36,10 +39,19 @@ class QtEvents : public Events {
     void WaitForEvents() override;
 };
 
-/// The news page has no website yet: an address that leads nowhere is not put before the user.
-class NoWebsite : public Browser {
+/// The desktop's browser.
+class QtBrowser : public Browser {
   public:
-    void Open(const std::string& /*address*/) override {}
+    void Open(const std::string& address, std::function<void()> failed) override;
+
+  private:
+    QObject alive_;  // whom answers that come later are for
+};
+
+/// Opens nothing: for programs that are only tried.
+class NoBrowser : public Browser {
+  public:
+    void Open(const std::string& /*address*/, std::function<void()> /*failed*/) override {}
 };
 
 /// One Qt timer for each timer of the main window.

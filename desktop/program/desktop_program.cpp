@@ -86,9 +86,10 @@ KeyPress KeyOf(int qtKey, bool shift) {
 
 }  // namespace
 
-DesktopProgram::DesktopProgram(const QString& placesFile, bool mapTools)
+DesktopProgram::DesktopProgram(const QString& placesFile, bool mapTools, std::unique_ptr<Browser> browser)
     : mapTools_(mapTools),
       places_(placesFile, QSettings::IniFormat),
+      browser_(std::move(browser)),
       app_(boxes_, events_, signals_, ApplyDefaultModel),
       stages_(StagesOfProgram(satellites_)) {
     signals_.showFullScreen = [this](bool fullScreen) { ShowFullScreen(fullScreen); };
@@ -180,6 +181,9 @@ bool DesktopProgram::LoadPlaces() {
 
 void DesktopProgram::Start(const std::filesystem::path& folder, const std::vector<std::filesystem::path>& dataFolders) {
     dataFolders_.insert(dataFolders_.end(), dataFolders.begin(), dataFolders.end());
+    std::vector<std::filesystem::path> pageFolders = dataFolders;
+    pageFolders.insert(pageFolders.begin(), folder);
+    usage_.SetNewsHost(NewsHost(GLINTARA_NEWS_HOST, pageFolders));
     FollowSize();
     program_->Start(folder);
     timers_ = std::make_unique<TimerDrivers>(app_.Main);
@@ -216,7 +220,6 @@ void DesktopProgram::ConnectMenus() {
     app_.FindFlare.CSatList.SetClickHandler([this] { ShowSatellites(); });
     app_.Mirror.CSelectWin.SetClickHandler([this] { ShowSatellites(); });
     main.MnuExit.SetClickHandler([this] { window_->close(); });
-    main.MnuUpdateCheck.SetClickHandler({});  // as long as there is no page to open
     if (mapTools_) ConnectMapTools(app_);
 }
 

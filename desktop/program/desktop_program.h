@@ -59,8 +59,9 @@ class DesktopSignals : public ProgramSignals {
 class DesktopProgram {
   public:
     /// `placesFile` is where the windows remember their places. With `mapTools` the window has the developers' menu
-    /// "Map Tools".
-    explicit DesktopProgram(const QString& placesFile, bool mapTools = false);
+    /// "Map Tools". `browser` opens the news page; without one nothing is opened.
+    explicit DesktopProgram(const QString& placesFile, bool mapTools = false,
+                            std::unique_ptr<Browser> browser = std::make_unique<NoBrowser>());
     ~DesktopProgram();
     DesktopProgram(const DesktopProgram&) = delete;
     DesktopProgram& operator=(const DesktopProgram&) = delete;
@@ -105,10 +106,10 @@ class DesktopProgram {
     QtMessageBoxes boxes_;
     QtEvents events_;
     SystemClock clock_;
-    NoWebsite browser_;
+    const std::unique_ptr<Browser> browser_;
     DesktopSignals signals_{app_, usage_};
     Application app_;
-    UsageRecord usage_{app_.Data.UsageStats, clock_, browser_, kUsageFile};
+    UsageRecord usage_{app_.Data.UsageStats, clock_, *browser_, kUsageFile};
     std::unique_ptr<MainScope> window_;
     PainterSurface surface_;
     FrameMemory frame_;

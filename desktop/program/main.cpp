@@ -38,7 +38,8 @@ int main(int argc, char** argv) {
     QLocale::setDefault(QLocale::c());
     glintara::desktop::ApplyStyle(application);
     const bool mapTools = QCoreApplication::arguments().contains(kMapToolsOption);
-    glintara::desktop::DesktopProgram program(glintara::desktop::WindowPlacesFile(), mapTools);
+    glintara::desktop::DesktopProgram program(glintara::desktop::WindowPlacesFile(), mapTools,
+                                              std::make_unique<glintara::desktop::QtBrowser>());
     const glintara::ProgramFolders folders = FindFolders();
     program.Start(folders.work, folders.data);
     return QApplication::exec();

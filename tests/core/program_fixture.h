@@ -26,7 +26,12 @@ constexpr double kSecond = 1 / 86400.0;
 
 class RecordingBrowser : public Browser {
   public:
-    void Open(const std::string& address) override { opened.push_back(address); }
+    void Open(const std::string& address, std::function<void()> failed) override {
+        opened.push_back(address);
+        if (fails) failed();
+    }
+
+    bool fails = false;
 
     std::vector<std::string> opened;
 };
@@ -52,7 +57,10 @@ struct Picture {
 
 /// The program before `Start`: 20 January 2018, 17:42:09.31 UTC.
 struct ProgramTest : ::testing::Test {
-    ProgramTest() { clock.Drive(app.Main); }
+    ProgramTest() {
+        clock.Drive(app.Main);
+        usage.SetNewsHost("https://news.example");
+    }
 
     /// The program in its running phase, without the opening; no picture has been made.
     void RunAtOnce() {

@@ -67,6 +67,18 @@ TEST_F(ProgramFolderTest, InstalledProgramFillsTheUsersFolderOnce) {
     EXPECT_FALSE(fs::exists(folders_.user / "DB005.VDB.part"));
 }
 
+TEST_F(ProgramFolderTest, TheNewsPageIsThatOfTheVersion) {
+    Write(folders_.installed / "DB001.VDB", "map");
+    Write(folders_.installed / "Glintara" / "update.html", "news of version 1");
+    ExpectWork(folders_.user);
+    EXPECT_EQ(TextOf(folders_.user / "Glintara" / "update.html"), "news of version 1");
+    Write(folders_.installed / "Glintara" / "update.html", "news of version 2");
+    Write(folders_.installed / "DB001.VDB", "another map");
+    ExpectWork(folders_.user);
+    EXPECT_EQ(TextOf(folders_.user / "Glintara" / "update.html"), "news of version 2");
+    EXPECT_EQ(TextOf(folders_.user / "DB001.VDB"), "map");
+}
+
 TEST_F(ProgramFolderTest, ACopyThatCannotBeWrittenFillsTheUsersFolderToo) {
     Write(folders_.executable / "DB001.VDB", "map");
     fs::create_directories(folders_.user);

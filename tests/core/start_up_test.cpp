@@ -291,6 +291,23 @@ TEST_F(StartUpTest, TheFirstStartTellsWhereThePlaceIsSet) {
     EXPECT_NE(app.Main.LCommandOutput.Caption.Get(), words) << "once is enough";
 }
 
+TEST_F(StartUpTest, WithoutABrowserTheAddressIsToldAndNothingElseIsLost) {
+    browser.fails = true;
+    ASSERT_TRUE(Open());
+    const std::string told = app.Main.LCommandOutput.Caption;
+    ASSERT_EQ(browser.opened.size(), 1U);
+    EXPECT_EQ(told,
+              "Set your place: Settings, Local Settings. A start-up workspace (File) keeps it.\r\n"
+              "No browser has opened the news page: https://news.example/Glintara/update.html");
+    app.Main.MnuUpdateCheck.Click();
+    EXPECT_EQ(browser.opened.size(), 2U);
+    EXPECT_EQ(app.Main.LCommandOutput.Caption.Get(), told) << "once is enough";
+    app.Main.LCommandOutput.Caption = std::string();
+    app.Main.MnuUpdateCheck.Click();
+    EXPECT_EQ(app.Main.LCommandOutput.Caption.Get(),
+              "No browser has opened the news page: https://news.example/Glintara/update.html");
+}
+
 TEST_F(StartUpTest, AFirstStartThatHasAWorkspaceKnowsItsPlace) {
     workspaceLoads = true;
     ASSERT_TRUE(Open());

@@ -30,6 +30,8 @@ struct UsageRecordTest : ::testing::Test {
     RecordingBrowser browser;
     UsageStats stats;
     UsageRecord record{stats, clock, browser, path};
+
+    void SetUp() override { record.SetNewsHost("https://news.example"); }
 };
 
 TEST_F(UsageRecordTest, AFirstRun) {
@@ -121,8 +123,40 @@ TEST_F(UsageRecordTest, TheQuery) {
     EXPECT_EQ(record.MakeStatString(), "?r=0123456789&c=12&t=5678&m=34&v=152");
     record.ConnectStat();
     ASSERT_EQ(browser.opened.size(), 1U);
-    EXPECT_TRUE(browser.opened[0].ends_with("/Glintara/update.html?r=0123456789&c=12&t=5678&m=34&v=152"))
-        << browser.opened[0];
+    EXPECT_EQ(browser.opened[0], "https://news.example/Glintara/update.html?r=0123456789&c=12&t=5678&m=34&v=152");
+}
+
+TEST_F(UsageRecordTest, WithoutAHostNothingIsOpened) {
+    record.SetNewsHost("");
+    record.ConnectStat();
+    EXPECT_TRUE(browser.opened.empty());
+}
+
+TEST_F(UsageRecordTest, TheHostIsAPackagersWebsite) {
+    EXPECT_EQ(NewsHost("https://example.org", {folder.Path()}), "https://example.org");
+    EXPECT_EQ(NewsHost("https://example.org/", {}), "https://example.org");
+    EXPECT_EQ(NewsHost("", {}), "");
+}
+
+TEST_F(UsageRecordTest, OrTheFolderThatHoldsThePage) {
+    const std::filesystem::path odd = folder.Path() / "S\xC3\xA3o 100%?#";
+    std::filesystem::create_directories(odd / "Glintara");
+    EXPECT_EQ(NewsHost("", {folder.Path(), odd}), "file://" + folder.Path().string()) << "none has it: the first";
+    std::ofstream(odd / "Glintara" / "update.html") << "news";
+    EXPECT_EQ(NewsHost("", {folder.Path(), odd}), "file://" + folder.Path().string() + "/S%C3%A3o%20100%25%3F%23");
+    EXPECT_EQ(NewsHost("", {odd / ""}), "file://" + folder.Path().string() + "/S%C3%A3o%20100%25%3F%23");
+    EXPECT_EQ(NewsHost("", {"/"}), "file://");
+}
+
+TEST_F(UsageRecordTest, WhoeverSetsItIsToldWhatNoBrowserOpened) {
+    std::vector<std::string> told;
+    record.SetAddressTeller([&told](const std::string& address) { told.push_back(address); });
+    record.ConnectStat();
+    EXPECT_TRUE(told.empty());
+    browser.fails = true;
+    record.ConnectStat();
+    ASSERT_EQ(browser.opened.size(), 2U);
+    EXPECT_EQ(told, std::vector<std::string>{"https://news.example/Glintara/update.html"});
 }
 
 TEST_F(UsageRecordTest, ThePageIsOpenedAgainAfterTheInterval) {
@@ -151,6 +185,7 @@ TEST_F(UsageRecordTest, AnIntervalOfZeroOpensItAtEachStart) {
 TEST_F(UsageRecordTest, ACheckInTheFutureHasElapsed) {
     record.CheckForUpdate(3, false);
     UsageRecord earlier{stats, clock, browser, path};
+    earlier.SetNewsHost("https://news.example");
     clock.Stall(-std::int64_t{86400} * 1000);
     earlier.CheckForUpdate(3, false);
     EXPECT_EQ(browser.opened.size(), 2U);

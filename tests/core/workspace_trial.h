@@ -101,7 +101,7 @@ class WorkspaceTrial {
 
     class Nowhere : public Browser {
       public:
-        void Open(const std::string& /*address*/) override {}
+        void Open(const std::string& /*address*/, std::function<void()> /*failed*/) override {}
     };
 
     bool IsDrawn() {

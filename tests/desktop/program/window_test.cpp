@@ -7,6 +7,7 @@
 #include <QDeadlineTimer>
 #include <QGroupBox>
 #include <QGuiApplication>
+#include <QHelpEvent>
 #include <QLabel>
 #include <QMenuBar>
 #include <QPlainTextEdit>
@@ -14,6 +15,7 @@
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSignalSpy>
+#include <QToolTip>
 #include <QtTest/QTest>
 #include <cmath>
 #include <filesystem>
@@ -316,11 +318,11 @@ TEST_F(WindowTest, WhatIsStillToComeIsGreyed) {
         for (const QCheckBox* box : window_.findChildren<QCheckBox*>())
             if (box->text() == text) EXPECT_FALSE(box->isEnabled()) << text;
     }
-    for (const char* text : {"SGP1", "Update and News Check", "Export Flare/Transit Track", "Orbit Details"})
+    for (const char* text : {"SGP1", "Export Flare/Transit Track", "Orbit Details"})
         EXPECT_FALSE(EntryNamed(text)->isEnabled()) << text;
     for (const char* text :
-         {"SGP4/SDP4", "Open Workspace...", "Floating Site", "Search Flares/Transits...", "Transit Mode", "Reset View",
-          "Show Atmosphere", "Mark Cities", "Show Flare/Transit Tracks", "Cities..."})
+         {"SGP4/SDP4", "Update and News Check", "Open Workspace...", "Floating Site", "Search Flares/Transits...",
+          "Transit Mode", "Reset View", "Show Atmosphere", "Mark Cities", "Show Flare/Transit Tracks", "Cities..."})
         EXPECT_TRUE(EntryNamed(text)->isEnabled()) << text;
 }
 
@@ -379,6 +381,22 @@ TEST_F(WindowTest, ClosingEndsTheClock) {
     EXPECT_TRUE(window_.close());
     EXPECT_TRUE(app_.Run.Closing);
     EXPECT_FALSE(main_.Timer5.Enabled && window_.isVisible());
+}
+
+TEST_F(WindowTest, WhatACommandSaysIsReadInFullUnderTheMouse) {
+    Settle();
+    const std::string path = "/home/anna/" + std::string(200, 'x') + "/update.html?r=1&c=2";
+    main_.LCommandOutput.Caption = "Fish <b> & chips:\r\n" + path;
+    auto* const label = window_.findChild<QLabel*>("LCommandOutput");
+    ASSERT_NE(label, nullptr);
+    EXPECT_EQ(label->text().remove(QChar(0x200B)).replace("\r\n", "\n"),
+              QString::fromStdString("Fish <b> & chips:\n" + path));
+    QHelpEvent rest(QEvent::ToolTip, QPoint(2, 2), label->mapToGlobal(QPoint(2, 2)));
+    QCoreApplication::sendEvent(label, &rest);
+    EXPECT_TRUE(QToolTip::text().contains("Fish &lt;b&gt; &amp; chips:")) << QToolTip::text().toStdString();
+    EXPECT_TRUE(QToolTip::text().contains("update.html?"));
+    QToolTip::hideText();
+    EXPECT_LE(label->width(), label->parentWidget()->width()) << "a path breaks behind its slashes";
 }
 
 }  // namespace
