@@ -14,7 +14,9 @@ void Open(Application& app) {
 }
 
 void CApply_Click(Application& app) {
-    app.Data.SetTwilightAngle(ReadBoxNumber(app.Settings.Twilight.TTwilight.Text.Get()).value);
+    // What nobody has typed over keeps the digits that the box does not show.
+    const std::string text = app.Settings.Twilight.TTwilight.Text;
+    if (text != PlainNumberText(app.Data.TwilightAngle)) app.Data.SetTwilightAngle(ReadBoxNumber(text).value);
     WinDataUpdate(app);
     app.Windows.UpdateGraphicsLevel2();
 }

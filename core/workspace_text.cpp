@@ -18,6 +18,7 @@ namespace {
 
 constexpr std::string_view kLineEnd = "\r\n";
 constexpr std::string_view kTagStem = "GLNTA";
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 /// Settings that the head names in its second line.
 constexpr int kSettingCount = 5;
@@ -424,6 +425,8 @@ std::string WorkspaceText(const WorkspaceHead& head, std::span<const SatRecord> 
 }
 
 WorkspaceReading ReadWorkspace(std::string_view text, Workspace& workspace, std::string& why) {
+    // An editor may have put a byte order mark before the first line.
+    if (text.starts_with(kByteOrderMark)) text.remove_prefix(kByteOrderMark.size());
     FieldReader reader(text);
     std::string_view tag;
     const bool anyLine = reader.Line(tag);

@@ -62,13 +62,16 @@ void Scan(Application& app, FlareTrack& track, TrackFiles* files) {
     output::PrintLine(app, "");
     ClearAllCityFlag(app.Data.Cities);
     if (app.Data.Cities.SelectedCities.empty()) {
+        output::PrintLine(app, "There are no cities to look at: Settings, Cities chooses them");
         if (files != nullptr) AddTrack(track, *files);
         return;
     }
     ProgressWindow window(app, "Looking for cities along the track");
     ScanListener listener;
     listener.goesOn = [&window](double part) { return window.GoesOn(100 * part); };
-    listener.tell = [&app](const std::vector<std::string>& lines) {
+    bool found = false;
+    listener.tell = [&app, &found](const std::vector<std::string>& lines) {
+        found = true;
         std::string text;
         for (const std::string& line : lines) text += (text.empty() ? "" : "\r\n") + line;
         output::PrintLine(app, text);
@@ -77,7 +80,8 @@ void Scan(Application& app, FlareTrack& track, TrackFiles* files) {
         listener.take = [files](const TrackPoint& point) { files->Add(point); };
         listener.takeGap = [files] { files->Gap(); };
     }
-    ScanCities(app.Data.Cities, app.Data.Site.SiteRadius, track, listener);
+    const bool whole = ScanCities(app.Data.Cities, app.Data.Site.SiteRadius, track, listener);
+    if (whole && !found) output::PrintLine(app, "None of the cities lies along it");
 }
 
 /// Writes the files and says what came of it.
@@ -86,13 +90,13 @@ void SaveFiles(Application& app, TrackFiles& files, double start) {
     const std::filesystem::path stem = TrackFileStem(app.Main.TTLE.Text.Get(), start);
     const std::string problem = WriteTrackFiles(stem, files);
     if (app.Run.Closing) return;  // nobody is there to read it
+    std::error_code unknown;
+    const std::string folder = ShownName(std::filesystem::current_path(unknown).string());
     if (!problem.empty()) {
-        app.Boxes.Tell("Cannot write " + problem, MessageIcon::Critical);
+        app.Boxes.Tell("Cannot write " + problem + "\r\nin " + folder, MessageIcon::Critical);
         return;
     }
-    std::error_code unknown;
-    const std::string folder = std::filesystem::current_path(unknown).string();
-    app.Main.LCommandOutput.Caption = stem.string() + ".txt and .kml are in " + ShownName(folder);
+    app.Main.LCommandOutput.Caption = stem.string() + ".txt and .kml are in " + folder;
     app.Boxes.Tell("Flare Track Exported", MessageIcon::Information);
 }
 

@@ -42,6 +42,8 @@ void Init(Application& app) {
     if (!app.Output.Visible) {
         app.Output.Visible = true;
         ClearAll(app);
+    } else if (app.Output.BringToFront) {
+        app.Output.BringToFront();
     }
     TimeStamp(app);
 }

@@ -17,6 +17,9 @@ struct OutputControls {
 
     Observed<bool> Visible;  ///< whether the window is open; setting it opens and closes it
 
+    /// Puts the open window before the others, for a report that begins.
+    std::function<void()> BringToFront;
+
     /// The computer's clock, UTC, which the program hands in. Without it there is no time to be stamped.
     std::function<CalendarFields()> ReadClock;
 };

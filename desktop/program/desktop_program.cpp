@@ -9,6 +9,7 @@
 #include <QWheelEvent>
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "core/map_tools.h"
 #include "core/panels.h"
@@ -76,6 +77,8 @@ SpecialKey SpecialOf(int key) {
     }
 }
 
+bool IsWorkspace(const QString& file) { return IsWorkspaceName(FromQt(file)); }
+
 KeyPress KeyOf(int qtKey, bool shift) {
     KeyPress key;
     key.special = SpecialOf(qtKey);
@@ -135,6 +138,7 @@ ProgramHooks DesktopProgram::MakeHooks() {
     hooks.startUp.loadMap = [this] { return LoadMap(); };
     hooks.startUp.loadSites = [this] { return LoadPlaces(); };
     hooks.startUp.rebuildStarList = [this] { RebuildStarList(app_.Data.Stars, app_.Data.View.MaxStarMag); };
+    hooks.loadStartUpWorkspace = [this] { return OpenFirst(); };
     hooks.workspace.showLoadingNotice = [this] { ShowLoading(); };
     hooks.workspace.askForFile = [this](const FileQuestion& question) { return AskForFile(question); };
     hooks.startUp.keptStationCode = [this] { return FromQt(places_.value(kStationCode).toString()); };
@@ -179,7 +183,9 @@ bool DesktopProgram::LoadPlaces() {
     return true;
 }
 
-void DesktopProgram::Start(const std::filesystem::path& folder, const std::vector<std::filesystem::path>& dataFolders) {
+void DesktopProgram::Start(const std::filesystem::path& folder, const std::vector<std::filesystem::path>& dataFolders,
+                           const QStringList& files) {
+    files_ = files;
     dataFolders_.insert(dataFolders_.end(), dataFolders.begin(), dataFolders.end());
     std::vector<std::filesystem::path> pageFolders = dataFolders;
     pageFolders.insert(pageFolders.begin(), folder);
@@ -298,8 +304,7 @@ std::optional<std::filesystem::path> DesktopProgram::AskForFile(const FileQuesti
 }
 
 void DesktopProgram::TakeDropped(const QStringList& files) {
-    const auto workspace =
-        std::find_if(files.begin(), files.end(), [](const QString& file) { return IsWorkspaceName(FromQt(file)); });
+    const auto workspace = std::find_if(files.begin(), files.end(), IsWorkspace);
     if (workspace != files.end()) {
         program_->Files.Open(FromQt(*workspace));
         return;
@@ -314,6 +319,15 @@ void DesktopProgram::TakeDropped(const QStringList& files) {
         else
             boxTaken = LoadTLEFile(app_, FromQt(file)) || boxTaken;
     }
+}
+
+bool DesktopProgram::OpenFirst() {
+    const QStringList files = std::exchange(files_, {});
+    const bool workspace = std::ranges::any_of(files, IsWorkspace);
+    if (workspace) TakeDropped(files);
+    const bool loaded = program_->Files.LoadStartUp();
+    if (!workspace && !files.isEmpty()) TakeDropped(files);
+    return loaded;
 }
 
 void DesktopProgram::OpenBeside(QWidget& form, Qt::Edge edge) {

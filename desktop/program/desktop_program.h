@@ -67,8 +67,10 @@ class DesktopProgram {
     DesktopProgram& operator=(const DesktopProgram&) = delete;
 
     /// Shows the window and begins the opening. `folder` becomes the current directory; data files that are missing
-    /// there are read in `dataFolders`.
-    void Start(const std::filesystem::path& folder, const std::vector<std::filesystem::path>& dataFolders = {});
+    /// there are read in `dataFolders`. `files`, by their whole paths, are opened after the opening as if they had been
+    /// dropped on the window: a workspace in place of the start-up workspace.
+    void Start(const std::filesystem::path& folder, const std::vector<std::filesystem::path>& dataFolders = {},
+               const QStringList& files = {});
 
     Application& State() { return app_; }
     MainScope& Window() { return *window_; }
@@ -86,6 +88,7 @@ class DesktopProgram {
     void OpenTLEFile();
     std::optional<std::filesystem::path> AskForFile(const FileQuestion& question);
     void TakeDropped(const QStringList& files);
+    bool OpenFirst();
     void ShowSearch();
     void ShowSatellites();
     void ShowHelp();
@@ -102,6 +105,7 @@ class DesktopProgram {
 
     const bool mapTools_;
     std::vector<std::filesystem::path> dataFolders_{"."};  // where data files are looked for, in order
+    QStringList files_;                                    // to be opened first
     QSettings places_;                                     // outlives the windows, which write to it when they close
     QtMessageBoxes boxes_;
     QtEvents events_;

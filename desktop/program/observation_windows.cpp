@@ -26,6 +26,7 @@ ObservationWindows::ObservationWindows(Application& app, MainScope& window, QSet
     observations::Connect(app);
     output::Connect(app);
     app.Output.ReadClock = [&clock] { return clock.ReadUtc(); };
+    app.Output.BringToFront = [this] { BringToFront(*output_); };
     app.Observations.Visible.SetHandler([this] { FollowObservations(); });
     app.Output.Visible.SetHandler([this] { FollowOutput(); });
 }
@@ -33,6 +34,7 @@ ObservationWindows::ObservationWindows(Application& app, MainScope& window, QSet
 ObservationWindows::~ObservationWindows() {
     app_.Observations.Visible.SetHandler({});
     app_.Output.Visible.SetHandler({});
+    app_.Output.BringToFront = {};
 }
 
 void ObservationWindows::ShowObservations() {

@@ -216,6 +216,15 @@ TEST_F(TwilightTest, ApplyTakesTheAngleAndItsSine) {
     EXPECT_EQ(pictures.size(), 1U);
 }
 
+TEST_F(TwilightTest, WhatNobodyTypedOverKeepsAllItsDigits) {
+    app.Data.SetTwilightAngle(-6.1234567890123456);
+    twilight::WinDataUpdate(app);
+    form.CApply.Click();
+    EXPECT_EQ(app.Data.TwilightAngle, -6.1234567890123456);
+    Apply("-6.5");
+    EXPECT_EQ(app.Data.TwilightAngle, -6.5);
+}
+
 TEST_F(TwilightTest, TheAngleIsHeldBetweenTheZenithAndTheNadir) {
     Apply("120");
     EXPECT_EQ(form.TTwilight.Text.Get(), "90");

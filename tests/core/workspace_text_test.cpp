@@ -45,6 +45,12 @@ WorkspaceLines OneOfEach(FileAge age = FileAge::Surfaces) {
 
 constexpr FileAge kAges[] = {FileAge::First, FileAge::Lines, FileAge::Pan, FileAge::Height, FileAge::Surfaces};
 
+TEST(WorkspaceFile, AByteOrderMarkOfAnEditorIsPassedOver) {
+    const Reading read("\xEF\xBB\xBF" + OneOfEach().Text());
+    ASSERT_EQ(read.end, WorkspaceReading::Whole) << read.why;
+    EXPECT_EQ(read.Satellite().Name, "IRIDIUM 7, in orbit");
+}
+
 TEST(WorkspaceFile, EachFormatHoldsWhatItIsToldTo) {
     for (const FileAge age : kAges) {
         SCOPED_TRACE(TagOf(age));

@@ -234,7 +234,8 @@ TEST_F(PendingTrackTest, WhereTheFilesAreIsSaidBeforeTheMessage) {
     std::filesystem::create_directories("Track.kml/inside");
     MnuExportTrack_Click(o.app);
     FinishPendingTrack(o.app);
-    EXPECT_EQ(o.boxes.messages.back().text, "Cannot write Track.kml: it is a folder");
+    EXPECT_EQ(o.boxes.messages.back().text,
+              "Cannot write Track.kml: it is a folder\r\nin " + std::filesystem::current_path().string());
     EXPECT_EQ(said, "") << "not what could not be done";
 }
 
@@ -243,7 +244,8 @@ TEST_F(PendingTrackTest, AFileThatCannotBeWrittenIsToldAndOver) {
     MnuExportTrack_Click(o.app);
     FinishPendingTrack(o.app);
     ASSERT_EQ(o.boxes.messages.size(), 1U);
-    EXPECT_EQ(o.boxes.messages[0].text, "Cannot write Track.txt: it is a folder");
+    EXPECT_EQ(o.boxes.messages[0].text,
+              "Cannot write Track.txt: it is a folder\r\nin " + std::filesystem::current_path().string());
     EXPECT_EQ(o.boxes.messages[0].icon, MessageIcon::Critical);
     EXPECT_FALSE(run.ExportPending);
     EXPECT_EQ(run.LongLoops.Get(), 0);
@@ -333,14 +335,22 @@ TEST_F(PendingTrackTest, TheSkipsLoseNoCity) {
     EXPECT_NEAR(static_cast<double>(told), static_cast<double>(every.size()), 1);
 }
 
-TEST_F(PendingTrackTest, WithoutASelectedCityThereIsTheHeadingAlone) {
+TEST_F(PendingTrackTest, AScanThatFindsNothingSaysSo) {
+    AddCity("Far off", {-1.4, 2, 0});
+    mnuFindCityTrack_Click(o.app);
+    FinishPendingTrack(o.app);
+    EXPECT_EQ(Output().back(), "None of the cities lies along it");
+}
+
+TEST_F(PendingTrackTest, WithoutASelectedCityItIsToldWhereTheyAreChosen) {
     mnuFindCityTrack_Click(o.app);
     FinishPendingTrack(o.app);
     EXPECT_EQ(o.events.served, 0);
     const std::vector<std::string> output = Output();
-    ASSERT_GE(output.size(), 2U);
-    EXPECT_EQ(output[output.size() - 2], "List of cities along the track (less than 5 km from the track)");
-    EXPECT_EQ(output.back(), "");
+    ASSERT_GE(output.size(), 3U);
+    EXPECT_EQ(output[output.size() - 3], "List of cities along the track (less than 5 km from the track)");
+    EXPECT_EQ(output[output.size() - 2], "");
+    EXPECT_EQ(output.back(), "There are no cities to look at: Settings, Cities chooses them");
     EXPECT_FALSE(run.CityScanPending);
     EXPECT_TRUE(o.boxes.messages.empty());
 }

@@ -13,6 +13,7 @@
 #include "desktop/window_checks.h"
 #include "orbit/element_sets.h"
 #include "orbit/observations.h"
+#include "orbit/output.h"
 #include "orbit/satellite_table.h"
 #include "support/working_folder.h"
 
@@ -67,6 +68,16 @@ TEST_F(ObservationWindowsTest, ExportOpensTheOutputAndItsClockStamps) {
     EXPECT_EQ(app.Output.ReadClock().year, SystemClock().ReadUtc().year);
     QTest::keyClick(Dialog("FormOutput"), Qt::Key_Escape);
     EXPECT_FALSE(IsOpen("FormOutput"));
+}
+
+TEST_F(ObservationWindowsTest, AReportBringsTheOpenOutputToTheFront) {
+    output::Init(app);
+    QDialog* const form = Dialog("FormOutput");
+    ASSERT_NE(form, nullptr);
+    app.Main.MnuObservations.Click();
+    ASSERT_TRUE(QTest::qWaitFor([form] { return !form->isActiveWindow(); }));
+    output::Init(app);
+    EXPECT_TRUE(QTest::qWaitFor([form] { return form->isActiveWindow(); }));
 }
 
 TEST_F(ObservationWindowsTest, FollowTheWorkingSatellite) {

@@ -185,6 +185,26 @@ TEST_F(WorkspaceWindowTest, WhoDoesNotWantToBeAskedIsNot) {
     EXPECT_FALSE(second.State().Run.AskToSave);
 }
 
+TEST_F(WorkspaceWindowTest, FilesOfTheCommandLineAreOpenedFirst) {
+    Settle();
+    ASSERT_TRUE(program_.Core().Files.SaveWorkspace(File("night.cst")));
+    ASSERT_TRUE(program_.Core().Files.SaveWorkspace(File("startup.cst")));
+    const QString sets = GLINTARA_SOURCE_DIR "/data/examples/stations.tle";
+    const auto opened = [this](const QStringList& files) {
+        auto program = std::make_unique<DesktopProgram>(QString::fromStdString(File("others.ini").string()));
+        program->Start(folder_.Path(), {}, files);
+        EXPECT_TRUE(WaitFor([&] { return program->State().Main.Timer5.Enabled && !program->State().Run.Opening; }));
+        return program;
+    };
+    auto program = opened({QString::fromStdString(File("night.cst").string())});
+    EXPECT_EQ(program->State().Run.WorkspaceFile.Get(), File("night.cst").string());
+    program = opened({sets});
+    EXPECT_EQ(program->State().Run.WorkspaceFile.Get(), File("startup.cst").string()) << "element sets go on top of it";
+    EXPECT_NE(program->State().Main.TTLE.Text.Get().find("HST"), std::string::npos);
+    program = opened({});
+    EXPECT_TRUE(program->State().Main.TTLE.Text.Get().empty());
+}
+
 TEST_F(WorkspaceWindowTest, DroppedFilesAreTaken) {
     Settle();
     SetLocation(app_.Data, {0.8, 0.2, 300});
