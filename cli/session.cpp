@@ -59,7 +59,10 @@ void Session::LoadFile(const std::string& file) {
     const std::optional<std::string> text =
         standardInput ? ReadToEnd(STDIN_FILENO, kLargestTLEFile, &why) : ReadWholeFile(file, kLargestTLEFile, &why);
     if (!text) throw Failure(kBadData, shown + ": " + why);
-    EnterTLEText(app_, *text);
+    const ElementText read = EnterTLEText(app_, *text);
+    const std::string leftOut = LeftOutText(read);
+    if (read.IsMessage() && read.sets == 0) throw Failure(kBadData, shown + ": " + leftOut);
+    if (!leftOut.empty()) Warn(shown + ": " + leftOut);
     const AdmissionOutcome outcome = CApplyTLEOrbit_click(app_);
     if (!outcome.Failed()) return;
     std::string answer = shown + ": " + AdmissionLabel(outcome);

@@ -13,6 +13,7 @@
 #include "engine/astro/number_text.h"
 #include "engine/glintcore.h"
 #include "orbit/files.h"
+#include "orbit/mean_elements.h"
 #include "orbit/satellite_table.h"
 
 namespace glintara {
@@ -171,8 +172,11 @@ void ReplaceElements(SatRecord& old, const SatRecord& fresh) {
 std::string BadDataText(const AdmissionOutcome& outcome) {
     std::string text = "ERROR: Bad TLE Data\n\n" + RefusalText(outcome) + ".";
     if (const std::string before = DoneBeforeText(outcome); !before.empty()) text += "\n" + before + ".";
+    if (outcome.end == AdmissionEnd::BadData && !outcome.leftOut.empty()) text += "\n\n" + outcome.leftOut + ".";
     return text;
 }
+
+bool IsRefusal(AdmissionEnd end) { return end == AdmissionEnd::BadData || end == AdmissionEnd::BadMessage; }
 
 // One run of admission over the text of the box.
 class Admission {
@@ -199,13 +203,13 @@ class Admission {
   private:
     // Admits the set at the front of the rest; false ends the run.
     bool AdmitNext() {
-        if (rest_.find(kLineEnd) == std::string_view::npos) return Stop(AdmissionEnd::NoLineEnd);
+        if (rest_.find(kLineEnd) == std::string_view::npos) return TakeMessage() || Stop(AdmissionEnd::NoLineEnd);
         if (data_.SatCount >= kSatCapacity) return Stop(AdmissionEnd::ListFull);
 
         const ElementSetText set = CutElementSet(rest_);
         Refusal refusal;
         std::optional<SatRecord> satellite = ReadElements(set, refusal);
-        if (!satellite) return StopAt(set, std::move(refusal));
+        if (!satellite) return TakeMessage() || StopAt(set, std::move(refusal));
 
         // A set without a name line bears the name of the one before it.
         if (set.name) carriedName_ = *set.name;
@@ -218,12 +222,27 @@ class Admission {
         return rest_.find(kLine1Digit) != std::string_view::npos;
     }
 
+    // What cannot be read as two lines may be a message that was put into the box by hand. Its sets take the place of
+    // its text; false when there are none.
+    bool TakeMessage() {
+        ElementText read = ReadElementText(rest_);
+        if (!read.IsMessage()) return false;
+        outcome_.leftOut = LeftOutText(read);
+        if (read.sets == 0) return Stop(AdmissionEnd::BadMessage);
+        text_ = std::move(read.text);
+        rest_ = text_;
+        carriedName_ = {};
+        return true;
+    }
+
+    // The first reason holds.
     bool Stop(AdmissionEnd end) {
-        outcome_.end = end;
+        if (outcome_.end == AdmissionEnd::AllTaken) outcome_.end = end;
         return false;
     }
 
     bool StopAt(const ElementSetText& set, Refusal refusal) {
+        if (outcome_.end == AdmissionEnd::BadMessage) return false;
         outcome_.refusedName = set.name.value_or(std::string_view());
         outcome_.refusedLine = refusal.line;
         outcome_.reason = std::move(refusal.reason);
@@ -272,7 +291,10 @@ class Admission {
             app_.Windows.SyncronizeMenuBar();
         }
         app_.Main.LCommandOutput.Caption = AdmissionLabel(outcome_);
-        if (outcome_.end == AdmissionEnd::BadData) app_.Boxes.Tell(BadDataText(outcome_), MessageIcon::Critical);
+        if (IsRefusal(outcome_.end))
+            app_.Boxes.Tell(BadDataText(outcome_), MessageIcon::Critical);
+        else if (!outcome_.leftOut.empty())
+            app_.Boxes.Tell(outcome_.leftOut + ".", MessageIcon::Warning);
 
         app_.Windows.UpDateAll();
         app_.Windows.RefreshInfo();
@@ -287,25 +309,12 @@ class Admission {
     const bool onlyNewer_;
     const bool onlySelected_;
 
-    const std::string text_;  // a copy, since handlers that run meanwhile may write the box
+    std::string text_;  // a copy, since handlers that run meanwhile may write the box
     std::string_view rest_;
     std::optional<SatNumberIndex> known_;  // only when sets may replace
     std::string_view carriedName_;
     AdmissionOutcome outcome_;
 };
-
-/// Pairs of a line 1 and a line 2 in text as the box takes it.
-int CountSets(std::string_view text) {
-    int sets = 0;
-    bool line1 = false;
-    while (!text.empty()) {
-        const std::string_view line = text.substr(0, text.find(kLineEnd));
-        text.remove_prefix(std::min(text.size(), line.size() + kLineEnd.size()));
-        if (line1 && line.starts_with("2 ")) ++sets;
-        line1 = line.starts_with("1 ");
-    }
-    return sets;
-}
 
 std::string WhatToPress(const MainControls& main) {
     return "press " + main.CApplyTLEOrbit.Caption.Get() + " or " + main.CUpdateTLE.Caption.Get();
@@ -316,12 +325,7 @@ std::string WhatToPress(const MainControls& main) {
 TLELineCheck CheckTLELine(std::string_view line) {
     TLELineCheck check;
     if (line.size() != kElementLineLength) return check;
-    int sum = 0;
-    for (const char c : line.substr(0, kElementLineLength - 1)) {
-        if (c >= '0' && c <= '9') sum += c - '0';
-        if (c == '-') ++sum;
-    }
-    check.checksumMatches = line.back() - '0' == sum % 10;
+    check.checksumMatches = line.back() == ElementLineChecksum(line);
     return check;
 }
 
@@ -345,6 +349,7 @@ std::string AdmissionLabel(const AdmissionOutcome& outcome) {
 }
 
 std::string RefusalText(const AdmissionOutcome& outcome) {
+    if (outcome.end == AdmissionEnd::BadMessage) return outcome.leftOut;
     if (outcome.end != AdmissionEnd::BadData) return {};
     constexpr std::size_t kMostOfName = 40;
     std::string text = "Set " + std::to_string(outcome.sets + 1);
@@ -375,59 +380,50 @@ AdmissionOutcome CUpdateTLE_click(Application& app) {
     return CApplyTLEOrbitFnct(app, TLEMode::AddAndUpdate, false, false);
 }
 
-std::string BoxText(std::string_view text) {
-    constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-    if (text.substr(0, kByteOrderMark.size()) == kByteOrderMark) text.remove_prefix(kByteOrderMark.size());
-
-    std::string result;
-    result.reserve(text.size() + text.size() / 32);
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const char c = text[i];
-        if (c != '\r' && c != '\n') {
-            result += c;
-            continue;
-        }
-        const std::string_view rest = text.substr(i);
-        for (const std::string_view end : {std::string_view("\r\r\n"), kLineEnd})
-            if (rest.starts_with(end)) {
-                i += end.size() - 1;
-                break;
-            }
-        while (!result.empty() && (result.back() == ' ' || result.back() == '\t')) result.pop_back();
-        result += kLineEnd;
-    }
-    return result;
+ElementText EnterTLEText(Application& app, std::string_view text) {
+    ElementText read = ReadElementText(text);
+    if (!read.IsMessage() || read.sets > 0) app.Main.TTLE.Text = std::move(read.text);
+    read.text.clear();
+    return read;
 }
 
-void EnterTLEText(Application& app, std::string_view text) { app.Main.TTLE.Text = BoxText(text); }
-
 bool LoadTLEFile(Application& app, const std::filesystem::path& path) {
+    const std::string name = ShownName(path.filename().string());
+    const auto fail = [&](const std::string& why) {
+        app.Boxes.Tell("Error Loading File\n\n" + name + ": " + why + ".", MessageIcon::Critical);
+        return false;
+    };
     std::string why;
     const std::optional<std::string> content = ReadWholeFile(path, kLargestTLEFile, &why);
-    if (!content) {
-        app.Boxes.Tell("Error Loading File\n\n" + ShownName(path.filename().string()) + ": " + why + ".",
-                       MessageIcon::Critical);
-        return false;
-    }
-    EnterTLEText(app, *content);
+    if (!content) return fail(why);
+    const ElementText read = EnterTLEText(app, *content);
+    const std::string leftOut = LeftOutText(read);
+    if (read.IsMessage() && read.sets == 0) return fail(leftOut);
     app.Main.LCommandOutput.Caption = "File loaded, " + WhatToPress(app.Main);
+    if (!leftOut.empty()) app.Boxes.Tell(name + ": " + leftOut + ".", MessageIcon::Warning);
     return true;
 }
 
 bool PasteTLEText(Application& app, std::string_view text) {
     Observed<std::string>& said = app.Main.LCommandOutput.Caption;
-    std::string pasted = text.size() > kLargestTLEFile ? std::string() : BoxText(text);
-    const int sets = CountSets(pasted);
-    if (sets == 0) {
-        said = std::string(text.size() > kLargestTLEFile ? "ERROR: The text in the clipboard is too long"
-                                                         : "ERROR: There is no element set in the clipboard");
+    if (text.size() > kLargestTLEFile) {
+        said = std::string("ERROR: The text in the clipboard is too long");
         return false;
     }
-    if (!pasted.ends_with(kLineEnd)) pasted += kLineEnd;
+    ElementText read = ReadElementText(text);
+    const std::string leftOut = LeftOutText(read);
+    if (read.sets == 0) {
+        said = std::string("ERROR: There is no element set in the clipboard");
+        if (!leftOut.empty()) app.Boxes.Tell(leftOut + ".", MessageIcon::Critical);
+        return false;
+    }
+    if (!read.text.ends_with(kLineEnd)) read.text += kLineEnd;
     std::string box = app.Main.TTLE.Text.Get();
     if (!box.empty() && !box.ends_with(kLineEnd)) box += kLineEnd;
-    app.Main.TTLE.Text = box + pasted;
-    said = std::to_string(sets) + (sets == 1 ? " element set" : " element sets") + " pasted, " + WhatToPress(app.Main);
+    app.Main.TTLE.Text = box + read.text;
+    said = std::to_string(read.sets) + (read.sets == 1 ? " element set" : " element sets") + " pasted, " +
+           WhatToPress(app.Main);
+    if (!leftOut.empty()) app.Boxes.Tell(leftOut + ".", MessageIcon::Warning);
     return true;
 }
 

@@ -12,6 +12,7 @@
 #include <string_view>
 
 #include "engine/astro/element_fields.h"
+#include "orbit/element_text.h"
 #include "state/application.h"
 
 namespace glintara {
@@ -23,8 +24,8 @@ enum class TLEMode {
     UpdateExisting = 2,  ///< a known satellite is replaced, any other is dropped
 };
 
-/// Largest file that is read as element sets, bytes: thirty times a full list.
-inline constexpr std::size_t kLargestTLEFile = std::size_t{16} << 20;
+/// Largest file that is read as element sets, bytes: every object in orbit, in the longest of the forms.
+inline constexpr std::size_t kLargestTLEFile = std::size_t{32} << 20;
 
 /// What is known of a line of an element set.
 struct TLELineCheck {
@@ -44,10 +45,11 @@ double MeanRadiusOf(double meanMotion, double siteRadius);
 
 /// How an admission ended.
 enum class AdmissionEnd {
-    AllTaken,   ///< every set of the box was used
-    NoLineEnd,  ///< what is left has no line end
-    ListFull,   ///< the list has no room for one more
-    BadData,    ///< the set at the front of what is left cannot be used
+    AllTaken,    ///< every set of the box was used
+    NoLineEnd,   ///< what is left has no line end
+    ListFull,    ///< the list has no room for one more
+    BadData,     ///< the set at the front of what is left cannot be used
+    BadMessage,  ///< a message is at the front, no record of which can be used
 };
 
 /// What an admission did.
@@ -63,6 +65,9 @@ struct AdmissionOutcome {
     int refusedLine = 0;      ///< its line that is at fault, 1 or 2; 0 when it is the two together
     std::string reason;       ///< what is wrong with it, such as "the mean motion is not above 0"
 
+    /// What of a message in the box was left out, as `LeftOutText` tells it; empty for nothing.
+    std::string leftOut;
+
     bool Failed() const { return end != AdmissionEnd::AllTaken; }
 };
 
@@ -70,8 +75,8 @@ struct AdmissionOutcome {
 /// before that.
 std::string AdmissionLabel(const AdmissionOutcome& outcome);
 
-/// Where and why a set was refused, such as "Set 3 (SPUTNIK), line 2: the mean motion is not above 0"; empty when none
-/// was.
+/// Where and why a set was refused, such as "Set 3 (SPUTNIK), line 2: the mean motion is not above 0", or why no record
+/// of a message can be used; empty when none was refused.
 std::string RefusalText(const AdmissionOutcome& outcome);
 
 /// "2 satellites added before that", with those updated when the mode may replace; empty when nothing was done.
@@ -88,6 +93,10 @@ std::string DoneBeforeText(const AdmissionOutcome& outcome);
 /// `LCommandOutput` tells what was done or "ERROR: ..."; a set that cannot be used ends the work with a message box,
 /// which tells where and why, and stays in the box, name line included, with what follows it. The sets before it stay
 /// admitted.
+///
+/// An Orbit Mean-Elements Message that was typed or pasted into the box, alone or behind other sets, becomes its two
+/// lines there first. What of it cannot be used is told in a message box when the work ends; a message without any
+/// usable record stays in the box.
 AdmissionOutcome CApplyTLEOrbitFnct(Application& app, TLEMode mode, bool onlyNewer, bool onlySelected);
 
 /// The button `CApplyTLEOrbit`: adds every set of the box.
@@ -96,21 +105,20 @@ AdmissionOutcome CApplyTLEOrbit_click(Application& app);
 /// The button `CUpdateTLE`: replaces known satellites, adds the others.
 AdmissionOutcome CUpdateTLE_click(Application& app);
 
-/// `text` as the box takes it: every line end (CR LF, CR CR LF, LF or CR) becomes CR LF, blanks and tabs before it go,
-/// and so does a byte order mark at the start.
-std::string BoxText(std::string_view text);
-
-/// Puts text from a file, the clipboard or a download into `TTLE`, in place of what was there.
-void EnterTLEText(Application& app, std::string_view text);
+/// Puts text from a file, the clipboard or a download into `TTLE`, in place of what was there; the records of an Orbit
+/// Mean-Elements Message as sets of two lines. A message without any usable record leaves the box as it was. Returns what
+/// the text is, without its `text`, for the box has that.
+ElementText EnterTLEText(Application& app, std::string_view text);
 
 /// Fills `TTLE` from a file; the user then presses one of the buttons, and `LCommandOutput` says so. A file that cannot
-/// be read or is larger than `kLargestTLEFile` gives the message box "Error Loading File" with the file's name and the
-/// reason, and leaves the box as it was. Returns whether the file was read.
+/// be read, is larger than `kLargestTLEFile`, or is a message without any usable record gives the message box "Error
+/// Loading File" with the file's name and the reason, and leaves the box as it was. What else of a message cannot be
+/// used is told in a message box of its own. Returns whether the file was read.
 bool LoadTLEFile(Application& app, const std::filesystem::path& path);
 
 /// Puts element sets that the user pastes outside of the box into `TTLE`, behind what waits there, and `LCommandOutput`
-/// says so. Text without an element set, or of more than `kLargestTLEFile`, is told there and left alone. Returns whether
-/// the box has them.
+/// says so, and how many records of a message were left out; which and why is told in a message box. Text without an
+/// element set, or of more than `kLargestTLEFile`, is told there and left alone. Returns whether the box has them.
 bool PasteTLEText(Application& app, std::string_view text);
 
 }  // namespace glintara
