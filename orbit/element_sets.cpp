@@ -427,4 +427,12 @@ bool PasteTLEText(Application& app, std::string_view text) {
     return true;
 }
 
+std::string TextPastedIntoBox(MainControls& main, std::string_view text) {
+    ElementText read = ReadElementText(text);
+    if (!read.IsMessage()) return std::string(text);
+    const std::string leftOut = LeftOutText(read);
+    if (!leftOut.empty()) main.LCommandOutput.Caption = (read.sets == 0 ? "ERROR: " : "") + leftOut;
+    return std::move(read.text);
+}
+
 }  // namespace glintara

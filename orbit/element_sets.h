@@ -121,4 +121,9 @@ bool LoadTLEFile(Application& app, const std::filesystem::path& path);
 /// element set, or of more than `kLargestTLEFile`, is told there and left alone. Returns whether the box has them.
 bool PasteTLEText(Application& app, std::string_view text);
 
+/// What comes into `TTLE` itself when the user pastes `text` there: the sets of an Orbit Mean-Elements Message in two
+/// lines, any other text as it is. `LCommandOutput` says what of a message was left out; a message without any usable
+/// record gives nothing.
+std::string TextPastedIntoBox(MainControls& main, std::string_view text);
+
 }  // namespace glintara

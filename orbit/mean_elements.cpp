@@ -8,7 +8,6 @@
 
 #include "engine/astro/element_fields.h"
 #include "engine/astro/number_text.h"
-#include "engine/glintcore.h"
 #include "orbit/satellite_table.h"
 
 namespace glintara {
@@ -205,15 +204,15 @@ std::string DesignatorColumns(std::string_view text) {
     constexpr std::size_t kMostLetters = 3;
     text = TrimmedText(text, kBlanks);
     const bool longYear = text.size() > 4 && text[4] == '-' && IsDigit(text[0]) && IsDigit(text[1]);
-    std::string short_(text);
-    if (longYear) short_ = std::string(text.substr(2, 2)) + std::string(text.substr(5));
-    const std::size_t letters = short_.size() - std::min(short_.size(), kNumberDigits);
-    const auto firstLetter = short_.begin() + static_cast<std::ptrdiff_t>(short_.size() - letters);
-    const bool fits = letters >= 1 && letters <= kMostLetters && std::all_of(short_.begin(), firstLetter, IsDigit) &&
-                      std::all_of(firstLetter, short_.end(), IsCapital);
-    if (!fits) short_.clear();
-    short_.resize(kWidth, ' ');
-    return short_;
+    std::string columns(text);
+    if (longYear) columns = std::string(text.substr(2, 2)) + std::string(text.substr(5));
+    const std::size_t letters = columns.size() - std::min(columns.size(), kNumberDigits);
+    const auto firstLetter = columns.begin() + static_cast<std::ptrdiff_t>(columns.size() - letters);
+    const bool fits = letters >= 1 && letters <= kMostLetters && std::all_of(columns.begin(), firstLetter, IsDigit) &&
+                      std::all_of(firstLetter, columns.end(), IsCapital);
+    if (!fits) columns.clear();
+    columns.resize(kWidth, ' ');
+    return columns;
 }
 
 // The last digits of a counter that runs on; 0 for what is none.
@@ -258,7 +257,7 @@ class RecordReader {
         if (!record_.fault.empty()) Refuse(record_.fault);
         const std::string number = NumberColumns();
         RequireTheory();
-        const std::string epoch = Epoch_();
+        const std::string epoch = ReadEpochColumns();
         const double meanMotion = Required(MeanMotion);
         const double eccentricity = Required(Eccentricity);
         const double inclination = Required(Inclination);
@@ -297,7 +296,7 @@ class RecordReader {
                       CounterColumns(record_.Value(RevAtEpoch), 5, 1e5);
         lines.line1 += ElementLineChecksum(lines.line1);
         lines.line2 += ElementLineChecksum(lines.line2);
-        if (!SaysTheSame(lines)) return std::nullopt;
+        if (!KeepsEpoch(lines)) return std::nullopt;
         return lines;
     }
 
@@ -352,7 +351,7 @@ class RecordReader {
         ephemerisType_ = PlainNumberText(type);
     }
 
-    std::string Epoch_() {
+    std::string ReadEpochColumns() {
         if (TrimmedText(record_.Value(Epoch), kBlanks).empty()) {
             RefuseValue(Epoch, "is missing");
             return {};
@@ -366,19 +365,12 @@ class RecordReader {
         return EpochColumns(*epoch);
     }
 
-    // Whether the lines are read back as they were meant, and an orbit follows from them.
-    bool SaysTheSame(const ElementLines& lines) {
-        ElementLine1 read1;
-        ElementLine2 read2;
-        const ElementFault fault1 = ReadElementLine1(lines.line1, read1);
-        if (fault1 != ElementFault::None) Refuse(FaultText(fault1, kLine1Digit));
-        const ElementFault fault2 = ReadElementLine2(lines.line2, read2);
-        if (fault2 != ElementFault::None) Refuse(FaultText(fault2, kLine2Digit));
-        if (read1.epochYear != epochYear_) RefuseValue(Epoch, "is not of the years 1951 to 2050");
-        if (!reason_.empty()) return false;
-        EngineBlock block;
-        if (SatelliteInit(lines.line1.c_str(), lines.line2.c_str(), 'i', &block) != 0)
-            Refuse("no orbit follows from these elements");
+    // The year has two digits there; whose century they are of is for the reader of lines to say.
+    bool KeepsEpoch(const ElementLines& lines) {
+        ElementLine1 read;
+        const ElementFault fault = ReadElementLine1(lines.line1, read);
+        if (fault != ElementFault::None || read.epochYear != epochYear_)
+            RefuseValue(Epoch, "is not of the years 1951 to 2050");
         return reason_.empty();
     }
 

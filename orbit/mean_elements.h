@@ -82,7 +82,6 @@ struct RecordFault {
 ///                     angles -360 to 360; NORAD_CAT_ID a whole number of 0 to 339999
 ///   not for SGP4      a MEAN_ELEMENT_THEORY other than SGP4, EPHEMERIS_TYPE above 3, a TIME_SYSTEM other than UTC, a
 ///                     CENTER_NAME other than EARTH
-///   orbit             the propagator refuses it
 ///
 /// What has no part in a position is never a reason: the derivatives of the mean motion are 0 where they are missing,
 /// an ELEMENT_SET_NO or REV_AT_EPOCH that is no number is 0, the last four or five digits of a longer one are taken.

@@ -1,5 +1,7 @@
 #include <algorithm>
 #include <array>
+#include <cstddef>
+#include <iterator>
 #include <nlohmann/json.hpp>
 #include <utility>
 #include <vector>
@@ -20,13 +22,42 @@ bool IsPartOfRecord(std::string_view name) {
     return std::find(kParts.begin(), kParts.end(), name) != kParts.end();
 }
 
+// Goes through the characters of a text and tells how far.
+struct TextCursor {
+    using iterator_category = std::input_iterator_tag;
+    using value_type = char;
+    using difference_type = std::ptrdiff_t;
+    using pointer = const char*;
+    using reference = const char&;
+
+    const char* at;
+    const char** furthest;
+
+    const char& operator*() const { return *at; }
+    TextCursor& operator++() {
+        *furthest = ++at;
+        return *this;
+    }
+    bool operator==(const TextCursor& other) const { return at == other.at; }
+};
+
 // Collects records while the text is read; no tree is built, so neither depth nor size of a text costs more than its
 // bytes.
 class JsonRecords : public nlohmann::json_sax<nlohmann::json> {
   public:
     explicit JsonRecords(const TakeRecord& take) : take_(take) {}
 
-    const std::string& Damage() const { return damage_; }
+    bool TooDeep() const { return tooDeep_; }
+
+    // Reads one value, `offset` characters from the start of the text; what is wrong with it, or nothing.
+    std::string Read(TextCursor first, TextCursor last, std::size_t offset) {
+        levels_.clear();
+        name_.clear();
+        damage_.clear();
+        offset_ = offset;
+        nlohmann::json::sax_parse(first, last, this, nlohmann::json::input_format_t::json, false);
+        return damage_;
+    }
 
     bool null() override { return Value({}); }
     bool boolean(bool value) override { return Value(value ? "true" : "false"); }
@@ -65,7 +96,7 @@ class JsonRecords : public nlohmann::json_sax<nlohmann::json> {
 
     bool parse_error(std::size_t position, const std::string& /*token*/,
                      const nlohmann::detail::exception& /*error*/) override {
-        return BreakOff("the text cannot be read on from character " + std::to_string(position));
+        return BreakOff("this is no JSON at character " + std::to_string(offset_ + position));
     }
 
   private:
@@ -77,7 +108,8 @@ class JsonRecords : public nlohmann::json_sax<nlohmann::json> {
     };
 
     bool Open(bool isObject) {
-        if (levels_.size() == kDeepest) return BreakOff("it is nested too deeply");
+        tooDeep_ = levels_.size() == kDeepest;
+        if (tooDeep_) return BreakOff("it is nested too deeply");
         const bool named = levels_.empty() || levels_.back().isObject;
         Level level{isObject, named ? name_ : levels_.back().name, std::move(spare_)};
         level.record.Clear();
@@ -112,14 +144,22 @@ class JsonRecords : public nlohmann::json_sax<nlohmann::json> {
     std::string name_;
     MessageRecord spare_;  // its memory serves the next object
     std::string damage_;
+    std::size_t offset_ = 0;
+    bool tooDeep_ = false;
 };
 
 }  // namespace
 
 std::string ReadMessageJson(std::string_view text, const TakeRecord& take) {
     JsonRecords records(take);
-    nlohmann::json::sax_parse(text.begin(), text.end(), &records);
-    return records.Damage();
+    std::string damage;
+    // What is wrong in one object, be it a "NaN", costs that object; the next brace begins another.
+    for (std::size_t start = 0; start != std::string_view::npos && !records.TooDeep();) {
+        const char* furthest = text.data() + start;
+        damage = records.Read({furthest, &furthest}, {text.data() + text.size(), &furthest}, start);
+        start = text.find('{', static_cast<std::size_t>(furthest - text.data()));
+    }
+    return damage;
 }
 
 }  // namespace glintara

@@ -21,6 +21,7 @@
 #include "desktop/main/bindings.h"
 #include "desktop/main/form_parts.h"
 #include "desktop/main/style.h"
+#include "orbit/element_sets.h"
 
 namespace glintara::desktop {
 
@@ -267,7 +268,8 @@ QWidget* BuildOrbit(MainControls& main, QWidget* parent) {
 /// A field in which the keys are letters of a text, not commands.
 class ElementSetField : public QPlainTextEdit {
   public:
-    ElementSetField(TextBox& control, bool& keyLock) : keyLock_(keyLock), portions_(Bind(*this, control)) {}
+    ElementSetField(MainControls& main, bool& keyLock)
+        : main_(main), keyLock_(keyLock), portions_(Bind(*this, main.TTLE)) {}
 
   protected:
     void focusInEvent(QFocusEvent* event) override {
@@ -280,7 +282,9 @@ class ElementSetField : public QPlainTextEdit {
     }
 
     void insertFromMimeData(const QMimeData* source) override {
-        if (source->hasText()) portions_.Paste(source->text());
+        if (!source->hasText()) return;
+        const std::string text = TextPastedIntoBox(main_, FromQt(source->text()));
+        if (!text.empty()) portions_.Paste(ToQt(text));
     }
     QMimeData* createMimeDataFromSelection() const override {
         auto* data = new QMimeData;
@@ -289,6 +293,7 @@ class ElementSetField : public QPlainTextEdit {
     }
 
   private:
+    MainControls& main_;
     bool& keyLock_;
     TextPortions& portions_;
 };
@@ -296,7 +301,7 @@ class ElementSetField : public QPlainTextEdit {
 QWidget* BuildSat(MainControls& main, bool& keyLock, QWidget* parent) {
     auto* frame = new PanelFrame(main.FrameSat, parent);
     auto* grid = GridIn(frame);
-    auto* box = new ElementSetField(main.TTLE, keyLock);
+    auto* box = new ElementSetField(main, keyLock);
     box->setFont(NumberFont(kNumberPixels));
     box->setLineWrapMode(QPlainTextEdit::NoWrap);
     box->setTabChangesFocus(true);

@@ -280,8 +280,10 @@ bool DesktopProgram::PressKeyElsewhere(int qtKey, bool shift) {
 
 void DesktopProgram::OpenTLEFile() {
     const QString folder = places_.value(kElementFolder, kExampleFolder).toString();
-    const QString file = QFileDialog::getOpenFileName(window_.get(), "Open TLE File", folder,
-                                                      "TLE Files (*.tle);;Text Files (*.txt);;All Files (*)");
+    const QString file =
+        QFileDialog::getOpenFileName(window_.get(), "Open TLE File", folder,
+                                     "TLE Files (*.tle);;Text Files (*.txt);;"
+                                     "Mean-Elements Messages (*.csv *.json *.xml *.kvn);;All Files (*)");
     if (!file.isEmpty()) {
         places_.setValue(kElementFolder, QFileInfo(file).absolutePath());
         LoadTLEFile(app_, FromQt(file));

@@ -284,7 +284,7 @@ TEST_F(Glint, AnEmptyInstantIsNotNow) {
 TEST_F(Glint, StandardInputIsLimitedLikeAFile) {
     const Answer endless = Call("where --tle - --site 1,2 < /dev/zero");
     EXPECT_EQ(endless.code, 1);
-    EXPECT_EQ(endless.err, "glint: standard input: it is larger than 16 MiB\n");
+    EXPECT_EQ(endless.err, "glint: standard input: it is larger than 32 MiB\n");
     const Answer pipe = Call("where --tle <(cat geo.tle) --site 1,2");
     EXPECT_NE(pipe.code, 0);
 }

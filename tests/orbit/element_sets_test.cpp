@@ -662,7 +662,7 @@ TEST_F(ElementSetFiles, AFileThatCannotBeReadLeavesTheBoxAsItWas) {
         {folder.Path() / "folder.tle", "folder.tle: it is a folder."},
         {folder.Path() / "pipe.tle", "pipe.tle: it is no plain file."},
         {"/dev/zero", "zero: it is no plain file."},
-        {path, "sets.tle: it is larger than 16 MiB."}};
+        {path, "sets.tle: it is larger than 32 MiB."}};
     for (const auto& [file, reason] : bad) {
         boxes.messages.clear();
         EXPECT_FALSE(LoadTLEFile(app, file));
@@ -675,7 +675,7 @@ TEST_F(ElementSetFiles, AFileThatCannotBeReadLeavesTheBoxAsItWas) {
 TEST_F(ElementSetFiles, TheLargestFileIsStillRead) {
     Write(std::string(kLargestTLEFile, 'x'));
     EXPECT_TRUE(LoadTLEFile(app, path));
-    EXPECT_EQ(Box().size(), std::size_t{16} * 1024 * 1024);
+    EXPECT_EQ(Box().size(), std::size_t{32} * 1024 * 1024);
 }
 
 TEST_F(ElementSetFiles, AnyBytesGiveAMessageOrSatellitesAndNoHarm) {
