@@ -1,7 +1,8 @@
-// Admission of a full list: 3000 element sets, added, and replaced by newer ones.
+// Admission of a full list: 3000 element sets, added, and replaced by newer ones. Messages with a whole catalogue.
 
 #include <benchmark/benchmark.h>
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -68,6 +69,49 @@ void UpdateSets(benchmark::State& state) {
     state.SetItemsProcessed(state.iterations() * count);
 }
 BENCHMARK(UpdateSets)->Unit(benchmark::kMillisecond);
+
+// All objects of a catalogue as messages, in the order of keywords that the catalogue has.
+std::string TableOfRecords(int count) {
+    std::string text =
+        "OBJECT_NAME,OBJECT_ID,EPOCH,MEAN_MOTION,ECCENTRICITY,INCLINATION,RA_OF_ASC_NODE,ARG_OF_PERICENTER,MEAN_"
+        "ANOMALY,"
+        "EPHEMERIS_TYPE,CLASSIFICATION_TYPE,NORAD_CAT_ID,ELEMENT_SET_NO,REV_AT_EPOCH,BSTAR,MEAN_MOTION_DOT,"
+        "MEAN_MOTION_DDOT\r\n";
+    for (int i = 0; i < count; ++i)
+        text += "COSMOS " + std::to_string(i) +
+                ",1998-067A,2008-09-20T12:25:40.104192,15.72125391,.0006703,51.6416,247.4627,130.5360,325.0288,0,U," +
+                std::to_string(80000 + i) + ",292,56353,-.11606E-4,-.2182E-4,0\r\n";
+    return text;
+}
+
+std::string JsonOfRecords(int count) {
+    std::string text;
+    for (int i = 0; i < count; ++i)
+        text += std::string(i == 0 ? "[" : ",") + R"({"OBJECT_NAME":"COSMOS )" + std::to_string(i) +
+                R"(","OBJECT_ID":"1998-067A","EPOCH":"2008-09-20T12:25:40.104192","MEAN_MOTION":15.72125391,)"
+                R"("ECCENTRICITY":0.0006703,"INCLINATION":51.6416,"RA_OF_ASC_NODE":247.4627,)"
+                R"("ARG_OF_PERICENTER":130.536,"MEAN_ANOMALY":325.0288,"EPHEMERIS_TYPE":0,"CLASSIFICATION_TYPE":"U",)"
+                R"("NORAD_CAT_ID":)" +
+                std::to_string(80000 + i) +
+                R"(,"ELEMENT_SET_NO":292,"REV_AT_EPOCH":56353,"BSTAR":-1.1606e-5,"MEAN_MOTION_DOT":-2.182e-5,)"
+                R"("MEAN_MOTION_DDOT":0})";
+    return text + "]";
+}
+
+constexpr int kCatalogue = 30000;
+
+void ReadMessage(benchmark::State& state, const std::string& text) {
+    for (auto _ : state)
+        if (ReadElementText(text).sets != kCatalogue) state.SkipWithError("not all records were read");
+    state.SetItemsProcessed(state.iterations() * kCatalogue);
+    state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(text.size()));
+}
+
+void ReadTable(benchmark::State& state) { ReadMessage(state, TableOfRecords(kCatalogue)); }
+BENCHMARK(ReadTable)->Unit(benchmark::kMillisecond);
+
+void ReadJson(benchmark::State& state) { ReadMessage(state, JsonOfRecords(kCatalogue)); }
+BENCHMARK(ReadJson)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace glintara

@@ -34,8 +34,10 @@ CLI::Option* AddNumber(CLI::App& command, const std::string& name, double& targe
 void AddElementOptions(CLI::App& command, CommonOptions& options, const std::string& instantName,
                        const std::string& instantHelp, const std::string& nameHelp) {
     command
-        .add_option("--tle", options.tleFiles,
-                    "File of two- or three-line element sets; \"-\" reads standard input; may be given more than once")
+        .add_option(
+            "--tle", options.tleFiles,
+            "File of element sets: two or three lines each, or CSV, JSON or XML; \"-\" reads standard input; may be "
+            "given more than once")
         ->required()
         ->expected(1)
         ->take_all()

@@ -229,6 +229,7 @@ class Admission {
         if (!read.IsMessage()) return false;
         outcome_.leftOut = LeftOutText(read);
         if (read.sets == 0) return Stop(AdmissionEnd::BadMessage);
+        outcome_.fromMessage = true;
         text_ = std::move(read.text);
         rest_ = text_;
         carriedName_ = {};

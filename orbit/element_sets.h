@@ -65,7 +65,9 @@ struct AdmissionOutcome {
     int refusedLine = 0;      ///< its line that is at fault, 1 or 2; 0 when it is the two together
     std::string reason;       ///< what is wrong with it, such as "the mean motion is not above 0"
 
-    /// What of a message in the box was left out, as `LeftOutText` tells it; empty for nothing.
+    bool fromMessage = false;  ///< whether a message in the box became sets of two lines
+
+    /// What of that message was left out, as `LeftOutText` tells it; empty for nothing.
     std::string leftOut;
 
     bool Failed() const { return end != AdmissionEnd::AllTaken; }

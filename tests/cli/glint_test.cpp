@@ -281,6 +281,40 @@ TEST_F(Glint, AnEmptyInstantIsNotNow) {
     EXPECT_EQ(Call("where --tle geo.tle --site 1,2 --at=").code, 2);
 }
 
+// The space station of September 2008 in the forms that element sets come in: the answer is the same to the last digit.
+TEST_F(Glint, ReadsElementSetsInEveryForm) {
+    const std::string call = " --site 48,11 --at 2008-09-20T13:00:00Z --format json";
+    const std::string lines = Write("sets.tle",
+                                    "ISS\n1 25544U 98067A   08264.51782528 -.00002182  00000-0 -11606-4 0  2927\n"
+                                    "2 25544  51.6416 247.4627 0006703 130.5360 325.0288 15.72125391563537\n");
+    const Answer expected = Call("where --tle " + lines + call);
+    ASSERT_EQ(expected.code, 0) << expected.err;
+    const std::string head =
+        "OBJECT_NAME,OBJECT_ID,EPOCH,MEAN_MOTION,ECCENTRICITY,INCLINATION,RA_OF_ASC_NODE,ARG_OF_PERICENTER,"
+        "MEAN_ANOMALY,NORAD_CAT_ID,BSTAR\n";
+    const std::string row =
+        ",1998-067A,2008-09-20T12:25:40.104192,15.72125391,.0006703,51.6416,247.4627,130.5360,325.0288,";
+    const std::string table = Write("sets.csv", head + "ISS" + row + "25544,-.11606E-4\n");
+    const Answer answer = Call("where --tle " + table + call);
+    EXPECT_EQ(answer.err, expected.err);
+    EXPECT_EQ(answer.out, expected.out);
+    const Answer piped = Call("where --tle - " + call + " < " + table);
+    EXPECT_EQ(piped.out, expected.out);
+
+    const std::string more = Write("more.csv", head + "FAR" + row + "400000,0\nISS" + row + "25544,-.11606E-4\n");
+    const Answer warned = Call("where --tle " + more + call);
+    EXPECT_EQ(warned.code, 0);
+    EXPECT_EQ(warned.out, expected.out);
+    EXPECT_EQ(warned.err, "glint: warning: " + more +
+                              ": 1 of 2 records left out: 1 has a number above 339999, FAR (400000)\n" + expected.err);
+
+    const std::string vain = Write("vain.csv", head + "ISS" + row + "25544,\n");
+    const Answer refused = Call("where --tle " + vain + call);
+    EXPECT_EQ(refused.code, 1);
+    EXPECT_EQ(refused.err,
+              "glint: " + vain + ": 1 of 1 record left out: 1 cannot be used, record 1 (ISS): BSTAR is missing\n");
+}
+
 TEST_F(Glint, StandardInputIsLimitedLikeAFile) {
     const Answer endless = Call("where --tle - --site 1,2 < /dev/zero");
     EXPECT_EQ(endless.code, 1);

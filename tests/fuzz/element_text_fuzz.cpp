@@ -3,7 +3,7 @@
 //
 // An input is text up to its first zero byte; what follows are raw doubles, taken as instants, angles and distances.
 // So an ordinary element-set file is an input too. Any pair of neighbouring lines is offered to the engine as the two
-// lines of a set.
+// lines of a set. The bytes are read as a message, too, in whatever form they begin as.
 
 #include <algorithm>
 #include <array>
@@ -245,11 +245,22 @@ void Admit(Application& app, const Input& input, TLEMode mode, bool onlyNewer) {
     EnterTLEText(app, input.bytes);
     const std::string before = app.Main.TTLE.Text;
     const int count = app.Data.SatCount;
-    CApplyTLEOrbitFnct(app, mode, onlyNewer, false);
-    Require(before.ends_with(app.Main.TTLE.Text.Get()), "the box keeps the end of its text");
+    const AdmissionOutcome outcome = CApplyTLEOrbitFnct(app, mode, onlyNewer, false);
+    Require(outcome.fromMessage || before.ends_with(app.Main.TTLE.Text.Get()), "the box keeps the end of its text");
     Require(app.Data.SatCount >= count, "admission takes no satellite away");
     if (mode == TLEMode::UpdateExisting) Require(app.Data.SatCount == count, "an update adds no satellite");
     RequireSoundList(app.Data);
+}
+
+/// The bytes as a message in any of the forms.
+void TryMessage(const Input& input) {
+    const ElementText read = ReadElementText(input.bytes);
+    if (!read.IsMessage()) return;
+    Require(read.records == read.sets + read.LeftOut(), "every record is a set or left out");
+    Require(read.LeftOut() == 0 || !LeftOutText(read).empty(), "what is left out is told");
+    const ElementText again = ReadElementText(read.text);
+    Require(!again.IsMessage() && again.sets == read.sets, "a message becomes sets of two lines");
+    Require(again.text == read.text, "its text is as the box takes it");
 }
 
 void TryAdmission(const Input& input) {
@@ -266,6 +277,7 @@ void TryAdmission(const Input& input) {
 }
 
 void TryInput(const Input& input) {
+    TryMessage(input);
     TryAdmission(input);
     Satellite_SetSiteGeoPosition(kSiteRadius * 0.6, 0, kSiteRadius * 0.8, kSiteRadius);
     TryEmptyBlock(input);
