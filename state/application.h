@@ -5,6 +5,7 @@
 #include "state/cities_controls.h"
 #include "state/common_data.h"
 #include "state/date_entry_controls.h"
+#include "state/download_controls.h"
 #include "state/events.h"
 #include "state/find_flare_controls.h"
 #include "state/main_controls.h"
@@ -40,6 +41,7 @@ struct Application {
     OutputControls Output;
     SettingsControls Settings;
     DateEntryControls DateEntry;
+    DownloadControls Download;
     ProgressControls Progress;
     CitiesControls Cities;
     RunState Run;

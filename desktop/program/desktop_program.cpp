@@ -110,6 +110,9 @@ DesktopProgram::DesktopProgram(const QString& placesFile, bool mapTools, std::un
         [this](int key, bool shift) { return PressKeyElsewhere(key, shift); });
     editor_ = std::make_unique<EditorWindow>(
         app_, *window_, places_, [this](int key, bool shift) { return PressKeyElsewhere(key, shift); });
+    download_ = std::make_unique<DownloadWindow>(
+        app_, *window_, places_, clock_, [this](int key, bool shift) { return PressKeyElsewhere(key, shift); });
+    program_->End.AddAbort([this] { download_->Work().Abort(); });
     signals_.refreshInfo = [this] { observations_->RefreshInfo(); };
     mouse_ = std::make_unique<MouseSteering>(app_, program_->Loop);
     ConnectWindow();
@@ -161,6 +164,7 @@ ProgramHooks DesktopProgram::MakeHooks() {
         settings_->Unload(name);
         tracks_->Unload(name);
         editor_->Unload(name);
+        download_->Unload(name);
     };
     return hooks;
 }
@@ -222,8 +226,10 @@ void DesktopProgram::ConnectMenus() {
     main.MnuCities.SetClickHandler([this] { tracks_->ShowCities(); });
     main.MnuHelp.SetClickHandler([this] { ShowHelp(); });
     main.MnuAbout.SetClickHandler([this] { ShowAbout(); });
+    main.MnuDownloadTLE.SetClickHandler([this] { download_->Show(); });
     main.MnuModelSatSurfaces.SetClickHandler([this] { editor_->Show(); });
     app_.FindFlare.CSatList.SetClickHandler([this] { ShowSatellites(); });
+    app_.Download.CSelSat.SetClickHandler([this] { ShowSatellites(); });
     app_.Mirror.CSelectWin.SetClickHandler([this] { ShowSatellites(); });
     main.MnuExit.SetClickHandler([this] { window_->close(); });
     if (mapTools_) ConnectMapTools(app_);

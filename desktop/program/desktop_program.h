@@ -19,6 +19,7 @@
 #include "desktop/main/main_scope.h"
 #include "desktop/main/qt_services.h"
 #include "desktop/orbit/form_satellites.h"
+#include "desktop/program/download_window.h"
 #include "desktop/program/editor_window.h"
 #include "desktop/program/observation_windows.h"
 #include "desktop/program/settings_windows.h"
@@ -75,6 +76,7 @@ class DesktopProgram {
     Application& State() { return app_; }
     MainScope& Window() { return *window_; }
     Program& Core() { return *program_; }
+    DownloadWindow& Download() { return *download_; }
 
   private:
     ProgramHooks MakeHooks();
@@ -133,6 +135,7 @@ class DesktopProgram {
     std::unique_ptr<SettingsWindows> settings_;
     std::unique_ptr<TrackWindows> tracks_;
     std::unique_ptr<EditorWindow> editor_;
+    std::unique_ptr<DownloadWindow> download_;
 };
 
 }  // namespace glintara::desktop
