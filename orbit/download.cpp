@@ -17,6 +17,12 @@ std::string SizeText(std::size_t bytes) {
     return bytes >= kMebibyte ? std::to_string(bytes / kMebibyte) + " MiB" : std::to_string(bytes) + " bytes";
 }
 
+/// `text` with a full stop, unless it ends as a sentence or as a question.
+std::string Sentence(std::string text) {
+    if (!text.ends_with('.') && !text.ends_with('?')) text += '.';
+    return text;
+}
+
 /// The window as long as a download runs.
 class RunningDownload {
   public:
@@ -94,6 +100,7 @@ void Downloads::Run(TLEMode mode) {
     AdmissionOutcome sum;
     sum.mode = mode;
     int done = 0;
+    std::string leftOut;
     for (int line = 0; line < form_.LSiteTLE.Count(); ++line) {
         if (!form_.LSiteTLE.Selected.Get().contains(line)) continue;
         form_.LSiteTLE.Current = line;
@@ -103,12 +110,16 @@ void Downloads::Run(TLEMode mode) {
         std::set<int> left = form_.LSiteTLE.Selected;
         left.erase(line);
         form_.LSiteTLE.Selected = std::move(left);
+        if (!leftOut_.empty())
+            leftOut.append("\n").append(LabelOfLine(entry)).append(": ").append(leftOut_).append(".");
         sum.added += outcome->added;
         sum.updated += outcome->updated;
         ++done;
         if (wanted > 1) ShowTotal(done, wanted, sum);
         if (Ends()) break;
     }
+    if (!leftOut.empty() && !Ends())
+        app_.Boxes.Tell("Not all that came could be used.\n" + leftOut, MessageIcon::Warning);
 }
 
 std::optional<AdmissionOutcome> Downloads::DownloadEntry(std::string entry, TLEMode mode, bool onlyNewer,
@@ -132,6 +143,7 @@ std::optional<AdmissionOutcome> Downloads::DownloadEntry(std::string entry, TLEM
 
 std::optional<std::string> Downloads::DownloadUrl(const std::string& address, const std::string& label) {
     remark_.clear();
+    leftOut_.clear();
     if (address.empty()) return std::string();
     const std::vector<std::string> addresses = AddressesToTry(address);
     if (std::optional<std::string> kept = FindKept(addresses)) return kept;
@@ -146,15 +158,15 @@ std::optional<std::string> Downloads::DownloadUrl(const std::string& address, co
         }
         DownloadAnswer answer = ReadAnswer(fetched.text, fetched.status);
         if (answer.Usable()) {
-            cache_.Keep(next, fetched.text, services_.now());
-            if (!answer.remark.empty()) remark_ = " (" + answer.remark + ")";
+            if (!answer.damaged) cache_.Keep(next, fetched.text, services_.now());
+            leftOut_ = std::move(answer.leftOut);
             return std::move(answer.elements);
         }
         problem = std::move(answer.problem);
         if (answer.last) break;
     }
     const std::string name = label.empty() ? HostOf(address) : label + " (" + HostOf(address) + ")";
-    app_.Boxes.Tell("Download Error\n\n" + name + ": " + problem + ".", MessageIcon::Critical);
+    app_.Boxes.Tell("Download Error\n\n" + name + ": " + Sentence(problem), MessageIcon::Critical);
     return std::nullopt;
 }
 
@@ -166,7 +178,7 @@ std::optional<std::string> Downloads::FindKept(const std::vector<std::string>& a
         DownloadAnswer answer = ReadAnswer(kept->text, kOk);
         if (!answer.Usable()) continue;
         remark_ = " (kept text, fetched " + AgeText(kept->age) + " ago)";
-        if (!answer.remark.empty()) remark_ += " (" + answer.remark + ")";
+        leftOut_ = std::move(answer.leftOut);
         return std::move(answer.elements);
     }
     return std::nullopt;

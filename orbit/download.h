@@ -46,7 +46,8 @@ class Downloads {
     void UpdateButtons();
 
     /// Downloads the selected sources from the first to the last and admits each. One that fails ends the work; one that
-    /// has come in is selected no more. Refused while a download is under way.
+    /// has come in is selected no more. At the end a message box tells what of them was left out. Refused while a download
+    /// is under way.
     void Run(TLEMode mode);
 
     /// Ends the download that is under way at its next look.
@@ -80,7 +81,8 @@ class Downloads {
     DownloadControls& form_;
     DownloadServices services_;
     DownloadCache cache_;
-    std::string remark_;  // what `LProg` tells of the last text beside the admission's own words
+    std::string remark_;   // what `LProg` tells of the last text beside the admission's own words
+    std::string leftOut_;  // what of the last text could not be used, and why
 };
 
 }  // namespace glintara

@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <utility>
 
+#include "engine/astro/element_fields.h"
 #include "engine/astro/number_text.h"
-#include "orbit/element_sets.h"
+#include "orbit/element_text.h"
 #include "orbit/satellite_table.h"
 
 namespace glintara {
@@ -24,20 +26,6 @@ bool Holds(std::string_view text, std::string_view part) {
     return std::search(text.begin(), text.end(), part.begin(), part.end(), same) != text.end();
 }
 
-/// Whether a line 1 is followed by a line 2.
-bool HoldsElementSet(std::string_view text) {
-    bool line1 = false;
-    while (!text.empty()) {
-        const std::size_t end = text.find_first_of("\r\n");
-        const std::string_view line = text.substr(0, end);
-        text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
-        if (line.empty()) continue;
-        if (line1 && line.starts_with("2 ")) return true;
-        line1 = line.starts_with("1 ");
-    }
-    return false;
-}
-
 bool IsWebPage(std::string_view text) {
     constexpr std::size_t kBeginning = 1024;
     const std::string_view beginning = text.substr(0, kBeginning);
@@ -47,6 +35,21 @@ bool IsWebPage(std::string_view text) {
 /// Whether the catalogue's query says that it has no such group.
 bool DeniesGroup(std::string_view text) {
     return text.starts_with("Invalid query") || (text.starts_with("GROUP") && Holds(text, "does not exist"));
+}
+
+/// Whether the text ends in the middle of its last line. A connection may break off unnoticed when nobody has told the
+/// length of the answer, and what is left of a number would be another number. A last line without a line end is good
+/// when it is as long as a line 2, or has as many fields as the head of its table. Messages in the other forms tell by
+/// themselves that they break off.
+bool BreaksOff(std::string_view text, ElementForm form) {
+    if (text.ends_with('\n') || text.ends_with('\r')) return false;
+    const std::string_view last = text.substr(text.find_last_of("\r\n") + 1);
+    if (form == ElementForm::TwoLine) return !last.starts_with("2 ") || last.size() < kElementLineLength;
+    if (form != ElementForm::Table) return false;
+    const auto separators = [](std::string_view line) {
+        return std::count_if(line.begin(), line.end(), [](char c) { return c == ',' || c == ';' || c == '\t'; });
+    };
+    return separators(last) < separators(text.substr(0, text.find_first_of("\r\n")));
 }
 
 /// The first words of an answer that was meant for people, in quotation marks; empty when there are none.
@@ -101,11 +104,21 @@ DownloadAnswer ReadAnswer(std::string_view whole, int status) {
         answer.problem = "the answer is empty";
     } else if (page) {
         answer.problem = "the answer is a web page, not element sets";
-    } else if (HoldsElementSet(text)) {
-        answer.elements = BoxText(whole);
     } else {
-        answer.problem = "the answer holds no element sets";
-        if (const std::string said = Quoted(text); !said.empty()) answer.problem += ": it says " + said;
+        ElementText read = ReadElementText(whole);
+        answer.leftOut = LeftOutText(read);
+        answer.damaged = !read.damage.empty();
+        if (read.sets > 0 && BreaksOff(whole, read.form)) {
+            answer.problem = "the answer breaks off in the middle of a line";
+        } else if (read.sets > 0) {
+            answer.elements = std::move(read.text);
+        } else if (read.IsMessage()) {
+            answer.problem = std::move(answer.leftOut);
+            answer.leftOut.clear();
+        } else {
+            answer.problem = "the answer holds no element sets";
+            if (const std::string said = Quoted(text); !said.empty()) answer.problem += ": it says " + said;
+        }
     }
     return answer;
 }

@@ -11,7 +11,8 @@ namespace glintara {
 /// An answer that has been looked at.
 struct DownloadAnswer {
     std::string elements;  ///< two-line element sets, as the box takes them; empty when the answer holds none
-    std::string remark;    ///< what of the answer was left out; empty when nothing was
+    std::string leftOut;   ///< what of it is not in `elements`, and why; empty when all is
+    bool damaged = false;  ///< it breaks off
 
     // Of an answer without element sets:
     std::string problem;  ///< what it is instead, in words that can follow a name and a colon

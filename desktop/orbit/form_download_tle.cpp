@@ -20,7 +20,7 @@ namespace glintara::desktop {
 namespace {
 
 constexpr int kListPixels = 12;
-constexpr QSize kFirstSize(620, 600);
+constexpr QSize kFirstSize(620, 618);
 
 template <class Widget>
 Widget* MakeBox(CheckBox& control, const char* name) {
@@ -29,6 +29,15 @@ Widget* MakeBox(CheckBox& control, const char* name) {
     Bind(*box, control);
     return box;
 }
+
+/// A list that has no current line until the user gives it one: Qt's own takes the first with the focus.
+class SourceList : public QListView {
+  protected:
+    void focusInEvent(QFocusEvent* event) override {
+        QAbstractScrollArea::focusInEvent(event);
+        viewport()->update();
+    }
+};
 
 /// Room for a line of text while there is none.
 void KeepLine(QLabel& label) { label.setMinimumHeight(label.fontMetrics().lineSpacing()); }
@@ -79,7 +88,7 @@ FormDownloadTLE::~FormDownloadTLE() {
 }
 
 QListView* FormDownloadTLE::BuildList() {
-    list_ = new QListView;
+    list_ = new SourceList;
     list_->setObjectName("LSiteTLE");
     list_->setModel(&model_);
     list_->setSelectionMode(QAbstractItemView::ExtendedSelection);

@@ -90,15 +90,15 @@ class NetworkTransfer : public Transfer {
         const std::string host = FromQt(reply_->url().host());
         if (silent_)
             return host + " has sent nothing for " + std::to_string(longestSilence_ / 1000) +
-                   " seconds; is this computer connected to the Internet?";
+                   " seconds. Is this computer connected to the Internet?";
         switch (reply_->error()) {
             case QNetworkReply::HostNotFoundError:
-                return "there is no host " + host + "; is this computer connected to the Internet?";
+                return "there is no host " + host + ". Is this computer connected to the Internet?";
             case QNetworkReply::ConnectionRefusedError:
                 return host + " refuses the connection";
             case QNetworkReply::SslHandshakeFailedError:
                 return host + " cannot be trusted" + (distrust_.empty() ? "" : ": " + distrust_) +
-                       "; is the date of this computer right?";
+                       ". Is the date of this computer right?";
             case QNetworkReply::TooManyRedirectsError:
                 return "the server leads round in a circle";
             case QNetworkReply::InsecureRedirectError:
