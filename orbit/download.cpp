@@ -28,19 +28,22 @@ class RunningDownload {
   public:
     explicit RunningDownload(Application& app) : form_(app.Download), work_(app) {
         form_.Aborted = false;
-        Show(true);
+        form_.Running = true;
+        Enable(false);
     }
     RunningDownload(const RunningDownload&) = delete;
     RunningDownload& operator=(const RunningDownload&) = delete;
-    ~RunningDownload() { Show(false); }
+    ~RunningDownload() {
+        Enable(true);
+        form_.Running = false;
+    }
 
   private:
-    void Show(bool running) {
-        form_.Running = running;
-        const bool usable = !running && form_.LSiteTLE.Current >= 0;
+    void Enable(bool enabled) {
+        const bool usable = enabled && form_.LSiteTLE.Current >= 0;
         for (Button* button : {&form_.CDownAdd, &form_.CDownUp, &form_.CDownOUP}) button->Enabled = usable;
-        for (OptionButton& option : form_.OUpdateAlways) option.Enabled = !running;
-        form_.COnlySel.Enabled = !running;
+        for (OptionButton& option : form_.OUpdateAlways) option.Enabled = enabled;
+        form_.COnlySel.Enabled = enabled;
     }
 
     DownloadControls& form_;

@@ -4,6 +4,7 @@
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QProgressBar>
 #include <QRadioButton>
@@ -90,6 +91,7 @@ FormDownloadTLE::~FormDownloadTLE() {
 QListView* FormDownloadTLE::BuildList() {
     list_ = new SourceList;
     list_->setObjectName("LSiteTLE");
+    list_->installEventFilter(this);
     list_->setModel(&model_);
     list_->setSelectionMode(QAbstractItemView::ExtendedSelection);
     list_->setEditTriggers(QAbstractItemView::NoEditTriggers);
@@ -128,11 +130,14 @@ QLayout* FormDownloadTLE::BuildButtons() {
     auto* column = new QVBoxLayout;
     column->setSpacing(kControlGap);
     column->addStretch(1);
-    column->addWidget(MakeButton(form_.CDownAdd, "CDownAdd"));
-    QPushButton* const update = MakeButton(form_.CDownUp, "CDownUp");
-    update->setDefault(true);
-    column->addWidget(update);
-    column->addWidget(MakeButton(form_.CDownOUP, "CDownOUP"));
+    QPushButton* const add = MakeButton(form_.CDownAdd, "CDownAdd");
+    QPushButton* const both = MakeButton(form_.CDownUp, "CDownUp");
+    QPushButton* const update = MakeButton(form_.CDownOUP, "CDownOUP");
+    both->setDefault(true);
+    for (QPushButton* button : {add, both, update}) {
+        button->installEventFilter(this);
+        column->addWidget(button);
+    }
     return column;
 }
 
@@ -181,10 +186,20 @@ void FormDownloadTLE::ShowList() {
     busy_ = false;
 }
 
+/// `Running` is set before the buttons are disabled, and cleared after they are enabled again.
 void FormDownloadTLE::ShowRunning() {
-    const bool hadFocus = list_->hasFocus();
+    if (form_.Running) focusBefore_ = focusWidget();
     list_->setEnabled(!form_.Running);
-    if (!form_.Running && (focusWidget() == nullptr || hadFocus)) list_->setFocus();
+    if (!form_.Running && focusBefore_ != nullptr) focusBefore_->setFocus();
+}
+
+bool FormDownloadTLE::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::KeyPress) {
+        const auto& key = static_cast<QKeyEvent&>(*event);
+        // Held down over the end of a short download, it would begin the next.
+        if (key.isAutoRepeat() && (key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter)) return true;
+    }
+    return QDialog::eventFilter(watched, event);
 }
 
 void FormDownloadTLE::TakeSelection() {

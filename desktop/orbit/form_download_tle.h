@@ -4,6 +4,7 @@
 
 #include <QDialog>
 #include <QListView>
+#include <QPointer>
 #include <QStringListModel>
 
 #include "orbit/download.h"
@@ -23,6 +24,7 @@ class FormDownloadTLE : public QDialog {
   protected:
     void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
     QListView* BuildList();
@@ -39,7 +41,8 @@ class FormDownloadTLE : public QDialog {
     Downloads& downloads_;
     QStringListModel model_;
     QListView* list_ = nullptr;
-    bool busy_ = false;  // the list is being brought into line with its control
+    QPointer<QWidget> focusBefore_;  // what had the focus when the download began
+    bool busy_ = false;              // the list is being brought into line with its control
 };
 
 }  // namespace glintara::desktop

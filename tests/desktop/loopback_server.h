@@ -26,8 +26,9 @@ inline RawAnswer TextAnswer(const QByteArray& text, const QByteArray& status = "
             QByteArray::number(text.size()) + "\r\nConnection: close\r\n" + headers + "\r\n" + text};
 }
 
+/// The connection stays for the question that follows: a browser that finds it closed may ask twice.
 inline RawAnswer RedirectTo(const QByteArray& address) {
-    return TextAnswer("moved", "302 Found", "Location: " + address + "\r\n");
+    return {.bytes = "HTTP/1.1 302 Found\r\nContent-Length: 0\r\nLocation: " + address + "\r\n\r\n", .closes = false};
 }
 
 class LoopbackServer {

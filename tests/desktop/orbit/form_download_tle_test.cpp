@@ -2,8 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QGroupBox>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
@@ -33,6 +35,11 @@ struct FormDownloadTLETest : DownloadFixture {
         list.scrollTo(list.model()->index(line, 0));
         QTest::mouseClick(list.viewport(), Qt::LeftButton, modifiers,
                           list.visualRect(list.model()->index(line, 0)).center());
+    }
+
+    /// A click on the mark of a box.
+    static void Tick(QWidget& box) {
+        QTest::mouseClick(&box, Qt::LeftButton, {}, QPoint(box.height() / 2, box.height() / 2));
     }
 
     std::set<int> SelectedRows() const {
@@ -123,9 +130,9 @@ TEST_F(FormDownloadTLETest, ReturnIsTheDefaultButton) {
 TEST_F(FormDownloadTLETest, StrategiesReachTheDownload) {
     FillList();
     Answer(FileAt("geo"), SetOf("OLD", "00001", "09001") + SetOf("FRESH", "00002", "12001"));
-    QTest::mouseClick(&Named<QRadioButton>(window, "OUpdateAlways1"), Qt::LeftButton);
+    Tick(Named<QRadioButton>(window, "OUpdateAlways1"));
     EXPECT_FALSE(Named<QRadioButton>(window, "OUpdateAlways0").isChecked());
-    QTest::mouseClick(&Named<QCheckBox>(window, "COnlySel"), Qt::LeftButton);
+    Tick(Named<QCheckBox>(window, "COnlySel"));
     ClickLine(LineOf("GEO"));
     QTest::mouseClick(&ButtonOf("CDownOUP"), Qt::LeftButton);
     EXPECT_EQ(app.Data.Satellite(1).Name, "ONE") << "not more recent";
@@ -152,6 +159,27 @@ TEST_F(FormDownloadTLETest, ListAndButtonsRestWhileItRuns) {
     EXPECT_EQ(app.Data.SatCount, 1);
     EXPECT_TRUE(List().isEnabled());
     EXPECT_TRUE(List().hasFocus()) << "the keys go on where they were";
+}
+
+TEST_F(FormDownloadTLETest, AReturnThatIsHeldDownPressesOnce) {
+    Answer(FileAt("geo"), SetOf("A", "00001"));
+    ClickLine(LineOf("GEO"));
+    QTest::keyPress(&List(), Qt::Key_Return);
+    for (QWidget* widget : {static_cast<QWidget*>(&List()), static_cast<QWidget*>(&ButtonOf("CDownUp"))}) {
+        widget->setFocus();
+        QKeyEvent again(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, "\r", true);
+        QApplication::sendEvent(widget, &again);
+    }
+    EXPECT_EQ(TextOf("LProg"), "Added Satellites #1 (0 updated)");
+}
+
+TEST_F(FormDownloadTLETest, AButtonKeepsTheFocus) {
+    Answer(FileAt("geo"), SetOf("A", "00001"));
+    ClickLine(LineOf("GEO"));
+    ButtonOf("CDownOUP").setFocus();
+    QTest::keyClick(&ButtonOf("CDownOUP"), Qt::Key_Space);
+    EXPECT_EQ(TextOf("LProg"), "Added Satellites #0 (0 updated)");
+    EXPECT_TRUE(ButtonOf("CDownOUP").hasFocus());
 }
 
 TEST_F(FormDownloadTLETest, EscapeEndsADownloadAndCloses) {
