@@ -9,7 +9,7 @@
 #include "engine/astro/sun_moon.h"
 #include "engine/geometry/attitude_types.h"
 #include "flare/surface_models.h"
-#include "orbit/propagation.h"
+#include "orbit/satellite_motion.h"
 #include "orbit/satellite_table.h"
 #include "orbit/sun_and_moon.h"
 
@@ -28,7 +28,7 @@ constexpr double kLeastSine = 1e-12;
 std::optional<Vector3> LineToTarget(const Application& app, const SatRecord& satellite, const Vector3& r, double jd) {
     const CommonData& data = app.Data;
     const int index = SearchSatID(data, satellite.Surface.TargetSatID);
-    if (!app.Main.CSGP4.Value || index < 1 || index > data.SatCount) return std::nullopt;
+    if (OrbitModelOf(app.Main) != OrbitModel::SGP4 || index < 1 || index > data.SatCount) return std::nullopt;
     EngineBlock block = data.Satellite(index).EngineBlock;
     const WorldMotion target = PropagateSatellite(data, EarthRotation::Displayed, block, jd);
     const Vector3 line = OnAxesOfInstant(data, target, jd).position - r;

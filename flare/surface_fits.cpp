@@ -8,7 +8,7 @@
 #include "engine/geometry/attitude_types.h"
 #include "engine/geometry/reflection.h"
 #include "flare/attitude.h"
-#include "orbit/propagation.h"
+#include "orbit/satellite_motion.h"
 #include "orbit/sun_and_moon.h"
 
 namespace glintara {
@@ -44,11 +44,6 @@ std::optional<bool> IsInertialFit(const SurfaceModel& model) {
             return std::nullopt;
     }
     return std::nullopt;
-}
-
-WorldMotion MotionNow(const Application& app, const SatRecord& satellite) {
-    EngineBlock block = satellite.EngineBlock;
-    return PropagateSatellite(app.Data, EarthRotation::Displayed, block, app.Data.SimTime);
 }
 
 double Rounded(double degrees) { return std::nearbyint(degrees * kStepsPerDegree) / kStepsPerDegree; }

@@ -1,6 +1,7 @@
 #pragma once
 
-// The one step through which every propagation by the engine goes, and what follows from its result.
+// The one step through which every propagation by the engine goes, and what follows from its result. Which model a
+// satellite of the list is placed by, `satellite_motion.h` decides.
 
 #include "engine/astro/geodesy.h"
 #include "engine/astro/horizon.h"
@@ -14,7 +15,7 @@ namespace glintara {
 struct WorldMotion {
     Vector3 position;  ///< `SiteRadius`
     Vector3 velocity;  ///< kilometres per second; not corrected for the rotation of the axes
-    int result = 0;    ///< what Satellite_SGP4 returned; the numbers are finite in any case
+    int result = 0;    ///< what Satellite_SGP4 returned, 0 for success; the numbers are finite in any case
 };
 
 /// Which instant tells how far the Earth has turned.

@@ -9,7 +9,7 @@
 #include "engine/astro/constants.h"
 #include "engine/astro/number_text.h"
 #include "engine/astro/trigonometry.h"
-#include "orbit/propagation.h"
+#include "orbit/satellite_motion.h"
 #include "orbit/satellite_table.h"
 #include "scene/mouse_place.h"
 #include "scene/mouse_text.h"
@@ -188,10 +188,9 @@ FoundObject ObjectAt(const Application& app, const ScenePoint& place) {
 
 std::string SatelliteInfo(const Application& app, int satellite) {
     const CommonData& data = app.Data;
-    SatRecord record = data.Satellite(satellite);
+    const SatRecord& record = data.Satellite(satellite);
     std::string text = "Satellite #" + record.SatNumber + " (" + record.Name + ")\n";
-    const Vector3 position =
-        PropagateSatellite(data, EarthRotation::Displayed, record.EngineBlock, data.SimTime).position;
+    const Vector3 position = MotionNow(app, record).position;
     const double range = Length(position - ObserverOnUnitSphere(data.Site)) * data.Site.SiteRadius;
     const HorizonAngles horizon = WorldToHorizon(data.Site, position);
     text += "HEIGHT: " + CutNumberText(HeightOverSphere(data.Site, position), kDecimals) +

@@ -8,15 +8,13 @@
 #include "engine/astro/kepler.h"
 #include "engine/astro/trigonometry.h"
 #include "engine/geometry/reflection.h"
-#include "orbit/element_sets.h"
-#include "orbit/propagation.h"
+#include "orbit/satellite_motion.h"
 #include "scene/marks.h"
 #include "scene/plot_segment.h"
 
 namespace glintara {
 namespace {
 
-constexpr double kKeplerTolerance = 1e-6;
 constexpr double kSixthsOfATurn = 6;
 
 /// A number of steps that rounding has left just below a whole one is that whole one.
@@ -114,21 +112,20 @@ Color LightColor(const Application& app, const Vector3& position) {
     return dark ? kShadowedColor : kSunlitColor;
 }
 
-OrbitSteps::OrbitSteps(const SatRecord& satellite, double jd, int stepsPerTurn)
-    : isOrbit_(satellite.MeanMotion > 0 && satellite.Eccentricity >= 0 && satellite.Eccentricity < 1),
-      eccentricity_(satellite.Eccentricity),
+OrbitSteps::OrbitSteps(const KeplerElements& ellipse, double meanAnomaly, int stepsPerTurn)
+    : isOrbit_(ellipse.MeanMotion > 0 && ellipse.Eccentricity >= 0 && ellipse.Eccentricity < 1),
+      eccentricity_(ellipse.Eccentricity),
       step_(kTwoPi / stepsPerTurn) {
     if (!isOrbit_) return;
-    period_ = 1 / satellite.MeanMotion;
-    const double turnsSinceEpoch = satellite.MeanMotion * (jd - EpochToJD(satellite));
-    const double mean = kTwoPi * (turnsSinceEpoch - std::floor(turnsSinceEpoch)) + satellite.MeanAnomaly;
-    start_ = OrbitPolarAt(1, eccentricity_, mean, kKeplerTolerance).trueAnomaly;
+    period_ = 1 / ellipse.MeanMotion;
+    start_ = TrueFromMean(meanAnomaly, eccentricity_, kKeplerTolerance);
     startMean_ = MeanFromTrue(start_, eccentricity_) / kTwoPi;
     lastMean_ = startMean_;
 }
 
 double OrbitSteps::Next() {
-    const double mean = MeanFromTrue(start_ + next_ * step_, eccentricity_) / kTwoPi;
+    trueAnomaly_ = start_ + next_ * step_;
+    const double mean = MeanFromTrue(trueAnomaly_, eccentricity_) / kTwoPi;
     ++next_;
     if (mean < lastMean_) ++turns_;
     lastMean_ = mean;
@@ -143,7 +140,8 @@ void DrawOrbits(const SceneContext& scene, const SatRecord& satellite) {
     if (!shown.Any()) return;
     const double now = app.Data.SimTime;
     const int stepsPerTurn = app.Run.FinePass ? kOrbitStepsFine : kOrbitSteps;
-    OrbitSteps steps(satellite, now, stepsPerTurn);
+    SatellitePath path(app, satellite);
+    OrbitSteps steps(path.Ellipse(), path.MeanAnomaly(), stepsPerTurn);
     if (!steps.IsOrbit()) return;
 
     DrawSurface& surface = scene.Surface;
@@ -151,18 +149,17 @@ void DrawOrbits(const SceneContext& scene, const SatRecord& satellite) {
     surface.DrawStyle = PenPattern::Solid;
     surface.DrawMode = MixMode::Copy;
 
-    EngineBlock block = satellite.EngineBlock;
     const double wanted = scene.View().OrbitTurns / kSixthsOfATurn * stepsPerTurn;
     const int count = static_cast<int>(std::floor(wanted + kStepRounding));
     std::optional<ChainPoint> last;
     for (int i = 0; i <= count; ++i) {
-        const double jd = now + steps.Next();
-        const WorldMotion motion = PropagateSatellite(app.Data, EarthRotation::Displayed, block, jd);
+        const double days = steps.Next();
+        const WorldMotion motion = path.At(days, steps.TrueAnomaly());
         if (!HasPlace(motion.position)) {
             last.reset();
             continue;
         }
-        const ChainPoint point = PointOf(app.Data, shown, motion, jd);
+        const ChainPoint point = PointOf(app.Data, shown, motion, now + days);
         surface.ForeColor = LightColor(app, motion.position);
         if (last) DrawStep(scene, shown, *last, point);
         last = point;

@@ -5,6 +5,7 @@
 
 #include <array>
 
+#include "orbit/sgp1.h"
 #include "scene/view_geometry.h"
 #include "state/application.h"
 
@@ -26,11 +27,11 @@ inline constexpr double kOrbitWidth = 2;
 inline constexpr double kThinOrbitWidth = 1;
 
 /// When a satellite passes equal steps of its true anomaly, from the displayed instant on. Kepler's ellipse tells the
-/// instants only; the places are the engine's.
+/// instants only; the places are those of the orbit model.
 class OrbitSteps {
   public:
-    /// For the elements of `satellite`; `jd` is the displayed instant.
-    OrbitSteps(const SatRecord& satellite, double jd, int stepsPerTurn);
+    /// For a satellite that is at `meanAnomaly` of `ellipse` at the displayed instant.
+    OrbitSteps(const KeplerElements& ellipse, double meanAnomaly, int stepsPerTurn);
 
     /// Whether there is an orbit: a mean motion above 0 and an eccentricity from 0 to below 1.
     bool IsOrbit() const { return isOrbit_; }
@@ -38,11 +39,15 @@ class OrbitSteps {
     /// Days from the displayed instant to the next step; 0 at the first call.
     double Next();
 
+    /// True anomaly at the step that `Next` told last, radians, not reduced.
+    double TrueAnomaly() const { return trueAnomaly_; }
+
   private:
     bool isOrbit_ = false;
     double eccentricity_ = 0;
     double period_ = 0;  // days
     double start_ = 0;   // true anomaly, radians
+    double trueAnomaly_ = 0;
     double step_ = 0;
     int next_ = 0;
     double startMean_ = 0;  // revolutions
@@ -56,8 +61,9 @@ class OrbitSteps {
 ///   `CProjectOrbit`         on the ground, at the displayed instant
 ///   `CProjectOverTime`      with it, the ground track as flown
 ///   `CProjectOrbitOnSky`    on the star sphere, as the observer sees it, at the displayed instant; needs `CDrawSky`
-/// With `CSkyOnly` only the last. The record and its engine block stay as they are. A chain breaks where the engine has
-/// no place (`HasPlace`), and ends at the limb where the Earth hides it.
+/// With `CSkyOnly` only the last. The record and its engine block stay as they are. By SGP4 each place is the engine's at
+/// its own time; by SGP1 the chain is the ellipse of the displayed instant. A chain breaks where the model has no place
+/// (`HasPlace`), and ends at the limb where the Earth hides it.
 void DrawOrbits(const SceneContext& scene, const SatRecord& satellite);
 
 /// Whether the options ask for any chain.

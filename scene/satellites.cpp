@@ -4,7 +4,7 @@
 #include <optional>
 
 #include "engine/astro/number_text.h"
-#include "orbit/propagation.h"
+#include "orbit/satellite_motion.h"
 #include "scene/circles.h"
 #include "scene/flare_marks.h"
 #include "scene/flare_rays.h"
@@ -135,6 +135,13 @@ void TellWorkingSatellite(Application& app, const SatRecord& satellite, const Ve
     app.Run.Working.Keep(satellite, WorldToHorizon(app.Data.Site, position));
 }
 
+/// The working satellite is nowhere: what was told of it is of another instant, or of another model.
+void ForgetWorkingSatellite(Application& app) {
+    app.Main.LSatDetail.Caption = std::string();
+    app.Run.Working.Forget();
+    TellReadOut(app.Mirror, {});
+}
+
 bool IsOrbitHidden(const SatRecord& satellite) {
     return satellite.OptionFlags.size() > kOrbitHiddenPlace && satellite.OptionFlags[kOrbitHiddenPlace] == '1';
 }
@@ -142,10 +149,12 @@ bool IsOrbitHidden(const SatRecord& satellite) {
 void DrawSatellite(const Pass& pass, SatRecord& satellite, bool working) {
     const SceneContext& scene = pass.scene;
     Application& app = scene.App;
-    const WorldMotion motion =
-        PropagateSatellite(app.Data, EarthRotation::Displayed, satellite.EngineBlock, app.Data.SimTime);
+    const WorldMotion motion = MoveToNow(app, satellite);
     const Vector3& position = motion.position;
-    if (!HasPlace(position)) return;
+    if (!HasPlace(position)) {
+        if (working) ForgetWorkingSatellite(app);
+        return;
+    }
 
     if (working) {
         TellWorkingSatellite(app, satellite, position);
@@ -176,13 +185,13 @@ void DrawSatellites(const SceneContext& scene, SatelliteWorkspace& work) {
     CommonData& data = app.Data;
     work.names.Clear();
     app.Run.Finder.ClearList();
-    if (data.SatCount < 1 || !app.Main.CSGP4.Value) return;
+    if (data.SatCount < 1) return;
 
     Pass pass{scene, work, GetWindowScale(data.View, scene.Surface), ObserverOnUnitSphere(data.Site)};
     pass.earthShown = !app.Main.CSkyOnly.Value;
     pass.orbitsShown = AreOrbitsShown(app.Main);
     pass.flaresShown = pass.earthShown && app.Main.CIridiumFlares.Value;
-    pass.tracksShown = pass.earthShown && app.Main.CFlareTrack.Value;
+    pass.tracksShown = pass.earthShown && app.Main.CFlareTrack.Value && OrbitModelOf(app.Main) == OrbitModel::SGP4;
     pass.quest = LiveFlareQuestOf(app);
     if (pass.flaresShown) pass.lights = LightPlacesAt(data);
     for (int s = 1; s <= data.SatCount; ++s) {

@@ -15,6 +15,7 @@
 #include "state/output_controls.h"
 #include "state/progress_controls.h"
 #include "state/run_state.h"
+#include "state/sat_position_controls.h"
 #include "state/settings_controls.h"
 #include "state/window_signals.h"
 
@@ -44,6 +45,7 @@ struct Application {
     DownloadControls Download;
     ProgressControls Progress;
     CitiesControls Cities;
+    SatPositionControls SatPosition;
     RunState Run;
 
     MessageBoxes& Boxes;

@@ -33,8 +33,7 @@ struct MainControls {
         LElementAge.Visible = false;
         FSkyMouse.Visible = false;
         for (CheckBox* box : {&CNOSSFlare, &C2OrbitDetails, &CAstroDetails}) box->Acts = false;
-        CSGP1.Acts = false;
-        for (MenuEntry* entry : {&MnuOrbitDetails, &MnuAstroDetails, &MnuSGP1}) entry->Acts = false;
+        for (MenuEntry* entry : {&MnuOrbitDetails, &MnuAstroDetails}) entry->Acts = false;
     }
 
     // Texts.

@@ -113,6 +113,9 @@ DesktopProgram::DesktopProgram(const QString& placesFile, bool mapTools, std::un
     download_ = std::make_unique<DownloadWindow>(
         app_, *window_, places_, clock_, [this](int key, bool shift) { return PressKeyElsewhere(key, shift); });
     program_->End.AddAbort([this] { download_->Work().Abort(); });
+    info_ = std::make_unique<InfoWindow>(
+        app_, *window_, places_, [this](int key, bool shift) { return PressKeyElsewhere(key, shift); });
+    signals_.refreshSatPosition = [this] { info_->Refresh(); };
     signals_.refreshInfo = [this] { observations_->RefreshInfo(); };
     mouse_ = std::make_unique<MouseSteering>(app_, program_->Loop);
     ConnectWindow();
@@ -165,6 +168,7 @@ ProgramHooks DesktopProgram::MakeHooks() {
         tracks_->Unload(name);
         editor_->Unload(name);
         download_->Unload(name);
+        info_->Unload(name);
     };
     return hooks;
 }
@@ -228,6 +232,7 @@ void DesktopProgram::ConnectMenus() {
     main.MnuAbout.SetClickHandler([this] { ShowAbout(); });
     main.MnuDownloadTLE.SetClickHandler([this] { download_->Show(); });
     main.MnuModelSatSurfaces.SetClickHandler([this] { editor_->Show(); });
+    main.MnuSatInfo.SetClickHandler([this] { info_->Show(); });
     app_.FindFlare.CSatList.SetClickHandler([this] { ShowSatellites(); });
     app_.Download.CSelSat.SetClickHandler([this] { ShowSatellites(); });
     app_.Mirror.CSelectWin.SetClickHandler([this] { ShowSatellites(); });

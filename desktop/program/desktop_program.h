@@ -21,6 +21,7 @@
 #include "desktop/orbit/form_satellites.h"
 #include "desktop/program/download_window.h"
 #include "desktop/program/editor_window.h"
+#include "desktop/program/info_window.h"
 #include "desktop/program/observation_windows.h"
 #include "desktop/program/settings_windows.h"
 #include "desktop/program/track_windows.h"
@@ -37,6 +38,7 @@ class DesktopSignals : public ProgramSignals {
     std::function<void()> upDateSatellites;
     std::function<void()> showWorkingSatellite;
     std::function<void()> refreshInfo;
+    std::function<void()> refreshSatPosition;
     std::function<void(bool)> showFullScreen;
 
     void UpDateAll() override {
@@ -49,6 +51,7 @@ class DesktopSignals : public ProgramSignals {
         Tell(refreshInfo);
     }
     void RefreshInfo() override { Tell(refreshInfo); }
+    void RefreshSatPosition() override { Tell(refreshSatPosition); }
     void ShowFullScreen(bool fullScreen) override { showFullScreen(fullScreen); }
 
   private:
@@ -136,6 +139,7 @@ class DesktopProgram {
     std::unique_ptr<TrackWindows> tracks_;
     std::unique_ptr<EditorWindow> editor_;
     std::unique_ptr<DownloadWindow> download_;
+    std::unique_ptr<InfoWindow> info_;
 };
 
 }  // namespace glintara::desktop
