@@ -84,6 +84,7 @@ FormSatPosition::FormSatPosition(Application& app, QWidget* parent) : QDialog(pa
     column->addWidget(note);
     column->addStretch(1);
     column->addLayout(BuildButtons());
+    findChild<QPushButton*>("CClose")->setFocus();
     resize(kFirstSize);
 }
 
@@ -187,7 +188,6 @@ QLayout* FormSatPosition::BuildButtons() {
     // A line with something marked takes the keys before the window does.
     auto* const copyKeys = new QShortcut(QKeySequence::Copy, this);
     connect(copyKeys, &QShortcut::activated, this, [this] { form_.CCopy.Click(); });
-    close->setFocus();
     return row;
 }
 

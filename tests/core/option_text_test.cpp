@@ -241,5 +241,18 @@ TEST_F(OptionTextTest, WithoutAModelTheFullOneIsTaken) {
     EXPECT_FALSE(main.CSGP4.Value);
 }
 
+TEST_F(OptionTextTest, TheSimpleModelComesBack) {
+    main.CSGP1.Value = true;
+    const std::string text = Text();
+    main.CSGP4.Value = true;
+    EXPECT_NE(Text(), text);
+    Read(text);
+    EXPECT_TRUE(main.CSGP1.Value);
+    EXPECT_FALSE(main.CSGP4.Value);
+    EXPECT_TRUE(main.MnuSGP1.Checked);
+    EXPECT_TRUE(main.MnuSGP1.Acts && main.CSGP1.Acts);
+    EXPECT_EQ(Text(), text);
+}
+
 }  // namespace
 }  // namespace glintara::testing
