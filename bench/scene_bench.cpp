@@ -4,6 +4,7 @@
 #include <benchmark/benchmark.h>
 
 #include "bench/example_list.h"
+#include "orbit/satellite_motion.h"
 #include "scene/satellites.h"
 
 namespace glintara {
@@ -38,10 +39,11 @@ class CountingSurface : public DrawSurface {
 };
 
 // Marks and names of `count` satellites; with `all` also an orbit and the live flares.
-void SatellitesOfAPicture(benchmark::State& state, int count, bool all) {
+void SatellitesOfAPicture(benchmark::State& state, int count, bool all, OrbitModel model = OrbitModel::SGP4) {
     ExampleList list(count);
     Application& app = list.app;
     CommonData& data = app.Data;
+    app.Main.CSGP4.Value = model == OrbitModel::SGP4;
     app.Main.CSatOnly.Value = !all;
     app.Main.CIridiumFlares.Value = all;
     data.SunDir = {0, 1, 0};
@@ -68,6 +70,35 @@ void SatellitesOfAPicture(benchmark::State& state, int count, bool all) {
 BENCHMARK_CAPTURE(SatellitesOfAPicture, marks_of_examples, 0, false)->Unit(benchmark::kMicrosecond);
 BENCHMARK_CAPTURE(SatellitesOfAPicture, marks_of_a_full_list, kSatCapacity, false)->Unit(benchmark::kMicrosecond);
 BENCHMARK_CAPTURE(SatellitesOfAPicture, all_of_a_full_list, kSatCapacity, true)->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(SatellitesOfAPicture, marks_of_a_full_list_by_sgp1, kSatCapacity, false, OrbitModel::SGP1)
+    ->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(SatellitesOfAPicture, all_of_a_full_list_by_sgp1, kSatCapacity, true, OrbitModel::SGP1)
+    ->Unit(benchmark::kMicrosecond);
+
+// A full list with the orbit of each on show: two hundred places a satellite.
+void OrbitsOfAPicture(benchmark::State& state, OrbitModel model) {
+    ExampleList list(kSatCapacity);
+    Application& app = list.app;
+    CommonData& data = app.Data;
+    app.Main.CSGP4.Value = model == OrbitModel::SGP4;
+    app.Main.CPlotOrbit.Value = true;
+    app.Main.CSatNames.Value = false;
+    app.Main.CIridiumFlares.Value = false;
+    for (int s = 1; s <= data.SatCount; ++s) data.Satellite(s).OptionFlags[kOrbitHiddenPlace] = '0';
+    data.SunDir = {0, 1, 0};
+    data.View.ZoomFactor = 29;
+    RefreshViewCache(data.View);
+    list.SetInstant(kBenchStart);
+
+    CountingSurface surface;
+    PolygonBuffer polygon;
+    const SceneContext scene{app, surface, polygon};
+    SatelliteWorkspace work;
+    for (auto _ : state) DrawSatellites(scene, work);
+    state.SetItemsProcessed(state.iterations() * data.SatCount);
+}
+BENCHMARK_CAPTURE(OrbitsOfAPicture, by_sgp4, OrbitModel::SGP4)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(OrbitsOfAPicture, by_sgp1, OrbitModel::SGP1)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace glintara
