@@ -361,6 +361,35 @@ TEST_F(WindowTest, APasteIntoTheElementFieldIsReadLikeAFile) {
     QGuiApplication::clipboard()->clear();
 }
 
+// A catalogue as JSON is one line of many megabytes, which a field could not show.
+TEST_F(WindowTest, AMessagePastedIntoTheElementFieldBecomesTwoLines) {
+    Settle();
+    auto* field = window_.findChild<QPlainTextEdit*>();
+    ASSERT_NE(field, nullptr);
+    const auto record = [](const char* name, const char* number) {
+        return QString(R"({"OBJECT_NAME":"%1","OBJECT_ID":"1998-067A","EPOCH":"2008-09-20T12:25:40.104192",)"
+                       R"("MEAN_MOTION":15.72125391,"ECCENTRICITY":0.0006703,"INCLINATION":51.6416,)"
+                       R"("RA_OF_ASC_NODE":247.4627,"ARG_OF_PERICENTER":130.536,"MEAN_ANOMALY":325.0288,)"
+                       R"("NORAD_CAT_ID":%2,"ELEMENT_SET_NO":292,"REV_AT_EPOCH":56353,"BSTAR":-1.1606e-5,)"
+                       R"("MEAN_MOTION_DOT":-2.182e-5,"MEAN_MOTION_DDOT":0})")
+            .arg(name, number);
+    };
+    main_.TTLE.Text = std::string("old");
+    field->selectAll();
+    QGuiApplication::clipboard()->setText("[" + record("ISS", "25544") + "," + record("FAR", "340000") + "]");
+    field->paste();
+    EXPECT_EQ(main_.TTLE.Text.Get(),
+              "ISS\r\n1 25544U 98067A   08264.51782528 -.00002182  00000-0 -11606-4 0  2927\r\n"
+              "2 25544  51.6416 247.4627 0006703 130.5360 325.0288 15.72125391563537\r\n");
+    EXPECT_EQ(main_.LCommandOutput.Caption.Get(), "1 of 2 records left out: 1 has a number above 339999, FAR (340000)");
+    QGuiApplication::clipboard()->setText("[" + record("FAR", "340000") + "]");
+    field->selectAll();
+    const std::string before = main_.TTLE.Text.Get();
+    field->paste();
+    EXPECT_EQ(main_.TTLE.Text.Get(), before) << "nothing came in its place";
+    QGuiApplication::clipboard()->clear();
+}
+
 TEST_F(WindowTest, CuttingAllOfALongTextTakesWhatIsNotShownToo) {
     Settle();
     auto* field = window_.findChild<QPlainTextEdit*>();

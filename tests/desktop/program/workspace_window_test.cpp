@@ -224,6 +224,13 @@ TEST_F(WorkspaceWindowTest, DroppedFilesAreTaken) {
     ASSERT_TRUE(WaitFor([&] { return main_.LCommandOutput.Caption.Get().starts_with("21 element sets"); }));
     EXPECT_TRUE(main_.TTLE.Text.Get().starts_with("HST")) << "the second came behind the first";
 
+    ASSERT_TRUE(ReplaceFile(File("today.csv"),
+                            "OBJECT_NAME,EPOCH,MEAN_MOTION,ECCENTRICITY,INCLINATION,RA_OF_ASC_NODE,ARG_OF_PERICENTER,"
+                            "MEAN_ANOMALY,NORAD_CAT_ID,BSTAR\nTODAY,2026-08-01T00:00:00,15.7,.0006,51.6,247.4,130.5,"
+                            "325.0,270001,0\n"));
+    Drop({Url(File("today.csv"))});
+    ASSERT_TRUE(WaitFor([&] { return main_.TTLE.Text.Get().starts_with("TODAY\r\n1 T0001U "); }));
+
     Drop({QUrl("https://example.org/night.cst")});
     EXPECT_FALSE(taken_) << "only files of this computer";
 
