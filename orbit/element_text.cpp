@@ -115,6 +115,8 @@ ElementText ReadElementText(std::string_view text) {
 
 std::string LeftOutText(const ElementText& read) {
     if (read.LeftOut() == 0 && read.damage.empty()) return {};
+    if (read.LeftOut() == 0)
+        return "the text breaks off behind record " + std::to_string(read.records) + ": " + read.damage;
     std::string text = std::to_string(read.LeftOut()) + " of " + std::to_string(read.records) +
                        (read.records == 1 ? " record" : " records") + " left out";
     std::string separator = ": ";
@@ -128,7 +130,8 @@ std::string LeftOutText(const ElementText& read) {
     if (read.unusable > 0)
         add(std::to_string(read.unusable) + " cannot be used, " + (read.unusable == 1 ? "" : "the first is ") +
             read.firstUnusable);
-    if (!read.damage.empty()) add(read.damage);
+    // A record in which the text breaks off says so itself.
+    if (read.firstUnusable.find(read.damage) == std::string::npos) add(read.damage);
     return text;
 }
 

@@ -227,11 +227,14 @@ TEST(ElementJson, ATextThatBreaksOffGivesWhatWasWhole) {
     EXPECT_EQ(read.text, kIssText);
     EXPECT_EQ(read.records, 2);
     EXPECT_EQ(read.unusable, 1);
-    EXPECT_EQ(LeftOutText(read),
-              "1 of 2 records left out: 1 cannot be used, record 2 (ISS (ZARYA)): this is no JSON at "
-              "character " +
-                  std::to_string(part.size() + 1) + "; this is no JSON at character " +
-                  std::to_string(part.size() + 1));
+    EXPECT_EQ(read.damage, "this is no JSON at character " + std::to_string(part.size() + 1));
+    EXPECT_EQ(LeftOutText(read), "1 of 2 records left out: 1 cannot be used, record 2 (ISS (ZARYA)): " + read.damage);
+    const std::string bad = JsonOf({With(Iss(), "BSTAR", "x")}, true);
+    const ElementText two = ReadElementText(bad.substr(0, bad.size() - 1) + "," + part.substr(1));
+    EXPECT_EQ(LeftOutText(two),
+              "2 of 3 records left out: 2 cannot be used, the first is record 1 (ISS (ZARYA)): BSTAR is "
+              "no number; " +
+                  two.damage);
 }
 
 TEST(ElementJson, WhatIsNoJsonCostsItsObject) {
@@ -259,7 +262,7 @@ TEST(ElementJson, NestingHasAnEnd) {
         EXPECT_EQ(read.sets, 1);
     }
     const ElementText read = ReadElementText(Replaced(JsonOf({Iss()}, false), "}]", "}," + std::string(100, '[')));
-    EXPECT_EQ(LeftOutText(read), "0 of 1 record left out: it is nested too deeply");
+    EXPECT_EQ(LeftOutText(read), "the text breaks off behind record 1: it is nested too deeply");
 }
 
 // ---- XML
