@@ -185,9 +185,14 @@ QLayout* FormSatPosition::BuildButtons() {
     QPushButton* const close = MakeButton(form_.CClose, "CClose");
     close->setDefault(true);
     row->addWidget(close);
-    // A line with something marked takes the keys before the window does.
     auto* const copyKeys = new QShortcut(QKeySequence::Copy, this);
-    connect(copyKeys, &QShortcut::activated, this, [this] { form_.CCopy.Click(); });
+    connect(copyKeys, &QShortcut::activated, this, [this] {
+        const auto* const line = qobject_cast<QLabel*>(focusWidget());
+        if (line != nullptr && line->hasSelectedText())
+            QGuiApplication::clipboard()->setText(line->selectedText());
+        else
+            form_.CCopy.Click();
+    });
     return row;
 }
 

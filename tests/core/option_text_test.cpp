@@ -251,7 +251,8 @@ TEST_F(OptionTextTest, TheSimpleModelComesBack) {
     EXPECT_FALSE(main.CSGP4.Value);
     EXPECT_TRUE(main.MnuSGP1.Checked);
     EXPECT_TRUE(main.MnuSGP1.Acts && main.CSGP1.Acts);
-    EXPECT_EQ(Text(), text);
+    EXPECT_EQ(At(kSGP1), "E1");
+    EXPECT_EQ(At(kSGP4), "E0");
 }
 
 }  // namespace

@@ -73,7 +73,7 @@ TEST_F(FormSatPositionTest, ShowsTheLinesInTheirParts) {
     EXPECT_EQ(TextOf("LInfo1"), "6524.834");
     EXPECT_EQ(TextOf("LUnit1"), "km");
     EXPECT_EQ(TextOf("LName8"), "vW:");
-    EXPECT_EQ(TextOf("LInfo8"), "11.456");
+    EXPECT_EQ(TextOf("LInfo8"), "11.457");
     EXPECT_EQ(TextOf("LUnit8"), "km/s");
     EXPECT_EQ(TextOf("LName12"), "Az:");
     EXPECT_TRUE(TextOf("LInfo12").endsWith(QChar(0xB0)));
