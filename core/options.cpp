@@ -27,13 +27,15 @@ struct ButtonEntry {
     MenuEntry MainControls::*entry;
 };
 
-constexpr ButtonEntry kOrientations[] = {
+constexpr ButtonEntry kButtonEntries[] = {
     {&MainControls::CZenith, &MainControls::MnuZenithOrient},
     {&MainControls::CUpOrientation, &MainControls::MnuUpOrientation},
     {&MainControls::CNoon, &MainControls::MnuNoon},
     {&MainControls::CNightOrientation, &MainControls::MnuMidnight},
     {&MainControls::CZeroOrientation, &MainControls::MnuZeroOrient},
     {&MainControls::COrbitOrient, &MainControls::MnuOrbitOrient},
+    {&MainControls::CChangeOrbit, &MainControls::MnuChangeOrbit},
+    {&MainControls::CClearOrbitList, &MainControls::MnuClearOrbitList},
 };
 
 bool IsOn(const CheckBox& box) { return box.Enabled && box.Value; }
@@ -164,7 +166,7 @@ void ConnectEntries(Application& app) {
             app.Windows.UpdateGraphicsLevel2();
         });
     }
-    for (const ButtonEntry& pair : kOrientations) {
+    for (const ButtonEntry& pair : kButtonEntries) {
         const Button& button = main.*pair.button;
         (main.*pair.entry).SetClickHandler([&button] { button.Click(); });
     }
@@ -227,7 +229,7 @@ void SyncronizeMenuBar(MainControls& main) {
     }
     main.MnuNoUTC.Checked = !main.CLocalTime.Value;
     main.MnuNoUTC.Enabled = main.CLocalTime.Enabled;
-    for (const ButtonEntry& pair : kOrientations) (main.*pair.entry).Enabled = (main.*pair.button).Enabled;
+    for (const ButtonEntry& pair : kButtonEntries) (main.*pair.entry).Enabled = (main.*pair.button).Enabled;
 }
 
 void SetSkyOptions(Application& app, bool enabled) {

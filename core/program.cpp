@@ -17,7 +17,10 @@
 #include "flare/pending_track.h"
 #include "flare/search.h"
 #include "flare/surface_editor.h"
+#include "flare/surface_models.h"
+#include "orbit/advanced_selection.h"
 #include "orbit/progress.h"
+#include "orbit/satellite_manager.h"
 #include "scene/orientation.h"
 #include "scene/sky_pointer.h"
 
@@ -26,10 +29,15 @@ namespace glintara {
 void ProgramSignals::UpDateAll() {
     RefreshSatellitePanel(app_);
     ShowElementAge(app_);
+    satellite_manager::UpDateAll(app_);
+    advanced_selection::Refresh(app_, HasFlareModel);
     surface_editor::RefreshData(app_);
 }
 
-void ProgramSignals::ShowWorkingSatellite() { RefreshSatellitePanel(app_); }
+void ProgramSignals::ShowWorkingSatellite() {
+    RefreshSatellitePanel(app_);
+    satellite_manager::ShowWorkingSatellite(app_);
+}
 
 void ProgramSignals::ChangeSatelliteSignal() { surface_editor::ChangeSatelliteSignal(app_); }
 
@@ -80,6 +88,8 @@ Program::Program(Application& app, UsageRecord& usage, const ComputerClock& cloc
     ConnectTracks();
     surface_editor::Connect(app, Time);
     Usage.SetAddressTeller([&app](const std::string& address) { TellNewsAddress(app.Main, address); });
+    satellite_manager::Connect(app);
+    advanced_selection::Connect(app, HasFlareModel);
     app.Observations.CEnDisPointer.SetClickHandler([&app] { ToggleSkyMouse(app); });
     app.Main.MnuTips.SetClickHandler([&app] { ShowTips(app); });
     app.Main.MnuUpdateCheck.SetClickHandler([this] { Usage.CheckForUpdate(app_.Data.UpdateCheckDays, true); });

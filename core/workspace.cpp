@@ -261,9 +261,8 @@ void WorkspaceFiles::PutHead(const WorkspaceHead& head) {
 void WorkspaceFiles::PutSatellites(std::vector<SatRecord>& satellites) {
     CommonData& data = app_.Data;
     const int before = data.SatCount;
-    // An editor of surfaces closes with its satellite.
-    data.SatCount = 0;
-    app_.Windows.RefreshData();
+    // An editor of surfaces goes over to the satellite that works then, even should it bear the same numbers.
+    app_.Mirror.Satellite = {};
     data.SatCount = static_cast<int>(satellites.size());
     for (int index = 1; index <= data.SatCount; ++index) {
         data.Satellite(index) = std::move(satellites[static_cast<std::size_t>(index - 1)]);

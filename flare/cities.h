@@ -4,7 +4,6 @@
 
 #include <functional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "engine/astro/vector.h"
@@ -30,9 +29,6 @@ void DeselectAllCities(CityTables& tables);
 /// country and name. Returns the distance of the nearest selected place, metres. `siteRadius` is the unit of length.
 double CheckCityProximity(CityTables& tables, double siteRadius, double jd, const Vector3& centre,
                           std::vector<std::string>& lines);
-
-/// `text` in capitals, where they are one letter each: of the Latin, Greek and Cyrillic alphabets. UTF-8.
-std::string UpperCase(std::string_view text);
 
 /// Selects the places that pass the filters of the window, by their texts: cities with enough inhabitants, in whose
 /// country and name the texts stand at places that fit together; and with `CIncludeSites` all sites. The positions of

@@ -470,18 +470,25 @@ void ConnectDrawing(Application& app) {
         });
 }
 
+/// The buttons of the main window that change the list of satellites.
+std::array<Button*, 4> ListButtonsOf(MainControls& main) {
+    return {&main.CApplyTLEOrbit, &main.CChangeOrbit, &main.CUpdateTLE, &main.CClearOrbitList};
+}
+
 }  // namespace
 
 void OpenWindow(Application& app) {
     if (app.Data.SatCount < 1 || app.Mirror.Visible) return;
     BeginWithWorkingSatellite(app);
-    for (Button* button : {&app.Main.CApplyTLEOrbit, &app.Main.CUpdateTLE}) button->Enabled = false;
+    for (Button* button : ListButtonsOf(app.Main)) button->Enabled = false;
+    app.Windows.SyncronizeMenuBar();
     app.Mirror.Visible = true;
 }
 
 void CloseWindow(Application& app) {
     app.Mirror.TimerUpdate.Stop();
-    for (Button* button : {&app.Main.CApplyTLEOrbit, &app.Main.CUpdateTLE}) button->Enabled = true;
+    for (Button* button : ListButtonsOf(app.Main)) button->Enabled = true;
+    app.Windows.SyncronizeMenuBar();
     app.Mirror.Visible = false;
 }
 
@@ -598,9 +605,11 @@ void CMoveUp_click(Application& app) {
 
 void CClearAllMirrors_click(Application& app) {
     if (!ConfirmedForSelected(app, "All the mirrors of the selected satellites will be deleted!")) return;
-    LeaveField(app);
+    if (app.Mirror.Visible) LeaveField(app);
     ForEachSelected(app.Data, ResetMirrors);
-    AfterSelected(app);
+    app.Windows.UpDateAll();
+    RefreshData(app);
+    app.Windows.UpdateGraphicsLevel2();
 }
 
 void CUpTime_click(Application& app) {
@@ -685,7 +694,8 @@ void Connect(Application& app, SearchClock& clock) {
     form.CAddMirror.SetClickHandler([&app] { CAddMirror_click(app); });
     form.CDeleteMirror.SetClickHandler([&app] { CDeleteMirror_click(app); });
     form.CMoveUp.SetClickHandler([&app] { CMoveUp_click(app); });
-    form.CClearAllMirrors.SetClickHandler([&app] { CClearAllMirrors_click(app); });
+    for (Button* button : {&form.CClearAllMirrors, &app.Satellites.CClearAllMirrors})
+        button->SetClickHandler([&app] { CClearAllMirrors_click(app); });
     form.CUpTime.SetClickHandler([&app] { CUpTime_click(app); });
     form.CFlareSet.SetClickHandler([&app] { CFlareSet_click(app); });
     form.CBeamSet.SetClickHandler([&app] { CBeamSet_click(app); });

@@ -65,7 +65,8 @@ void CDeleteMirror_click(Application& app);
 /// The current surface becomes the first; those before it move down by one.
 void CMoveUp_click(Application& app);
 
-/// Deletes the surfaces of all selected satellites, after a question.
+/// Deletes the surfaces of all selected satellites, after a question. The window of the satellite list offers the same;
+/// the editor need not be open.
 void CClearAllMirrors_click(Application& app);
 
 /// The displayed instant becomes that of the current surface.

@@ -100,16 +100,19 @@ std::string SatelliteListLine(const SatRecord& satellite) {
     return line + satellite.Name;
 }
 
+void MoveToEnd(CommonData& data, int index) {
+    SatRecord chosen = std::move(data.Satellite(index));
+    for (int i = index; i < data.SatCount; ++i) data.Satellite(i) = std::move(data.Satellite(i + 1));
+    data.Satellite(data.SatCount) = std::move(chosen);
+}
+
 void ChangeWorkingSatellite(Application& app, int orbitNumber) {
     CommonData& data = app.Data;
     const int index = SearchOrbitNumber(data, orbitNumber);
     if (index == 0) return;
 
     app.Windows.ChangeSatelliteSignal();
-    SatRecord chosen = std::move(data.Satellite(index));
-    for (int i = index; i < data.SatCount; ++i) data.Satellite(i) = std::move(data.Satellite(i + 1));
-    data.Satellite(data.SatCount) = std::move(chosen);
-
+    MoveToEnd(data, index);
     app.Windows.ShowWorkingSatellite();
     app.Windows.UpdateGraphicsLevel2();
     app.Windows.RefreshData();

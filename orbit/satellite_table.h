@@ -38,6 +38,9 @@ int SearchSatID(const CommonData& data, double id);
 /// satellite number in parentheses, and from column 22 its name.
 std::string SatelliteListLine(const SatRecord& satellite);
 
+/// Puts satellite `index`, 1 to `SatCount`, at the end of the list, where it works; those behind it move down by one.
+void MoveToEnd(CommonData& data, int index);
+
 /// Makes the satellite with that `OrbitNumber` the working one: it goes to the end of the list, those behind it move
 /// down by one. The windows that show it are told and a new picture is asked for. Without such a satellite nothing
 /// happens.

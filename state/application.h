@@ -2,6 +2,7 @@
 
 // The one application state, with the services that its procedures call.
 
+#include "state/adv_sel_controls.h"
 #include "state/cities_controls.h"
 #include "state/common_data.h"
 #include "state/date_entry_controls.h"
@@ -16,6 +17,7 @@
 #include "state/progress_controls.h"
 #include "state/run_state.h"
 #include "state/sat_position_controls.h"
+#include "state/satellites_controls.h"
 #include "state/settings_controls.h"
 #include "state/window_signals.h"
 
@@ -46,6 +48,8 @@ struct Application {
     ProgressControls Progress;
     CitiesControls Cities;
     SatPositionControls SatPosition;
+    SatellitesControls Satellites;
+    AdvSelControls AdvSel;
     RunState Run;
 
     MessageBoxes& Boxes;

@@ -60,6 +60,8 @@ struct MainControls {
     // Element sets.
     Button CApplyTLEOrbit{"Add TLE", "Add every satellite of the text to the list"};
     Button CUpdateTLE{"Update TLE", "Replace the satellites that are in the list already and add the others"};
+    Button CChangeOrbit{"Next", "Show the next satellite of the list: the first of it takes the working one's place"};
+    Button CClearOrbitList{"Clear List", "Remove all satellites from the list, after a question"};
 
     // Clock.
     CheckBox CRealTime{"Run Time", "Let the clock run (R)", true};
@@ -241,6 +243,8 @@ struct MainControls {
     MenuEntry MnuSatInfo{"Satellite Info..."};
     MenuEntry MnuDownloadTLE{"Download TLE From Internet..."};
     MenuEntry MnuManageSatellites{"Manage Satellite List..."};
+    MenuEntry MnuChangeOrbit{"Next Satellite"};           ///< `CChangeOrbit`
+    MenuEntry MnuClearOrbitList{"Clear Satellite List"};  ///< `CClearOrbitList`
 
     // Menu: Propagation.
     MenuEntry MnuModelS{"Propagation"};

@@ -142,10 +142,10 @@ void MainScope::BuildMenus() {
             {&m.MnuDrawSkyMap, &m.MnuAutoMag, &m.MnuAtmo, &m.MnuLocalSky, &m.MnuStarsOnGlobe, nullptr, &m.MnuDrawSun,
              &m.MnuConstellations, &m.MnuStarNames, &m.MnuFrontStars, &m.MnuBackStars, &m.MnuSkyCircle, nullptr,
              &m.MnuMaximizeSky, &m.MnuReverseSky, &m.MnuFlatSky});
-    AddMenu(
-        m, bar, letters_, m.MnuSatellites,
-        {&m.MnuPlotOrbit, &m.MnuPlotOrbitOverTime, &m.MnuProjectOrbit, &m.MnuProjectOverTime, &m.MnuProjectOrbitOnSky,
-         &m.MnuHideOrbits, nullptr, &m.MnuSatInfo, &m.MnuDownloadTLE, &m.MnuManageSatellites});
+    AddMenu(m, bar, letters_, m.MnuSatellites,
+            {&m.MnuPlotOrbit, &m.MnuPlotOrbitOverTime, &m.MnuProjectOrbit, &m.MnuProjectOverTime,
+             &m.MnuProjectOrbitOnSky, &m.MnuHideOrbits, nullptr, &m.MnuSatInfo, &m.MnuDownloadTLE,
+             &m.MnuManageSatellites, nullptr, &m.MnuChangeOrbit, &m.MnuClearOrbitList});
     AddMenu(m, bar, letters_, m.MnuModelS, {&m.MnuSGP1, &m.MnuSGP4, nullptr, &m.MnuObservations});
     AddMenu(m, bar, letters_, m.MnuTFlares,
             {&m.MnuModelSatSurfaces, &m.MnuFindFlare, &m.MnuExportTrack, &m.mnuFindCityTrack, nullptr,

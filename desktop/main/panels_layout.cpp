@@ -310,8 +310,10 @@ QWidget* BuildSat(MainControls& main, bool& keyLock, QWidget* parent) {
     box->setMinimumSize(kLeastElementField);
     box->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
     grid->addWidget(box, 0, 0, 1, 2);
-    grid->addWidget(MakeButton(main.CApplyTLEOrbit), 1, 0, 1, 2);
-    grid->addWidget(MakeButton(main.CUpdateTLE), 2, 0, 1, 2);
+    grid->addWidget(MakeButton(main.CApplyTLEOrbit), 1, 0);
+    grid->addWidget(MakeButton(main.CChangeOrbit), 1, 1);
+    grid->addWidget(MakeButton(main.CUpdateTLE), 2, 0);
+    grid->addWidget(MakeButton(main.CClearOrbitList), 2, 1);
     auto* height = MakeLabel(main.LSatDetail, NumberFont(kSmallNumberPixels), "quiet");
     height->setMinimumWidth(height->fontMetrics().horizontalAdvance("Satellite height: 00000.0 km"));
     grid->addWidget(height, 3, 0, 1, 2);

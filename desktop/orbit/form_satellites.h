@@ -3,7 +3,6 @@
 // The window of the satellite list.
 
 #include <QDialog>
-#include <QLabel>
 #include <QListView>
 
 #include "desktop/orbit/satellite_list_model.h"
@@ -11,8 +10,9 @@
 
 namespace glintara::desktop {
 
-/// "Satellites": the whole list, in the order of the orbit numbers, and which of it is selected. Searches and updates
-/// keep to the selection. A double click, or Return, makes a satellite the working one.
+/// "Satellites": lays out the form's controls and mirrors them, and shows the whole list in the order of the orbit
+/// numbers. A double click, or Return in the list, makes a satellite the working one. It is open as long as
+/// `app.Satellites.Visible` is set.
 class FormSatellites : public QDialog {
   public:
     FormSatellites(Application& app, QWidget* parent);
@@ -20,30 +20,28 @@ class FormSatellites : public QDialog {
     FormSatellites& operator=(const FormSatellites&) = delete;
     ~FormSatellites() override;
 
-    /// Shows the table as it is now: after satellites came or went, and after another room has changed them or their
-    /// selection.
-    void UpDateAll();
-
-    /// Shows which satellite works. To be called whenever another one has begun to.
-    void ShowWorkingSatellite();
-
   protected:
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
-    QLayout* BuildButtons();
-    void ShowSelection(const QItemSelection& selection);
+    void BuildList();
+    QWidget* BuildFilter();
+    QWidget* BuildSelection();
+    QWidget* BuildSelected();
+    QWidget* BuildWorking();
+    void ShowList();
+    void ShowSelection();
+    void ShowCurrent();
     void TakeSelection();
-    void InvertSelection();
-    void CountSelection();
     void MakeWorking(const QModelIndex& row);
 
     Application& app_;
+    SatellitesControls& form_;
     SatelliteListModel model_;
-    QListView* list_;
-    QLabel* count_;
-    QLabel* working_;
-    bool busy_ = false;  // the selection is being set by the program, not by the user
+    QListView* list_ = nullptr;
+    QItemSelection beforePress_;  // what was selected before the mouse was pressed last
 };
 
 }  // namespace glintara::desktop

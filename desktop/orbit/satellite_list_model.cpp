@@ -1,6 +1,9 @@
 #include "desktop/orbit/satellite_list_model.h"
 
+#include <QBrush>
 #include <QFont>
+#include <QGuiApplication>
+#include <QPalette>
 #include <QSize>
 #include <algorithm>
 
@@ -99,12 +102,18 @@ QVariant SatelliteListModel::data(const QModelIndex& index, int role) const {
     if (role == Qt::SizeHintRole) return QSize(0, kRowHeight);  // as wide as the list
     const SatRecord* const satellite = SatelliteOf(index.row());
     if (satellite == nullptr) return {};
-    if (role == Qt::DisplayRole) return ToQt(SatelliteListLine(*satellite));
-    if (role == Qt::FontRole && satellite == &data_.Satellite(data_.SatCount)) {
+    if (role == Qt::DisplayRole) return ToQt(ShownName(SatelliteListLine(*satellite)));
+    if (role == Qt::UserRole) return static_cast<int>(satellite - data_.SatTable.data());
+    const bool working = satellite == &data_.Satellite(data_.SatCount);
+    if (role == Qt::FontRole && working) {
         QFont font = NumberFont(kListPixels);
         font.setBold(true);
         return font;
     }
+    if (role == Qt::ForegroundRole && working) return QBrush(QGuiApplication::palette().color(QPalette::Highlight));
+    if (role == Qt::ForegroundRole && satellite->IsDisabled())
+        return QBrush(QGuiApplication::palette().color(QPalette::Disabled, QPalette::Text));
+    if (role == Qt::AccessibleTextRole && working) return ToQt(ShownName(SatelliteListLine(*satellite))) + ", working";
     return {};
 }
 

@@ -11,7 +11,8 @@
 namespace glintara::desktop {
 
 /// One row a satellite, in the order of the orbit numbers. The rows know their satellites by these numbers, because the
-/// table changes its order whenever another satellite begins to work. The name of the satellite that works is bold.
+/// table changes its order whenever another satellite begins to work. The satellite that works is bold
+/// and golden, those that are disabled are quiet.
 class SatelliteListModel : public QAbstractListModel {
   public:
     explicit SatelliteListModel(CommonData& data) : data_(data) { Renew(); }
@@ -36,6 +37,7 @@ class SatelliteListModel : public QAbstractListModel {
     void TakeSelection(const QItemSelection& selection);
 
     int rowCount(const QModelIndex& parent = {}) const override;
+    /// The line of a satellite; as `Qt::UserRole`, its index in the table as it stands now.
     QVariant data(const QModelIndex& index, int role) const override;
 
     /// What is typed into the list finds a satellite by the beginning of its name or of its number.

@@ -108,6 +108,8 @@ DesktopProgram::DesktopProgram(const QString& placesFile, bool mapTools, std::un
     tracks_ = std::make_unique<TrackWindows>(
         app_, *window_, places_, program_->HooksOfCities(),
         [this](int key, bool shift) { return PressKeyElsewhere(key, shift); });
+    satelliteWindows_ = std::make_unique<SatelliteWindows>(
+        app_, *window_, places_, [this](int key, bool shift) { return PressKeyElsewhere(key, shift); });
     editor_ = std::make_unique<EditorWindow>(
         app_, *window_, places_, [this](int key, bool shift) { return PressKeyElsewhere(key, shift); });
     download_ = std::make_unique<DownloadWindow>(
@@ -158,14 +160,12 @@ ProgramHooks DesktopProgram::MakeHooks() {
         if (name == "FormFindFlare" && searchForm_) {
             searchForm_->hide();
         }
-        if (name == "FormSatellites" && satelliteForm_) {
-            satelliteForm_->hide();
-        }
         if (name == "FormHelp" && helpForm_) helpForm_->hide();
         if (name == "FormAbout" && aboutForm_) aboutForm_->hide();
         observations_->Unload(name);
         settings_->Unload(name);
         tracks_->Unload(name);
+        satelliteWindows_->Unload(name);
         editor_->Unload(name);
         download_->Unload(name);
         info_->Unload(name);
@@ -361,18 +361,7 @@ void DesktopProgram::ShowSearch() {
     searchForm_->activateWindow();
 }
 
-void DesktopProgram::ShowSatellites() {
-    if (!satelliteForm_) {
-        satelliteForm_ = std::make_unique<FormSatellites>(app_, window_.get());
-        OpenBeside(*satelliteForm_, Qt::LeftEdge);
-        signals_.upDateSatellites = [this] { satelliteForm_->UpDateAll(); };
-        signals_.showWorkingSatellite = [this] { satelliteForm_->ShowWorkingSatellite(); };
-    }
-    satelliteForm_->UpDateAll();
-    satelliteForm_->show();
-    satelliteForm_->raise();
-    satelliteForm_->activateWindow();
-}
+void DesktopProgram::ShowSatellites() { satelliteWindows_->ShowSatellites(); }
 
 void DesktopProgram::ShowHelp() {
     if (!helpForm_) {

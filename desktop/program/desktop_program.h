@@ -18,11 +18,11 @@
 #include "desktop/flare/form_find_flare.h"
 #include "desktop/main/main_scope.h"
 #include "desktop/main/qt_services.h"
-#include "desktop/orbit/form_satellites.h"
 #include "desktop/program/download_window.h"
 #include "desktop/program/editor_window.h"
 #include "desktop/program/info_window.h"
 #include "desktop/program/observation_windows.h"
+#include "desktop/program/satellite_windows.h"
 #include "desktop/program/settings_windows.h"
 #include "desktop/program/track_windows.h"
 #include "desktop/scene/painter_surface.h"
@@ -35,19 +35,12 @@ class DesktopSignals : public ProgramSignals {
   public:
     using ProgramSignals::ProgramSignals;
 
-    std::function<void()> upDateSatellites;
-    std::function<void()> showWorkingSatellite;
     std::function<void()> refreshInfo;
     std::function<void()> refreshSatPosition;
     std::function<void(bool)> showFullScreen;
 
-    void UpDateAll() override {
-        ProgramSignals::UpDateAll();
-        Tell(upDateSatellites);
-    }
     void ShowWorkingSatellite() override {
         ProgramSignals::ShowWorkingSatellite();
-        Tell(showWorkingSatellite);
         Tell(refreshInfo);
     }
     void RefreshInfo() override { Tell(refreshInfo); }
@@ -131,12 +124,12 @@ class DesktopProgram {
     std::unique_ptr<MouseSteering> mouse_;
     std::unique_ptr<TimerDrivers> timers_;
     std::unique_ptr<FormFindFlare> searchForm_;
-    std::unique_ptr<FormSatellites> satelliteForm_;
     std::unique_ptr<FormHelp> helpForm_;
     std::unique_ptr<FormAbout> aboutForm_;
     std::unique_ptr<ObservationWindows> observations_;
     std::unique_ptr<SettingsWindows> settings_;
     std::unique_ptr<TrackWindows> tracks_;
+    std::unique_ptr<SatelliteWindows> satelliteWindows_;
     std::unique_ptr<EditorWindow> editor_;
     std::unique_ptr<DownloadWindow> download_;
     std::unique_ptr<InfoWindow> info_;

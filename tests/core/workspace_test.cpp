@@ -260,7 +260,9 @@ TEST_F(WorkspaceTest, ALoadEndsWhatWasUnderWay) {
     EXPECT_FALSE(app.Run.SkyPointer.HasMark);
     EXPECT_FALSE(app.Run.SkyPointer.HasPlace);
     EXPECT_EQ(app.Run.Finder.FinderCount(), 0);
-    EXPECT_FALSE(app.Mirror.Visible) << "its satellite is no more";
+    EXPECT_TRUE(app.Mirror.Visible);
+    EXPECT_EQ(app.Mirror.LSatRef.Caption.Get(), SatelliteIdentityText(data.Satellite(1)))
+        << "it goes over to the new one";
     EXPECT_FALSE(app.Settings.Local.Visible) << "it would put the place before back";
     EXPECT_EQ(app.Run.PendingView, 0);
     EXPECT_FALSE(main.MnuViewX[2].Checked);

@@ -2,6 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <QBrush>
+#include <QCheckBox>
+#include <QGuiApplication>
+#include <QLineEdit>
+#include <QPalette>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QSignalSpy>
@@ -12,6 +18,7 @@
 #include "desktop/window_checks.h"
 #include "flare/surface_models.h"
 #include "orbit/element_sets.h"
+#include "orbit/satellite_manager.h"
 #include "orbit/satellite_table.h"
 #include "state/recording_services.h"
 
@@ -27,32 +34,33 @@ class NoEvents : public Events {
     void ServeEvents() override {}
 };
 
-/// Tells the open window, as the program does.
+/// Tells the window, as the program does.
 class WindowTeller : public WindowSignals {
   public:
-    void UpDateAll() override {
-        if (form != nullptr) form->UpDateAll();
-    }
+    void UpDateAll() override { satellite_manager::UpDateAll(*app); }
     void ShowWorkingSatellite() override {
-        if (form != nullptr && tellsOfWorking) form->ShowWorkingSatellite();
+        if (tellsOfWorking) satellite_manager::ShowWorkingSatellite(*app);
     }
     void UpdateGraphicsLevel2() override { ++pictures; }
 
-    FormSatellites* form = nullptr;
+    Application* app = nullptr;
     bool tellsOfWorking = true;
     int pictures = 0;
 };
 
 struct FormSatellitesTest : ::testing::Test {
     FormSatellitesTest() {
+        windows.app = &app;
+        satellite_manager::Connect(app);
+        app.Satellites.Visible.SetHandler([this] {
+            if (form && !app.Satellites.Visible) form->close();
+        });
         Load("iridium.tle");
         form = std::make_unique<FormSatellites>(app, nullptr);
-        windows.form = form.get();
         list = &Named<QListView>(*form, "LSat");
         Open(*form);
         list->setFocus();
     }
-    ~FormSatellitesTest() override { windows.form = nullptr; }
 
     void Load(const char* file) {
         ASSERT_TRUE(LoadTLEFile(app, std::string(GLINTARA_SOURCE_DIR) + "/data/examples/" + file));
@@ -147,7 +155,7 @@ TEST_F(FormSatellitesTest, ElementSetsThatAreLoadedAppearAndTheRestStaysAsItWas)
 
 TEST_F(FormSatellitesTest, AnEmptyListIsHarmless) {
     app.Data.SatCount = 0;
-    form->UpDateAll();
+    satellite_manager::UpDateAll(app);
     for (const char* button : {"CSelectAll", "CDeselectAll", "CInvertSel"}) Press(button);
     QTest::keyClick(list, Qt::Key_Return);
     QTest::keyClicks(list, "iri");
@@ -158,7 +166,7 @@ TEST_F(FormSatellitesTest, AnEmptyListIsHarmless) {
 
 TEST_F(FormSatellitesTest, SwitchesThatAnotherRoomSetsAreShown) {
     WithNumber(5).OptionFlags = "0100000000000000";
-    form->UpDateAll();
+    satellite_manager::UpDateAll(app);
     EXPECT_TRUE(Text(4).startsWith("[OXO] 0005 "));
 }
 
@@ -215,16 +223,17 @@ TEST_F(FormSatellitesTest, TheTablesSelectionIsShown) {
     WithNumber(2).Selected = true;
     WithNumber(3).Selected = true;
     WithNumber(80).Selected = true;
-    form->UpDateAll();
+    satellite_manager::UpDateAll(app);
     ExpectSelected({2, 3, 80});
     WithNumber(3).Selected = false;
-    form->UpDateAll();
+    satellite_manager::UpDateAll(app);
     ExpectSelected({2, 80});
 }
 
 TEST_F(FormSatellitesTest, ASecondWindowOpensWithTheTablesSelection) {
     Click(4);
     Click(6, Qt::ControlModifier);
+    form.reset();
     form = std::make_unique<FormSatellites>(app, nullptr);
     list = &Named<QListView>(*form, "LSat");
     ExpectSelected({5, 7});
@@ -292,13 +301,143 @@ TEST_F(FormSatellitesTest, ReturnMakesASatelliteTheWorkingOneAndLeavesTheWindowO
     EXPECT_TRUE(form->isVisible());
 }
 
+TEST_F(FormSatellitesTest, EachRowKnowsThePlaceOfItsSatelliteInTheTable) {
+    const auto place = [this](int row) { return list->model()->index(row, 0).data(Qt::UserRole).toInt(); };
+    for (int row = 0; row < 86; ++row) EXPECT_EQ(place(row), row + 1);
+    DoubleClick(0);
+    EXPECT_EQ(place(0), 86);
+    for (int row = 1; row < 86; ++row) EXPECT_EQ(place(row), row) << "those behind it moved down";
+    DoubleClick(40);
+    EXPECT_EQ(place(40), 86);
+    EXPECT_EQ(place(0), 85);
+    EXPECT_EQ(place(39), 39);
+    EXPECT_EQ(place(41), 40);
+}
+
+TEST_F(FormSatellitesTest, ADoubleClickLeavesASelectionOfManyAlone) {
+    Click(2);
+    Click(6, Qt::ShiftModifier);
+    DoubleClick(40);
+    EXPECT_EQ(Working().OrbitNumber, 41);
+    ExpectSelected({3, 4, 5, 6, 7});
+    Click(9);
+    DoubleClick(12);
+    ExpectSelected({13});
+}
+
+TEST_F(FormSatellitesTest, TheElementsOfTheWorkingSatelliteAreShown) {
+    auto& elements = Named<QPlainTextEdit>(*form, "TTLE");
+    EXPECT_TRUE(elements.isReadOnly());
+    DoubleClick(0);
+    const SatRecord& first = Working();
+    EXPECT_EQ(elements.toPlainText().toStdString(), first.Name + "\n" + first.Line1 + "\n" + first.Line2 + "\n");
+    EXPECT_GE(elements.viewport()->height(), 3 * elements.fontMetrics().lineSpacing());
+}
+
+TEST_F(FormSatellitesTest, TheWindowOpensOnTheSatelliteThatWorks) {
+    ChangeWorkingSatellite(app, 50);
+    form->close();
+    Open(*form);
+    EXPECT_EQ(list->currentIndex().row(), 49);
+    EXPECT_TRUE(list->viewport()->rect().contains(list->visualRect(list->currentIndex())));
+    ExpectSelected({});
+}
+
+TEST_F(FormSatellitesTest, TheWorkingSatelliteIsGoldenAndDisabledOnesAreQuiet) {
+    const auto color = [this](int row) {
+        return list->model()->index(row, 0).data(Qt::ForegroundRole).value<QBrush>().color();
+    };
+    EXPECT_EQ(color(85), QGuiApplication::palette().color(QPalette::Highlight));
+    EXPECT_FALSE(list->model()->index(3, 0).data(Qt::ForegroundRole).isValid());
+    WithNumber(4).OptionFlags = "0100000000000000";
+    EXPECT_EQ(color(3), QGuiApplication::palette().color(QPalette::Disabled, QPalette::Text));
+}
+
+// The filter.
+
+TEST_F(FormSatellitesTest, ReturnInTheFilterSelectsWhatItFinds) {
+    auto& with = Named<QLineEdit>(*form, "TWith");
+    with.setFocus();
+    QTest::keyClicks(&with, "iridium 3");
+    QTest::keyClick(&with, Qt::Key_Return);
+    std::set<int> expected;
+    for (int row = 0; row < 86; ++row)
+        if (Text(row).mid(kListNameColumn).contains("IRIDIUM 3")) expected.insert(row + 1);
+    ASSERT_GT(expected.size(), 3u);
+    ExpectSelected(expected);
+    EXPECT_TRUE(form->isVisible());
+    auto& without = Named<QLineEdit>(*form, "TWithout");
+    QTest::keyClicks(&without, "[+]");
+    Press("CFindAnd");
+    EXPECT_LT(InTable().size(), expected.size());
+    EXPECT_EQ(InTable(), InList());
+}
+
+TEST_F(FormSatellitesTest, KeysGoOnAfterAClickOnACheckBox) {
+    auto& box = Named<QCheckBox>(*form, "CMCase");
+    auto& with = Named<QLineEdit>(*form, "TWith");
+    QTest::mouseClick(&with, Qt::LeftButton);
+    QTest::keyClicks(&with, "iridium");
+    QTest::mouseClick(&box, Qt::LeftButton, {}, QPoint(5, box.height() / 2));
+    EXPECT_TRUE(app.Satellites.CMCase.Value);
+    QTest::keyClick(form->focusWidget(), Qt::Key_Return);
+    ExpectSelected({});  // none has small letters
+    QTest::mouseClick(&box, Qt::LeftButton, {}, QPoint(5, box.height() / 2));
+    QTest::keyClick(form->focusWidget(), Qt::Key_Return);
+    EXPECT_EQ(InList().size(), 86u);
+    QTest::mouseClick(&box, Qt::LeftButton, {}, QPoint(5, box.height() / 2));
+    QTest::keyClick(form->focusWidget(), Qt::Key_Escape);
+    EXPECT_FALSE(form->isVisible());
+}
+
+TEST_F(FormSatellitesTest, CtrlASelectsTheTextOfAFieldThatIsTypedIn) {
+    auto& with = Named<QLineEdit>(*form, "TWith");
+    with.setFocus();
+    QTest::keyClicks(&with, "iridium");
+    QTest::keyClick(&with, Qt::Key_A, Qt::ControlModifier);
+    EXPECT_EQ(with.selectedText(), "iridium");
+    ExpectSelected({});
+}
+
+// Switches.
+
+TEST_F(FormSatellitesTest, SwitchesOfTheSelectedShowInTheirLines) {
+    Click(3);
+    Click(5, Qt::ControlModifier);
+    windows.pictures = 0;
+    Press("CDisable");
+    EXPECT_EQ(windows.pictures, 1);
+    EXPECT_TRUE(Text(3).startsWith("[XXO] 0004"));
+    EXPECT_TRUE(Text(5).startsWith("[XXO] 0006"));
+    EXPECT_TRUE(Text(4).startsWith("[XOO] 0005"));
+    ExpectSelected({4, 6});
+    Press("CShowOrbit");
+    EXPECT_TRUE(Text(3).startsWith("[OXO]"));
+    Press("CSelEnabled");
+    EXPECT_EQ(InTable().size(), 84u);
+    EXPECT_EQ(InTable().count(4), 0u);
+    EXPECT_EQ(InTable(), InList());
+    Press("CSelectAll");
+    Press("CEnable");
+    Press("CHideOrbit");
+    for (int row = 0; row < 86; ++row) EXPECT_TRUE(Text(row).startsWith("[XOO]")) << row;
+}
+
+TEST_F(FormSatellitesTest, ButtonsForTheSelectedWaitForSome) {
+    const auto& button = Named<QPushButton>(*form, "CDisable");
+    EXPECT_FALSE(button.isEnabled());
+    Click(3);
+    EXPECT_TRUE(button.isEnabled());
+    Press("CDeselectAll");
+    EXPECT_FALSE(button.isEnabled());
+}
+
 // The window.
 
-TEST_F(FormSatellitesTest, EscapeAndTheDefaultButtonClose) {
+TEST_F(FormSatellitesTest, EscapeAndTheButtonClose) {
     QTest::keyClick(list, Qt::Key_Escape);
     EXPECT_FALSE(form->isVisible());
     Open(*form);
-    EXPECT_TRUE(Named<QPushButton>(*form, "CClose").isDefault());
     EXPECT_EQ(Named<QPushButton>(*form, "CClose").text(), "CLOSE");
     Press("CClose");
     EXPECT_FALSE(form->isVisible());
@@ -306,11 +445,16 @@ TEST_F(FormSatellitesTest, EscapeAndTheDefaultButtonClose) {
 
 TEST_F(FormSatellitesTest, TabGoesThroughListAndButtons) {
     QStringList seen{form->focusWidget()->objectName()};
-    for (int k = 0; k < 5; ++k) {
+    Press("CSelectAll");  // what acts on the selected can be pressed
+    list->setFocus();
+    for (int k = 0; k < 18; ++k) {
         QTest::keyClick(form->focusWidget(), Qt::Key_Tab);
         seen << form->focusWidget()->objectName();
     }
-    EXPECT_EQ(seen.join(" "), "LSat CSelectAll CDeselectAll CInvertSel CClose LSat");
+    EXPECT_EQ(
+        seen.join(" "),
+        "LSat TWith TWithout CMCase CFindOr CFindAnd CSelectAll CDeselectAll CInvertSel CSelEnabled CAdvSelection "
+        "CEnable CDisable CShowOrbit CHideOrbit CClearAllMirrors TTLE CClose LSat");
 }
 
 // The view lays out what it is told has changed: a word for each of three thousand rows would be three thousand
@@ -326,7 +470,7 @@ TEST_F(FormSatellitesTest, AFullTableChangesInFewWords) {
     QSignalSpy resets(list->model(), &QAbstractItemModel::modelReset);
     QSignalSpy inserted(list->model(), &QAbstractItemModel::rowsInserted);
     QSignalSpy changed(list->model(), &QAbstractItemModel::dataChanged);
-    form->UpDateAll();
+    satellite_manager::UpDateAll(app);
     QCoreApplication::processEvents();
     EXPECT_EQ(list->model()->rowCount(), kSatCapacity);
     Press("CInvertSel");
