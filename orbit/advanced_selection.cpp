@@ -29,7 +29,7 @@ Reading Read(const TextBox& field) {
     const std::optional<double> number = StrictNumber(text);
     if (number) return {number, {}};
     const bool comma = text.find(',') != std::string_view::npos && text.find('.') == std::string_view::npos;
-    return {{}, comma ? "write \".\" for \",\"" : "not a number"};
+    return {{}, comma ? "use \".\", not \",\"" : "not a number"};
 }
 
 struct RangeReading {
@@ -39,10 +39,10 @@ struct RangeReading {
 
 RangeReading Read(const RangeFields& fields) {
     const Reading from = Read(fields.TFrom);
-    if (!from.wrong.empty()) return {{}, "From: " + from.wrong};
+    if (!from.wrong.empty()) return {{}, from.wrong};
     const Reading to = Read(fields.TTo);
-    if (!to.wrong.empty()) return {{}, "To: " + to.wrong};
-    if (from.number && to.number && *from.number > *to.number) return {{}, "\"From\" is above \"to\""};
+    if (!to.wrong.empty()) return {{}, to.wrong};
+    if (from.number && to.number && *from.number > *to.number) return {{}, "from is above to"};
     return {{from.number, to.number}, {}};
 }
 

@@ -10,21 +10,24 @@
 #include "desktop/main/form_parts.h"
 #include "desktop/main/style.h"
 #include "engine/astro/number_text.h"
+#include "flare/surface_models.h"
+#include "orbit/advanced_selection.h"
 
 namespace glintara::desktop {
 
 namespace {
 
-constexpr int kFieldWidth = 76;
+constexpr int kFieldWidth = 70;
+constexpr int kInnerMargin = 6;
 constexpr int kNumberPixels = 12;
 
-/// The longest that can be wrong with a field: notes come and go, and nothing moves.
-constexpr auto kLongestNote = "From: write \".\" for \",\"";
+/// As wide as the longest that can be wrong with a field: notes come and go, and nothing moves.
+constexpr int kNoteWidth = 100;
 
 QGridLayout* GridIn(QWidget& frame) {
     auto* grid = new QGridLayout(&frame);
-    grid->setContentsMargins(kFrameMargin, kFrameMargin, kFrameMargin, kFrameMargin);
-    grid->setHorizontalSpacing(kControlGap);
+    grid->setContentsMargins(kInnerMargin, kInnerMargin, kInnerMargin, kInnerMargin);
+    grid->setHorizontalSpacing(kInnerMargin);
     grid->setVerticalSpacing(kControlGap);
     return grid;
 }
@@ -49,7 +52,6 @@ QLabel* MakeNote(Label& note, const QString& name) {
     label->setObjectName(name);
     Bind(*label, note);
     label->setProperty("warning", true);
-    label->setFixedWidth(label->fontMetrics().horizontalAdvance(kLongestNote) + kControlGap);
     return label;
 }
 
@@ -110,12 +112,16 @@ void FormAdvSel::AddRange(QGridLayout& grid, int row, RangeFields& fields, const
     QLineEdit* const from = MakeField(fields.TFrom, QString("TFrom") + name, caption + ", from", fields.LNote);
     QLineEdit* const to = MakeField(fields.TTo, QString("TTo") + name, caption + ", to", fields.LNote);
     label->setBuddy(from);
+    // The fields of both frames stand one below the other.
+    grid.setColumnMinimumWidth(0, fontMetrics().horizontalAdvance(ToQt(form_.Perigee.Caption.Caption)) + kControlGap);
     grid.addWidget(from, row, 1);
     auto* between = new QLabel("to");
     between->setProperty("quiet", true);
     grid.addWidget(between, row, 2);
     grid.addWidget(to, row, 3);
-    grid.addWidget(MakeNote(fields.LNote, QString("LNote") + name), row, 4);
+    QLabel* const note = MakeNote(fields.LNote, QString("LNote") + name);
+    note->setFixedWidth(kNoteWidth);
+    grid.addWidget(note, row, 4);
     if (firstField_ == nullptr) firstField_ = from;
 }
 
@@ -134,9 +140,6 @@ QWidget* FormAdvSel::BuildElements() {
     QGroupBox* const frame = MakeFrame(form_.FrameElements, "FrameElements");
     QGridLayout* const grid = GridIn(*frame);
     AddRange(*grid, 0, form_.Age, "Age");
-    // The fields of both frames stand one below the other.
-    const int width = fontMetrics().horizontalAdvance(ToQt(form_.Perigee.Caption.Caption)) + kControlGap;
-    grid->setColumnMinimumWidth(0, width);
     return frame;
 }
 
@@ -178,7 +181,12 @@ QWidget* FormAdvSel::BuildHow() {
 QLayout* FormAdvSel::BuildButtons() {
     auto* row = new QHBoxLayout;
     row->setSpacing(kControlGap);
-    row->addWidget(MakeButton(form_.CClear, "CClear"));
+    QPushButton* const clear = MakeButton(form_.CClear, "CClear");
+    // A text that the program sets tells nobody; the marks of bad ones go all the same.
+    connect(clear, &QPushButton::clicked, this, [this] {
+        for (QLineEdit* field : findChildren<QLineEdit*>()) Q_EMIT field->textChanged(field->text());
+    });
+    row->addWidget(clear);
     row->addStretch(1);
     QPushButton* const apply = MakeButton(form_.CApply, "CApply");
     apply->setDefault(true);
@@ -190,6 +198,7 @@ QLayout* FormAdvSel::BuildButtons() {
 void FormAdvSel::showEvent(QShowEvent* event) {
     if (!event->spontaneous()) {
         form_.Visible = true;
+        advanced_selection::Refresh(app_, HasFlareModel);
         firstField_->setFocus();
     }
     QDialog::showEvent(event);

@@ -9,6 +9,7 @@
 #include <QPlainTextEdit>
 #include <QScrollBar>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "desktop/main/bindings.h"
 #include "desktop/main/form_parts.h"
@@ -20,15 +21,18 @@ namespace glintara::desktop {
 
 namespace {
 
-constexpr int kListPixels = 12;
+/// A name of 24 characters, the longest that a catalogue gives, has room in the list.
+constexpr int kListPixels = 11;
+constexpr int kWorkingPixels = 12;
 constexpr int kElementPixels = 11;
+constexpr int kInnerMargin = 6;
 constexpr int kElementLines = 3;
 constexpr int kLeastListRows = 8;
 constexpr QSize kFirstSize(640, 560);
 
 QGridLayout* GridIn(QWidget& frame) {
     auto* grid = new QGridLayout(&frame);
-    grid->setContentsMargins(kFrameMargin, kFrameMargin, kFrameMargin, kFrameMargin);
+    grid->setContentsMargins(kInnerMargin, kInnerMargin, kInnerMargin, kInnerMargin);
     grid->setHorizontalSpacing(kControlGap);
     grid->setVerticalSpacing(kControlGap);
     return grid;
@@ -128,6 +132,7 @@ QWidget* FormSatellites::BuildFilter() {
     QPushButton* const select = MakeButton(form_.CFindOr, "CFindOr");
     // What Return presses in the fields.
     select->setDefault(true);
+    connect(select, &QPushButton::clicked, this, [this] { ShowFirstSelected(); });
     grid->addWidget(select, 2, 1);
     grid->addWidget(MakeButton(form_.CFindAnd, "CFindAnd"), 2, 2);
     return frame;
@@ -161,7 +166,7 @@ QWidget* FormSatellites::BuildWorking() {
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(kControlGap);
     QLabel* const line = MakeLabel(form_.LWorkingSat, "LWorkingSat");
-    line->setFont(NumberFont(kListPixels));
+    line->setFont(NumberFont(kWorkingPixels));
     line->setProperty("accent", true);
     line->setWordWrap(true);
     line->setMinimumHeight(line->fontMetrics().lineSpacing());
@@ -173,6 +178,8 @@ QWidget* FormSatellites::BuildWorking() {
     elements->setReadOnly(true);
     elements->setTabChangesFocus(true);
     elements->setLineWrapMode(QPlainTextEdit::NoWrap);
+    // Behind the last line end stands an empty line.
+    elements->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     Bind(*elements, form_.TTLE);
     elements->setAccessibleName("Element set of the working satellite");
     elements->setToolTip(ToQt(form_.TTLE.ToolTip));
@@ -198,6 +205,19 @@ void FormSatellites::ShowList() {
 
 void FormSatellites::ShowSelection() {
     list_->selectionModel()->select(model_.RowsThatAre(true), QItemSelectionModel::ClearAndSelect);
+}
+
+/// What the filter finds comes into sight, unless some of it is.
+void FormSatellites::ShowFirstSelected() {
+    const QItemSelection selected = model_.RowsThatAre(true);
+    if (selected.isEmpty()) return;
+    const QRect sight = list_->viewport()->rect();
+    const auto isInSight = [this, &sight](const QItemSelectionRange& range) {
+        const QRect rows = list_->visualRect(range.topLeft()) | list_->visualRect(range.bottomRight());
+        return rows.intersects(sight);
+    };
+    if (std::none_of(selected.begin(), selected.end(), isInSight))
+        list_->scrollTo(selected.first().topLeft(), QAbstractItemView::PositionAtTop);
 }
 
 /// The window opens on the satellite that works.

@@ -33,6 +33,7 @@ class FormSatellites : public QDialog {
     QWidget* BuildWorking();
     void ShowList();
     void ShowSelection();
+    void ShowFirstSelected();
     void ShowCurrent();
     void TakeSelection();
     void MakeWorking(const QModelIndex& row);

@@ -16,7 +16,7 @@ namespace glintara::desktop {
 
 namespace {
 
-constexpr int kListPixels = 12;
+constexpr int kListPixels = 11;
 constexpr int kRowHeight = 18;
 
 }  // namespace

@@ -5,6 +5,8 @@
 #include "desktop/main/beside.h"
 #include "desktop/main/keyboard.h"
 #include "desktop/main/window_memory.h"
+#include "desktop/orbit/form_adv_sel.h"
+#include "desktop/orbit/form_satellites.h"
 #include "orbit/satellite_manager.h"
 
 namespace glintara::desktop {
@@ -69,9 +71,11 @@ void SatelliteWindows::FollowAdvSel() {
     }
     if (!advSel_) {
         advSel_ = std::make_unique<FormAdvSel>(app_, &window_);
-        RememberPlace(*advSel_, places_);
+        // At the other edge than the list, which shows what it selects.
+        RememberPlace(*advSel_, places_, [this](const QWidget& opening) {
+            return PlaceAtEdge(opening, window_, window_.Picture(), Qt::RightEdge);
+        });
         HandKeysOn(*advSel_, keyPressed_);
-        OpenBeside(*advSel_, {satellites_.get(), &window_.Picture()}, places_);
     }
     BringToFront(*advSel_);
 }

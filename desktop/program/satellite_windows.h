@@ -8,11 +8,12 @@
 #include <string_view>
 
 #include "desktop/main/main_scope.h"
-#include "desktop/orbit/form_adv_sel.h"
-#include "desktop/orbit/form_satellites.h"
 #include "state/application.h"
 
 namespace glintara::desktop {
+
+class FormAdvSel;
+class FormSatellites;
 
 /// Makes each window when it is first wanted. What is handed in must outlive it.
 class SatelliteWindows {

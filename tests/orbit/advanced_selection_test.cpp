@@ -130,7 +130,7 @@ TEST_F(AdvancedSelection, EachFieldAsksForItsOwn) {
 
 TEST_F(AdvancedSelection, WhatIsNoNumberIsToldBesideItsFieldAndNothingIsApplied) {
     form.Perigee.TFrom.Text = std::string("abc");
-    EXPECT_EQ(form.Perigee.LNote.Caption.Get(), "From: not a number");
+    EXPECT_EQ(form.Perigee.LNote.Caption.Get(), "not a number");
     EXPECT_EQ(form.Apogee.LNote.Caption.Get(), "");
     EXPECT_EQ(Count(), "A field cannot be read: see beside it");
     EXPECT_FALSE(form.CApply.Enabled);
@@ -138,17 +138,17 @@ TEST_F(AdvancedSelection, WhatIsNoNumberIsToldBesideItsFieldAndNothingIsApplied)
     EXPECT_EQ(Selected(), "");
     form.Perigee.TFrom.Text = std::string("");
     form.Perigee.TTo.Text = std::string("1,5");
-    EXPECT_EQ(form.Perigee.LNote.Caption.Get(), "To: write \".\" for \",\"");
+    EXPECT_EQ(form.Perigee.LNote.Caption.Get(), "use \".\", not \",\"");
     form.Perigee.TTo.Text = std::string("100");
     form.Perigee.TFrom.Text = std::string("200");
-    EXPECT_EQ(form.Perigee.LNote.Caption.Get(), "\"From\" is above \"to\"");
+    EXPECT_EQ(form.Perigee.LNote.Caption.Get(), "from is above to");
     EXPECT_FALSE(form.CApply.Enabled);
     form.Perigee.TFrom.Text = std::string("100");
     EXPECT_EQ(form.Perigee.LNote.Caption.Get(), "");
     EXPECT_TRUE(form.CApply.Enabled);
     for (const char* text : {"inf", "nan", "1e999", "12 km", "0x10"}) {
         form.Age.TTo.Text = std::string(text);
-        EXPECT_EQ(form.Age.LNote.Caption.Get(), "To: not a number") << text;
+        EXPECT_EQ(form.Age.LNote.Caption.Get(), "not a number") << text;
     }
 }
 

@@ -34,7 +34,6 @@ struct FormAdvSelTest : ::testing::Test {
         advanced_selection::Connect(app, HasFlareModel);
         app.AdvSel.Visible.SetHandler([this] {
             if (form && !app.AdvSel.Visible) form->close();
-            advanced_selection::Refresh(app, HasFlareModel);
         });
         form = std::make_unique<FormAdvSel>(app, nullptr);
         Open(*form);
@@ -87,20 +86,22 @@ TEST_F(FormAdvSelTest, BadTextIsToldBesideItsFieldAndNothingMoves) {
     const QSize before = form->size();
     auto& field = Named<QLineEdit>(*form, "TFromPerigee");
     const QPoint place = field.mapTo(form.get(), QPoint(0, 0));
-    for (const char* text : {"km", "1,5"}) {
+    for (const char* text : {"km", "1,5", "2000"}) {
+        Named<QLineEdit>(*form, "TToPerigee").setText("1000");
         Type("TFromPerigee", text);
         const auto& note = Named<QLabel>(*form, "LNotePerigee");
         EXPECT_FALSE(note.text().isEmpty());
         EXPECT_GE(note.width(), note.sizeHint().width()) << note.text().toStdString();
         EXPECT_EQ(note.mapTo(form.get(), QPoint(0, 0)).y() + note.height() / 2, place.y() + field.height() / 2);
         EXPECT_EQ(field.accessibleDescription(), note.text());
-        EXPECT_TRUE(field.property("bad").toBool());
+        EXPECT_EQ(field.property("bad").toBool(), QString(text) != "2000");
         EXPECT_FALSE(Named<QPushButton>(*form, "CApply").isEnabled());
     }
     QTest::keyClick(form->focusWidget(), Qt::Key_Return);
     EXPECT_EQ(InTable(), 0);
     EXPECT_EQ(form->size(), before);
     EXPECT_EQ(field.mapTo(form.get(), QPoint(0, 0)), place);
+    Type("TFromPerigee", "x");
     QTest::mouseClick(&Named<QPushButton>(*form, "CClear"), Qt::LeftButton);
     EXPECT_TRUE(field.text().isEmpty());
     EXPECT_FALSE(field.property("bad").toBool());

@@ -373,6 +373,22 @@ TEST_F(FormSatellitesTest, ReturnInTheFilterSelectsWhatItFinds) {
     EXPECT_EQ(InTable(), InList());
 }
 
+TEST_F(FormSatellitesTest, WhatTheFilterFindsComesIntoSight) {
+    Load("stations.tle");
+    list->scrollToTop();
+    auto& with = Named<QLineEdit>(*form, "TWith");
+    with.setFocus();
+    QTest::keyClicks(&with, "iss (zarya)");
+    const int row = RowOfName("ISS (ZARYA)");
+    ASSERT_FALSE(list->viewport()->rect().intersects(list->visualRect(list->model()->index(row, 0))));
+    QTest::keyClick(&with, Qt::Key_Return);
+    EXPECT_TRUE(list->viewport()->rect().contains(list->visualRect(list->model()->index(row, 0))));
+    // What is in sight stays where it is.
+    const int scrolled = list->verticalScrollBar()->value();
+    QTest::keyClick(&with, Qt::Key_Return);
+    EXPECT_EQ(list->verticalScrollBar()->value(), scrolled);
+}
+
 TEST_F(FormSatellitesTest, KeysGoOnAfterAClickOnACheckBox) {
     auto& box = Named<QCheckBox>(*form, "CMCase");
     auto& with = Named<QLineEdit>(*form, "TWith");

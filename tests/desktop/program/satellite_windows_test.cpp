@@ -58,6 +58,7 @@ TEST_F(SatelliteWindowsTest, TheListOpensAndClosesWithItsControl) {
     Named<QPushButton>(form, "CClose").click();
     EXPECT_FALSE(form.isVisible());
     app_.Satellites.Visible = true;
+    app_.Run.AskToSave = false;
     EXPECT_TRUE(window_.close());
     EXPECT_FALSE(form.isVisible());
 }
@@ -141,6 +142,7 @@ TEST_F(SatelliteWindowsTest, TheAdvancedSelectionSelectsInTheList) {
     EXPECT_EQ(Named<QLabel>(adv, "LCount").text(), "86 of 86 match. Selected: 0 now, 86 after \"Apply\"");
     QTest::mouseClick(Named<QListView>(form, "LSat").viewport(), Qt::LeftButton, {}, QPoint(30, 30));
     EXPECT_EQ(Named<QLabel>(adv, "LCount").text(), "86 of 86 match. Selected: 1 now, 86 after \"Apply\"");
+    app_.Run.AskToSave = false;
     EXPECT_TRUE(window_.close());
     EXPECT_FALSE(adv.isVisible());
 }
