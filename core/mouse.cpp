@@ -13,6 +13,7 @@
 #include "scene/object_finder.h"
 #include "scene/orientation.h"
 #include "scene/sky_pointer.h"
+#include "scene/sundial.h"
 #include "scene/view_geometry.h"
 
 namespace glintara {
@@ -122,11 +123,12 @@ void MouseSteering::EndDrag() {
 MouseSteering::Action MouseSteering::ActionOf(const MouseHold& hold) const {
     if (hold.shift) return Action::Shift;
     if (hold.left && hold.right) return Action::Zoom;
-    if (hold.right) return Action::Roll;
+    const bool sundial = ShowsSundial(app_.Run);  // it is shifted like a map, and the globe behind it rests
+    if (hold.right) return sundial ? Action::None : Action::Roll;
     if (!hold.left) return hold.middle ? Action::Shift : Action::None;
     if (hold.control) return Action::PointerField;
     if (hold.alt) return Action::PointerTime;
-    return app_.Main.CPlaniSphere.Value ? Action::Shift : Action::Turn;
+    return app_.Main.CPlaniSphere.Value || sundial ? Action::Shift : Action::Turn;
 }
 
 void MouseSteering::Drag(const MousePlace& place) {
@@ -180,7 +182,7 @@ void MouseSteering::Shift(double dx, double dy) {
     const bool still = dx == 0 && dy == 0;
     // The first shift moves the sky's centre up by one: the other way round, the sky stays where it was.
     const bool keepsSky = main.CPlaniSphere.Value || (!held_.shift && !main.CStarsOnGlobe.Value);
-    const bool skyAlone = main.CSkyOnly.Value && keepsSky && centred && !still;
+    const bool skyAlone = main.CSkyOnly.Value && keepsSky && centred && !still && !ShowsSundial(app_.Run);
     view.PanX = snapshot_.PanX + dx / view.ZoomFactor * kPanPerUnit;
     view.PanY = snapshot_.PanY - (skyAlone ? kSkyCentre : 0) - dy / view.ZoomFactor * kPanPerUnit;
 }
@@ -190,7 +192,7 @@ void MouseSteering::ZoomTo(double zoom, const CameraView& from) {
     ViewState& view = app_.Data.View;
     view.ZoomFactor = std::clamp(zoom, kLeastZoom, kMostZoom);
     const bool shifted = from.PanX != 0 || from.PanY != 0;
-    if (main.CSkyOnly.Value && IsSkyFitted(main) && shifted) {
+    if (main.CSkyOnly.Value && IsSkyFitted(main) && shifted && !ShowsSundial(app_.Run)) {
         // A maximized sky shrinks in the scene as the zoom grows; what it has at the centre of the picture stays there.
         const double shrunk = from.ZoomFactor / view.ZoomFactor;
         view.PanX = from.PanX * shrunk;
@@ -274,7 +276,7 @@ void MouseSteering::HoldUnderMouse(const ScenePoint& mouse, double shrunk) {
     ViewState& view = app_.Data.View;
     const ScenePoint way{mouse.x * (shrunk - 1), mouse.y * (shrunk - 1)};
     const bool sky = main.CSkyOnly.Value || (IsSkyFitted(main) && main.CDrawSky.Value && !EarthAt(app_, mouse));
-    if (!sky) {
+    if (!sky || ShowsSundial(app_.Run)) {
         view.PanX += way.x;
         view.PanY += way.y;
         return;

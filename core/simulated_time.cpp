@@ -14,6 +14,7 @@
 #include "engine/astro/sun_moon.h"
 #include "engine/astro/trigonometry.h"
 #include "orbit/sun_and_moon.h"
+#include "scene/sundial.h"
 #include "scene/view_geometry.h"
 
 namespace glintara {
@@ -180,12 +181,13 @@ CalendarFields SimulatedTime::UtcOfShown(const CalendarFields& shown) const {
 void SimulatedTime::WriteDateLabel() {
     const CommonData& data = app_.Data;
     const std::string mark = StateMark(data.TimeOffset, app_.Main.CRealTime.Value);
+    app_.Run.Zone.shownMinutes = ShownOffsetMinutes(data.SimFields());
     if (!app_.Main.CLocalTime.Value) {
         app_.Main.LDateTime.Caption = DateAndTime(data.SimFields(), kUtcSecondDecimals) + mark;
         return;
     }
     app_.Main.LDateTime.Caption =
-        DateAndTime(ShownFields(), kLocalSecondDecimals) + ZoneText(ShownOffsetMinutes(data.SimFields())) + mark;
+        DateAndTime(ShownFields(), kLocalSecondDecimals) + ZoneText(app_.Run.Zone.shownMinutes) + mark;
 }
 
 void SimulatedTime::PlaceSunAndMoon() {
@@ -216,6 +218,7 @@ void SimulatedTime::AimAtSatellite() {
     const CommonData& data = app_.Data;
     const MainControls& main = app_.Main;
     if (!main.CLockSatellite.Enabled || !main.CLockSatellite.Value || app_.Run.DragActive || data.SatCount == 0) return;
+    if (ShowsSundial(app_.Run)) return;  // the aim may shift the picture
     const WorkingDirection& satellite = app_.Run.Working;
     if (!satellite.IsOf(data.Satellite(data.WorkingSat()))) return;
 

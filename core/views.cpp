@@ -15,6 +15,7 @@
 #include "engine/astro/number_text.h"
 #include "scene/orientation.h"
 #include "scene/star_list.h"
+#include "scene/sundial.h"
 #include "scene/view_geometry.h"
 
 namespace glintara {
@@ -175,6 +176,7 @@ void RestoreUserView(Application& app, int n) {
 
 void EnterView(Application& app, SimulatedTime& time, int n) {
     if (!IsView(n)) return;
+    if (n == kSundialView) app.Main.TimerHRot.Stop();  // nothing turns there
     if (Slot(app, n).Used) {
         app.Main.TimerHRot.Stop();
         RestoreUserView(app, n);

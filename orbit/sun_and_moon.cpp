@@ -4,6 +4,7 @@
 #include "engine/astro/geodesy.h"
 #include "engine/astro/sidereal.h"
 #include "engine/astro/sun_moon.h"
+#include "engine/astro/trigonometry.h"
 
 namespace glintara {
 
@@ -27,6 +28,8 @@ Vector3 PointBelowSun(const CommonData& data) {
 Vector3 PointBelowMoon(const CommonData& data) {
     return WorldPlace({data.MoonDec, data.MoonRA}, 1, SiderealFromDate(data.SimFields()));
 }
+
+double SunElevation(const CommonData& data) { return ArcSin(Dot(HorizonAxesAt(data.Site).up, data.SunDir)); }
 
 Vector3 MoonSeenByObserver(const CommonData& data) {
     return WorldPlace({data.MoonTopoDec, data.MoonTopoRA}, 1, SiderealFromDate(data.SimFields()));

@@ -22,6 +22,10 @@ Vector3 MoonPlaceInWorld(const CommonData& data, double jd);
 Vector3 PointBelowSun(const CommonData& data);
 Vector3 PointBelowMoon(const CommonData& data);
 
+/// The Sun's elevation at the observer's place, radians, from the direction that the state keeps: that of its middle,
+/// without refraction.
+double SunElevation(const CommonData& data);
+
 /// The direction in which the observer sees the Moon at the displayed instant, a unit vector on Earth-fixed axes. It is up
 /// to a degree away from that of the point below.
 Vector3 MoonSeenByObserver(const CommonData& data);

@@ -15,6 +15,7 @@
 #include "scene/night_side.h"
 #include "scene/overlays.h"
 #include "scene/picture_measures.h"
+#include "scene/sundial.h"
 
 namespace glintara {
 namespace {
@@ -213,6 +214,20 @@ void Draw(const SceneContext& scene, const Stage& stage, bool wanted = true) {
     if (wanted && stage) stage(scene);
 }
 
+void SundialFrame(const SceneContext& scene, const FrameStages& stages) {
+    DrawSurface& surface = scene.Surface;
+    surface.AutoRedraw = true;
+    surface.BackColor = kSpaceColor;
+    surface.Cls();
+    surface.AutoRedraw = false;
+    Draw(scene, stages.unseen);
+    DrawSundial(scene);
+    Draw(scene, stages.astroDetails, scene.App.Main.CAstroDetails.Value);
+    DrawTitleBlock(scene);
+    Draw(scene, stages.beforeLabels);
+    DrawLabelOverlay(scene);
+}
+
 /// Vertices of the longest run with one polygon number.
 std::int32_t LongestPolygon(const BorderTable& borders) {
     std::int32_t longest = 0;
@@ -325,6 +340,11 @@ void GlobeFrame(Application& app, DrawSurface& surface, FrameMemory& memory, con
     FloatSite(app);
     RefreshViewCache(app.Data.View);
     TakeFramePan(app.Data.View);
+    if (ShowsSundial(app.Run)) {
+        SundialFrame(scene, stages);
+        DrawSplash(scene);
+        return;
+    }
     SetGLTConfig(scene, memory.ViewConfig);
     ClearPicture(scene, stages);
     if (!app.Main.CSkyOnly.Value) {

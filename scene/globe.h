@@ -50,10 +50,12 @@ struct FrameStages {
     Stage constellations;  ///< `CDrawConstallations` with `CDrawSky`, in the same place
     Stage astroDetails;    ///< `CAstroDetails`
     Stage beforeLabels;    ///< when only the texts of `DrawLabelOverlay` are still to come over what is there
+    Stage unseen;          ///< what the satellite loop does besides drawing, while a chart stands for the globe
     Stage skyPointer;      ///< circle of the sky pointer, and the line of text for the mouse
 };
 
-/// Makes one picture on `surface`. Nothing keeps one picture from beginning inside another: that is the run loop's.
+/// Makes one picture on `surface`; while view 9 is shown, the sundial in place of the globe and all that is over it, with
+/// the astronomical details, the title and the labels. Nothing keeps one picture from beginning inside another: that is the run loop's.
 void GlobeFrame(Application& app, DrawSurface& surface, FrameMemory& memory, const FrameStages& stages);
 
 /// What stands over the Earth, in the order of the layers.

@@ -6,6 +6,7 @@
 #include "engine/astro/geodesy.h"
 #include "engine/astro/sidereal.h"
 #include "scene/star_chart.h"
+#include "scene/sundial.h"
 
 namespace glintara {
 
@@ -55,13 +56,13 @@ bool IsBehindEarth(const Application& app, const Vector3& view) {
 }
 
 std::optional<LatLon> EarthAt(const Application& app, const ScenePoint& place) {
-    if (app.Main.CSkyOnly.Value) return std::nullopt;
+    if (app.Main.CSkyOnly.Value || ShowsSundial(app.Run)) return std::nullopt;
     const ScenePoint earth = EarthCentre(app.Data.View);
     return EarthPlaceAt(app.Data.View, app.Main.CPlaniSphere.Value, {place.x - earth.x, place.y - earth.y});
 }
 
 std::optional<Vector3> SkyAt(const Application& app, const ScenePoint& place) {
-    if (!app.Main.CDrawSky.Value) return std::nullopt;
+    if (!app.Main.CDrawSky.Value || ShowsSundial(app.Run)) return std::nullopt;
     const ViewState& view = app.Data.View;
     const double greenwich = GreenwichOfPicture(app.Data);
     const ScenePoint centre = SkyCentre(app);

@@ -9,6 +9,7 @@
 #include "engine/astro/trigonometry.h"
 #include "scene/mouse_place.h"
 #include "scene/star_places.h"
+#include "scene/sundial.h"
 
 namespace glintara {
 
@@ -23,6 +24,16 @@ std::string PlaceText(const LatLon& place) {
 std::string EarthText(const CommonData& data, const LatLon& place) {
     const double ra = WrapTwoPi(place.lon + GreenwichOfPicture(data));
     return "EARTH: " + PlaceText(place) + "RA= " + HoursToText(ra) + ": DEC= " + DegreesToText(place.lat);
+}
+
+/// The chart read backwards: where the Sun stands when the shadow ends under the mouse.
+std::string SundialText(const Application& app, const ScenePoint& place) {
+    const std::optional<ShadowTip> tip = TipAt(app, place);
+    if (!tip) return "SUNDIAL";
+    const HorizonAngles sun = SunCasting(*tip);
+    return "SUNDIAL: shadow " + FourDecimals(std::hypot(tip->east, tip->north)) +
+           " of the gnomon's height, with the Sun at Az:" + Degrees(sun.azimuth) +
+           "\u00B0, El:" + Degrees(sun.altitude) + "\u00B0";
 }
 
 std::string SkyText(const Application& app, const Vector3& direction) {
@@ -42,6 +53,7 @@ std::string FourDecimals(double value) {
 }
 
 std::string MouseText(const Application& app, const ScenePoint& place) {
+    if (ShowsSundial(app.Run)) return SundialText(app, place);
     std::string text;
     if (app.Main.MnuFloatingSite.Checked) {
         const ObserverSite& site = app.Data.Site;

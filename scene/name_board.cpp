@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "scene/detail_blocks.h"
 #include "scene/marks.h"
 #include "scene/overlays.h"
 
@@ -84,6 +85,8 @@ void NameBoard::TakeObstacles(const SceneContext& scene) {
     obstacleCount_ = 0;
     obstacles_[obstacleCount_++] = TitleArea(scene.Surface);
     if (const std::optional<BoxArea> site = SiteMarkArea(scene)) obstacles_[obstacleCount_++] = *site;
+    if (const std::optional<BoxArea> orbit = OrbitDetailsArea(scene)) obstacles_[obstacleCount_++] = *orbit;
+    if (const std::optional<BoxArea> astro = AstroDetailsArea(scene)) obstacles_[obstacleCount_++] = *astro;
 }
 
 const BoxArea* NameBoard::ObstacleOf(const Place& place, double height) const {

@@ -11,11 +11,13 @@
 #include "engine/astro/trigonometry.h"
 #include "orbit/satellite_motion.h"
 #include "orbit/satellite_table.h"
+#include "orbit/sun_and_moon.h"
 #include "scene/mouse_place.h"
 #include "scene/mouse_text.h"
 #include "scene/star_chart.h"
 #include "scene/star_list.h"
 #include "scene/star_places.h"
+#include "scene/sundial.h"
 
 namespace glintara {
 
@@ -174,7 +176,7 @@ FoundObject NearestSatellite(const Application& app, const ScenePoint& place, do
 }
 
 FoundObject NearestStar(const Application& app, const ScenePoint& place, double within) {
-    if (!app.Main.CDrawSky.Value || app.Data.Stars.VisibleStarCount() < 1) return {};
+    if (!app.Main.CDrawSky.Value || ShowsSundial(app.Run) || app.Data.Stars.VisibleStarCount() < 1) return {};
     return StarSearch(app, place, within).Run();
 }
 

@@ -149,6 +149,26 @@ double LabelOverlayHeight(const SceneContext& scene) {
     return kOverlayLines * scene.Surface.TextHeight("X");
 }
 
+double LabelTextsHeight(const SceneContext& scene) {
+    if (!ShowsLabels(scene.App.Run)) return 0;
+    DrawSurface& surface = scene.Surface;
+    const MainControls& main = scene.App.Main;
+    UseTextFont(surface, kOverlaySize);
+    // Room for what the last command did, should it not fit beside the date.
+    const double large = (kOverlayRise + 1) * surface.TextHeight("X");
+    UseTextFont(surface, kQuietOverlaySize);
+    std::ptrdiff_t lines = 0;
+    for (const Label* label : {&main.LSatDetail, &main.LStatus, &main.LJD})
+        lines += 1 + std::ranges::count(label->Caption.Get(), '\n');
+    return large + static_cast<double>(lines) * surface.TextHeight("X");
+}
+
+double DateTextTop(const SceneContext& scene) {
+    DrawSurface& surface = scene.Surface;
+    UseTextFont(surface, kOverlaySize);
+    return surface.ScaleHeight - (ShowsLabels(scene.App.Run) ? kOverlayRise * surface.TextHeight("X") : 0);
+}
+
 void DrawLabelOverlay(const SceneContext& scene) {
     if (!ShowsLabels(scene.App.Run)) return;
     DrawSurface& surface = scene.Surface;

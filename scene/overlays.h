@@ -37,6 +37,14 @@ void ShowLoadingNotice(const SceneContext& scene);
 /// Height of the strip at the lower edge of the picture that those texts are in, twips, with room for some more lines.
 double LabelOverlayHeight(const SceneContext& scene);
 
+/// Height of those texts themselves, as they stand or a little more: they change from one picture to the next. Twips
+/// from the lower edge; 0 while they are not shown. The font is another one afterwards.
+double LabelTextsHeight(const SceneContext& scene);
+
+/// Upper edge of the date in the lower right corner, twips; the lower edge of the picture while it is not shown. The font
+/// is another one afterwards.
+double DateTextTop(const SceneContext& scene);
+
 /// Whether the picture tells what the panels do: in full screen, and while they are hidden.
 bool ShowsLabels(const RunState& run);
 

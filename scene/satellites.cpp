@@ -180,6 +180,19 @@ void DrawSatellite(const Pass& pass, SatRecord& satellite, bool working) {
 
 }  // namespace
 
+void FollowWorkingSatellite(Application& app, SatelliteWorkspace& work) {
+    CommonData& data = app.Data;
+    work.names.Clear();
+    app.Run.Finder.ClearList();
+    if (data.SatCount < 1) return;
+    SatRecord& satellite = data.Satellite(data.WorkingSat());
+    const WorldMotion motion = MoveToNow(app, satellite);
+    if (HasPlace(motion.position))
+        TellWorkingSatellite(app, satellite, motion.position);
+    else
+        ForgetWorkingSatellite(app);
+}
+
 void DrawSatellites(const SceneContext& scene, SatelliteWorkspace& work) {
     Application& app = scene.App;
     CommonData& data = app.Data;

@@ -43,4 +43,8 @@ struct SatelliteWorkspace {
 /// `CSkyOnly` nothing of this is drawn over the Earth.
 void DrawSatellites(const SceneContext& scene, SatelliteWorkspace& work);
 
+/// What remains of that while nothing of it is drawn: the working satellite is propagated and told as above, and the
+/// finder's list is empty.
+void FollowWorkingSatellite(Application& app, SatelliteWorkspace& work);
+
 }  // namespace glintara

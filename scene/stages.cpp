@@ -2,6 +2,7 @@
 
 #include "scene/city_marks.h"
 #include "scene/constellations.h"
+#include "scene/detail_blocks.h"
 #include "scene/map_text.h"
 #include "scene/marks.h"
 #include "scene/sky_pointer.h"
@@ -23,6 +24,9 @@ FrameStages StagesOfProgram(SatelliteWorkspace& satellites) {
         const MainControls& main = scene.App.Main;
         if (main.MnuMarkCities.Checked && !main.CSkyOnly.Value) DrawCityNames(scene, satellites.names);
     };
+    stages.unseen = [&satellites](const SceneContext& scene) { FollowWorkingSatellite(scene.App, satellites); };
+    stages.orbitDetails = PrintOrbitDetails;
+    stages.astroDetails = PrintAstroDetails;
     stages.polygonMarker = [](const SceneContext& scene) { PlotPolygonMarker(scene, scene.App.Run.BorderTool); };
     stages.stars = [&satellites](const SceneContext& scene) { PlotStars(scene, satellites.names); };
     stages.constellations = PlotConstallations;

@@ -74,6 +74,4 @@ bool HasAtmosphere(const MainControls& main) {
 
 double TwilightValue(double sunElevation) { return (8 * kDegToRad + sunElevation) / kPi * 100; }
 
-double SunElevation(const CommonData& data) { return ArcSin(Dot(HorizonAxesAt(data.Site).up, data.SunDir)); }
-
 }  // namespace glintara

@@ -31,7 +31,4 @@ bool HasAtmosphere(const MainControls& main);
 /// it is no longer night.
 double TwilightValue(double sunElevation);
 
-/// Elevation of the Sun for the observer, radians.
-double SunElevation(const CommonData& data);
-
 }  // namespace glintara

@@ -32,8 +32,7 @@ struct MainControls {
         LFInfo.Visible = false;
         LElementAge.Visible = false;
         FSkyMouse.Visible = false;
-        for (CheckBox* box : {&CNOSSFlare, &C2OrbitDetails, &CAstroDetails}) box->Acts = false;
-        for (MenuEntry* entry : {&MnuOrbitDetails, &MnuAstroDetails}) entry->Acts = false;
+        CNOSSFlare.Acts = false;
     }
 
     // Texts.
@@ -190,6 +189,8 @@ struct MainControls {
     MenuEntry MnuSaveStartUp{"Save as Start-up Workspace"};
     MenuEntry MnuUpdateCheck{"Update and News Check"};
     MenuEntry MnuLoadTLE{"Load TLE file..."};
+    MenuEntry MnuSavePicture{"Save picture...", "Keep the picture as it is shown in a PNG file"};
+    MenuEntry MnuPrintPicture{"Print picture...", "Print the picture as it is shown"};
     MenuEntry MnuExit{"Exit"};
 
     // Menu: Draw.

@@ -102,6 +102,7 @@ struct FloatingCamera {
 struct LocalZone {
     bool chosen = false;     ///< the user's: typed, or come with a workspace
     std::int16_t hours = 0;  ///< `UTCOffsetHours` as it was left; another value has come with a workspace
+    int shownMinutes = 0;    ///< how far the time that the date label shows is ahead of UTC; the clock alone writes it
 };
 
 struct RunState {

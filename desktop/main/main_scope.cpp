@@ -112,7 +112,7 @@ void MainScope::BuildMenus() {
     QMenuBar& bar = *menus_;
     AddMenu(m, bar, letters_, m.MnuFile,
             {&m.MnuOpenAs, &m.MnuLoad, nullptr, &m.MnuSave, &m.MnuSaveAs, &m.MnuSaveStartUp, nullptr, &m.MnuUpdateCheck,
-             nullptr, &m.MnuLoadTLE, nullptr, &m.MnuExit});
+             nullptr, &m.MnuLoadTLE, nullptr, &m.MnuSavePicture, &m.MnuPrintPicture, nullptr, &m.MnuExit});
     AddMenu(m, bar, letters_, m.MnuTDraw,
             {&m.MnuRealTime,
              &m.MnuAutoRefine,

@@ -1,5 +1,6 @@
 #include "desktop/main/picture_box.h"
 
+#include <QContextMenuEvent>
 #include <QMouseEvent>
 #include <QPainter>
 
@@ -10,6 +11,9 @@ namespace glintara::desktop {
 namespace {
 
 constexpr QRgb kSpace = 0xFF000000;
+
+/// A hand that clicks moves the mouse by no more, pixels of the layout.
+constexpr double kStill = 2;
 
 template <class Function, class Event>
 void Tell(const Function& function, const Event& event) {
@@ -77,10 +81,45 @@ void PictureBox::leaveEvent(QEvent* event) {
     QWidget::leaveEvent(event);
 }
 
-void PictureBox::mouseMoveEvent(QMouseEvent* event) { Tell(listener_.moved, *event); }
-void PictureBox::mousePressEvent(QMouseEvent* event) { Tell(listener_.pressed, *event); }
-void PictureBox::mouseReleaseEvent(QMouseEvent* event) { Tell(listener_.released, *event); }
-void PictureBox::mouseDoubleClickEvent(QMouseEvent* event) { Tell(listener_.doubleClicked, *event); }
+/// Keeps in mind whether a press of the right button may still become a click.
+void PictureBox::FollowRightClick(const QMouseEvent& event) {
+    const bool alone = event.buttons() == Qt::RightButton && event.modifiers() == Qt::NoModifier;
+    if (!alone)
+        rightClick_.reset();
+    else if (event.type() == QEvent::MouseButtonPress)
+        rightClick_ = event.position();
+    else if (rightClick_ && (event.position() - *rightClick_).manhattanLength() > kStill)
+        rightClick_.reset();
+}
+
+void PictureBox::mouseMoveEvent(QMouseEvent* event) {
+    FollowRightClick(*event);
+    Tell(listener_.moved, *event);
+}
+
+void PictureBox::mousePressEvent(QMouseEvent* event) {
+    FollowRightClick(*event);
+    Tell(listener_.pressed, *event);
+}
+
+void PictureBox::mouseReleaseEvent(QMouseEvent* event) {
+    const bool clicked = event->button() == Qt::RightButton && rightClick_.has_value();
+    const QPoint at = event->position().toPoint();
+    rightClick_.reset();
+    Tell(listener_.released, *event);
+    if (clicked) Tell(listener_.menuWanted, at);
+}
+
+void PictureBox::mouseDoubleClickEvent(QMouseEvent* event) {
+    FollowRightClick(*event);
+    Tell(listener_.doubleClicked, *event);
+}
+
+void PictureBox::contextMenuEvent(QContextMenuEvent* event) {
+    // That of the mouse comes with the press, which may become a drag.
+    if (event->reason() == QContextMenuEvent::Keyboard) Tell(listener_.menuWanted, rect().center());
+}
+
 void PictureBox::wheelEvent(QWheelEvent* event) { Tell(listener_.wheel, *event); }
 
 }  // namespace glintara::desktop

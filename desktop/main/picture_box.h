@@ -5,12 +5,14 @@
 #include <QImage>
 #include <QWidget>
 #include <functional>
+#include <optional>
 
 class QNativeGestureEvent;
 
 namespace glintara::desktop {
 
-/// What the mouse does over the picture. Empty functions are not called.
+/// What the mouse does over the picture. Empty functions are not called. The right button belongs to drags; a click with
+/// it, held still and without a key, asks for the menu, as the menu key does.
 struct PictureListener {
     std::function<void()> resized;
     std::function<void(const QMouseEvent&)> moved;
@@ -20,6 +22,7 @@ struct PictureListener {
     std::function<void(const QMouseEvent&)> doubleClicked;
     std::function<void(const QWheelEvent&)> wheel;
     std::function<void(const QNativeGestureEvent&)> pinched;  ///< two fingers on a touchpad
+    std::function<void(const QPoint&)> menuWanted;            ///< at this place of the widget: its own menu
     std::function<void()> keysLost;                           ///< the keyboard is another's now
 };
 
@@ -49,12 +52,15 @@ class PictureBox : public QWidget {
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
 
   private:
     void ShowPicture();
+    void FollowRightClick(const QMouseEvent& event);
 
     PictureListener listener_;
     QImage image_;
+    std::optional<QPointF> rightClick_;  // where the right button went down by itself, as long as it may be a click
 };
 
 }  // namespace glintara::desktop

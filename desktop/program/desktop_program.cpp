@@ -11,6 +11,7 @@
 #include <cmath>
 #include <utility>
 
+#include "core/camera_moves.h"
 #include "core/map_tools.h"
 #include "core/panels.h"
 #include "desktop/main/beside.h"
@@ -118,6 +119,9 @@ DesktopProgram::DesktopProgram(const QString& placesFile, bool mapTools, std::un
     info_ = std::make_unique<InfoWindow>(
         app_, *window_, places_, [this](int key, bool shift) { return PressKeyElsewhere(key, shift); });
     signals_.refreshSatPosition = [this] { info_->Refresh(); };
+    pictureDialogs_ = std::make_unique<QtPictureDialogs>(*window_, places_);
+    pictureOutput_ = std::make_unique<PictureOutput>(
+        app_, *pictureDialogs_, [this] { return window_->Picture().Image(); });
     signals_.refreshInfo = [this] { observations_->RefreshInfo(); };
     mouse_ = std::make_unique<MouseSteering>(app_, program_->Loop);
     ConnectWindow();
@@ -219,6 +223,8 @@ void DesktopProgram::ConnectWindow() {
 void DesktopProgram::ConnectMenus() {
     MainControls& main = app_.Main;
     main.MnuLoadTLE.SetClickHandler([this] { OpenTLEFile(); });
+    main.MnuSavePicture.SetClickHandler([this] { pictureOutput_->Save(); });
+    main.MnuPrintPicture.SetClickHandler([this] { pictureOutput_->Print(); });
     main.MnuFindFlare.SetClickHandler([this] { ShowSearch(); });
     main.MnuManageSatellites.SetClickHandler([this] { ShowSatellites(); });
     main.MnuObservations.SetClickHandler([this] { observations_->ShowObservations(); });
@@ -263,6 +269,7 @@ void DesktopProgram::ConnectMouse() {
         mouse_->Moved(placeOf(event.position()), HoldOf(event));
     };
     listener.pressed = [this, placeOf](const QMouseEvent& event) {
+        rollAtPress_ = app_.Data.View.ViewRoll;
         mouse_->Moved(placeOf(event.position()), HoldOf(event));
     };
     listener.released = [this](const QMouseEvent& /*event*/) { mouse_->Released(); };
@@ -279,8 +286,24 @@ void DesktopProgram::ConnectMouse() {
     listener.pinched = [this, placeOf](const QNativeGestureEvent& event) {
         mouse_->Pinched(placeOf(event.position()), 1 + event.value());
     };
+    listener.menuWanted = [this](const QPoint& at) { ShowPictureMenu(at); };
     listener.keysLost = [this] { mouse_->Abandoned(); };
     window_->Picture().SetListener(std::move(listener));
+}
+
+void DesktopProgram::ShowPictureMenu(const QPoint& at) {
+    // A click that was not quite still has begun to roll the picture.
+    ViewState& view = app_.Data.View;
+    if (view.ViewRoll != rollAtPress_ && QGuiApplication::mouseButtons() == Qt::NoButton) {
+        view.ViewRoll = rollAtPress_;
+        CameraMoved(app_);
+    }
+    pictureMenu_ = std::make_unique<QMenu>(window_.get());
+    for (MenuEntry* const entry : {&app_.Main.MnuSavePicture, &app_.Main.MnuPrintPicture}) {
+        QAction* const action = pictureMenu_->addAction(ToQt(entry->Caption));
+        QObject::connect(action, &QAction::triggered, window_.get(), [entry] { entry->Click(); });
+    }
+    pictureMenu_->popup(window_->Picture().mapToGlobal(at));
 }
 
 bool DesktopProgram::PressKey(int qtKey, bool shift) { return Form_KeyDown(app_, program_->Loop, KeyOf(qtKey, shift)); }

@@ -2,6 +2,7 @@
 
 // The program with its windows: the rooms of the core, the scene and the desktop put together.
 
+#include <QMenu>
 #include <QSettings>
 #include <filesystem>
 #include <functional>
@@ -17,6 +18,7 @@
 #include "desktop/core/form_help.h"
 #include "desktop/flare/form_find_flare.h"
 #include "desktop/main/main_scope.h"
+#include "desktop/main/picture_output.h"
 #include "desktop/main/qt_services.h"
 #include "desktop/program/download_window.h"
 #include "desktop/program/editor_window.h"
@@ -85,6 +87,7 @@ class DesktopProgram {
     void OpenBeside(QWidget& form, Qt::Edge edge);
     void OpenTLEFile();
     std::optional<std::filesystem::path> AskForFile(const FileQuestion& question);
+    void ShowPictureMenu(const QPoint& at);
     void TakeDropped(const QStringList& files);
     bool OpenFirst();
     void ShowSearch();
@@ -120,6 +123,10 @@ class DesktopProgram {
     QImage labelGround_;  // the picture where its texts stand, without them; null while it has none
     int labelTop_ = 0;    // its first row, pixels of the display
     bool labelsChanged_ = false;
+    std::unique_ptr<QtPictureDialogs> pictureDialogs_;
+    std::unique_ptr<PictureOutput> pictureOutput_;
+    std::unique_ptr<QMenu> pictureMenu_;  // made anew each time
+    double rollAtPress_ = 0;              // of the picture when a button went down on it
     std::unique_ptr<Program> program_;
     std::unique_ptr<MouseSteering> mouse_;
     std::unique_ptr<TimerDrivers> timers_;

@@ -138,7 +138,7 @@ TEST_F(KeysTest, EachKeyOfAnOptionsEntryTurnsItsBoxOver) {
 
 TEST_F(KeysTest, WhatIsStillToComeIsPassedOver) {
     main.CAstroDetails.Enabled = true;
-    ASSERT_FALSE(main.CAstroDetails.Acts);
+    main.CAstroDetails.Acts = false;
     const bool before = main.CAstroDetails.Value;
     EXPECT_TRUE(Press(','));
     EXPECT_EQ(main.CAstroDetails.Value, before);

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "orbit/location.h"
+#include "orbit/sun_and_moon.h"
 #include "scene/scene_fixture.h"
 #include "scene/star_places.h"
 
