@@ -87,6 +87,8 @@ void NameBoard::TakeObstacles(const SceneContext& scene) {
     if (const std::optional<BoxArea> site = SiteMarkArea(scene)) obstacles_[obstacleCount_++] = *site;
     if (const std::optional<BoxArea> orbit = OrbitDetailsArea(scene)) obstacles_[obstacleCount_++] = *orbit;
     if (const std::optional<BoxArea> astro = AstroDetailsArea(scene)) obstacles_[obstacleCount_++] = *astro;
+    if (const auto labels = LabelTextAreas(scene))
+        for (const BoxArea& area : *labels) obstacles_[obstacleCount_++] = area;
 }
 
 const BoxArea* NameBoard::ObstacleOf(const Place& place, double height) const {

@@ -1,7 +1,7 @@
 #pragma once
 
 // Words beside marks: names of satellites and labels of flares, so placed that none covers another, is cut by the edge
-// of the picture, or stands over the title, the lists of details or the observer's mark.
+// of the picture, or stands over the title, the lists of details, the texts of the hidden panels or the observer's mark.
 
 #include <array>
 #include <cstddef>
@@ -102,7 +102,7 @@ class NameBoard {
     std::string labelTexts_;  // never grows beyond what it was given, so the labels may refer to it
     std::vector<Place> places_;
     std::vector<int> rows_;  // first place of each row of the picture, or -1
-    std::array<BoxArea, 4> obstacles_;
+    std::array<BoxArea, 6> obstacles_;
     std::size_t obstacleCount_ = 0;
     std::string text_;
 };

@@ -169,6 +169,26 @@ double DateTextTop(const SceneContext& scene) {
     return surface.ScaleHeight - (ShowsLabels(scene.App.Run) ? kOverlayRise * surface.TextHeight("X") : 0);
 }
 
+std::optional<std::array<BoxArea, 2>> LabelTextAreas(const SceneContext& scene) {
+    if (!ShowsLabels(scene.App.Run)) return std::nullopt;
+    DrawSurface& surface = scene.Surface;
+    const MainControls& main = scene.App.Main;
+    const double top = surface.ScaleHeight - LabelTextsHeight(scene);
+    double width = 0;
+    for (const Label* label : {&main.LSatDetail, &main.LStatus, &main.LJD})
+        for (std::string_view left = label->Caption.Get(); !left.empty();) {
+            const std::size_t end = std::min(left.find('\n'), left.size());
+            width = std::max(width, surface.TextWidth(left.substr(0, end)));
+            left.remove_prefix(std::min(end + 1, left.size()));
+        }
+    const double dateTop = DateTextTop(scene);
+    const double margin = surface.TextWidth("x");
+    width = std::max(width, surface.TextWidth(main.LCommandOutput.Caption.Get()));
+    const double dateLeft = surface.ScaleWidth - surface.TextWidth(main.LDateTime.Caption.Get()) - margin;
+    return std::array<BoxArea, 2>{BoxArea{0, top, margin + width, surface.ScaleHeight},
+                                  BoxArea{dateLeft, dateTop, surface.ScaleWidth, surface.ScaleHeight}};
+}
+
 void DrawLabelOverlay(const SceneContext& scene) {
     if (!ShowsLabels(scene.App.Run)) return;
     DrawSurface& surface = scene.Surface;

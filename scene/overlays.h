@@ -3,6 +3,8 @@
 // Words over the picture. Each function writes with the font and colours that it needs; the font is the regular
 // `kTextFont` afterwards.
 
+#include <array>
+#include <optional>
 #include <string_view>
 
 #include "scene/view_geometry.h"
@@ -40,6 +42,10 @@ double LabelOverlayHeight(const SceneContext& scene);
 /// Height of those texts themselves, as they stand or a little more: they change from one picture to the next. Twips
 /// from the lower edge; 0 while they are not shown. The font is another one afterwards.
 double LabelTextsHeight(const SceneContext& scene);
+
+/// The corners that those texts take while they are shown: the left one, and that of the date. The font is another one
+/// afterwards.
+std::optional<std::array<BoxArea, 2>> LabelTextAreas(const SceneContext& scene);
 
 /// Upper edge of the date in the lower right corner, twips; the lower edge of the picture while it is not shown. The font
 /// is another one afterwards.

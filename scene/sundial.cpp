@@ -207,11 +207,8 @@ class Chart {
     void TakeCorners() {
         places_.Take(TitleArea(surface_));
         if (const std::optional<BoxArea> astro = AstroDetailsArea(scene_)) places_.Take(*astro);
-        const double labels = LabelTextsHeight(scene_);
-        if (labels > 0) {
-            places_.Take({0, surface_.ScaleHeight - labels, surface_.ScaleWidth / 3, surface_.ScaleHeight});
-            places_.Take({0, DateTextTop(scene_), surface_.ScaleWidth, surface_.ScaleHeight});
-        }
+        if (const auto labels = LabelTextAreas(scene_))
+            for (const BoxArea& area : *labels) places_.Take(area);
     }
 
     void DrawPlate() {

@@ -1,6 +1,7 @@
 #include "desktop/main/picture_box.h"
 
 #include <QContextMenuEvent>
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 
@@ -76,6 +77,14 @@ void PictureBox::focusOutEvent(QFocusEvent* event) {
     QWidget::focusOutEvent(event);
 }
 
+void PictureBox::keyPressEvent(QKeyEvent* event) {
+    // Keyboards without a menu key have this for it; not every platform turns it into the request.
+    if (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier)
+        Tell(listener_.menuWanted, rect().center());
+    else
+        QWidget::keyPressEvent(event);
+}
+
 void PictureBox::leaveEvent(QEvent* event) {
     if (listener_.left) listener_.left();
     QWidget::leaveEvent(event);
@@ -107,7 +116,7 @@ void PictureBox::mouseReleaseEvent(QMouseEvent* event) {
     const QPoint at = event->position().toPoint();
     rightClick_.reset();
     Tell(listener_.released, *event);
-    if (clicked) Tell(listener_.menuWanted, at);
+    if (clicked) Tell(listener_.rightClicked, at);
 }
 
 void PictureBox::mouseDoubleClickEvent(QMouseEvent* event) {

@@ -11,8 +11,8 @@ class QNativeGestureEvent;
 
 namespace glintara::desktop {
 
-/// What the mouse does over the picture. Empty functions are not called. The right button belongs to drags; a click with
-/// it, held still and without a key, asks for the menu, as the menu key does.
+/// What the mouse does over the picture. Empty functions are not called. The right button belongs to drags; a click is
+/// one without a key and without another button that is held still.
 struct PictureListener {
     std::function<void()> resized;
     std::function<void(const QMouseEvent&)> moved;
@@ -22,7 +22,8 @@ struct PictureListener {
     std::function<void(const QMouseEvent&)> doubleClicked;
     std::function<void(const QWheelEvent&)> wheel;
     std::function<void(const QNativeGestureEvent&)> pinched;  ///< two fingers on a touchpad
-    std::function<void(const QPoint&)> menuWanted;            ///< at this place of the widget: its own menu
+    std::function<void(const QPoint&)> rightClicked;          ///< at this place of the widget
+    std::function<void(const QPoint&)> menuWanted;            ///< there, by the menu key or Shift+F10
     std::function<void()> keysLost;                           ///< the keyboard is another's now
 };
 
@@ -44,6 +45,7 @@ class PictureBox : public QWidget {
   protected:
     bool event(QEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
     void leaveEvent(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;

@@ -286,18 +286,18 @@ void DesktopProgram::ConnectMouse() {
     listener.pinched = [this, placeOf](const QNativeGestureEvent& event) {
         mouse_->Pinched(placeOf(event.position()), 1 + event.value());
     };
+    listener.rightClicked = [this](const QPoint& at) {
+        // One that was not quite still has begun to roll the picture.
+        app_.Data.View.ViewRoll = rollAtPress_;
+        CameraMoved(app_);
+        ShowPictureMenu(at);
+    };
     listener.menuWanted = [this](const QPoint& at) { ShowPictureMenu(at); };
     listener.keysLost = [this] { mouse_->Abandoned(); };
     window_->Picture().SetListener(std::move(listener));
 }
 
 void DesktopProgram::ShowPictureMenu(const QPoint& at) {
-    // A click that was not quite still has begun to roll the picture.
-    ViewState& view = app_.Data.View;
-    if (view.ViewRoll != rollAtPress_ && QGuiApplication::mouseButtons() == Qt::NoButton) {
-        view.ViewRoll = rollAtPress_;
-        CameraMoved(app_);
-    }
     pictureMenu_ = std::make_unique<QMenu>(window_.get());
     for (MenuEntry* const entry : {&app_.Main.MnuSavePicture, &app_.Main.MnuPrintPicture}) {
         QAction* const action = pictureMenu_->addAction(ToQt(entry->Caption));

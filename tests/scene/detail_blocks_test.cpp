@@ -154,6 +154,34 @@ TEST_F(DetailBlocksTest, NamesKeepClearOfBothLists) {
     }
 }
 
+TEST_F(DetailBlocksTest, NamesKeepClearOfTheTextsOfHiddenPanels) {
+    app.Main.LDateTime.Caption = "DATE 20/01/2018 17:42:09.31 UTC (N)";
+    app.Main.LStatus.Caption = "SHORT\nEARTH: Latitude= 10.5 N";
+    EXPECT_FALSE(LabelTextAreas(scene).has_value()) << "while the panels tell it";
+    app.Run.FullScreen = true;
+    Frame();
+    const auto areas = LabelTextAreas(scene);
+    ASSERT_TRUE(areas);
+    int held = 0;
+    for (const RecordedOperation& print : surface.OperationsOf(DrawOperation::Print)) {
+        const BoxArea area = AreaOf(print);
+        for (const BoxArea& taken : *areas)
+            held += area.left >= taken.left - 1e-6 && area.right <= taken.right + 1e-6 &&
+                    area.top >= taken.top - 1e-6 && area.bottom <= taken.bottom + 1e-6;
+    }
+    EXPECT_EQ(held, 3) << "each of the three texts stands in its corner";
+    NameBoard board(10);
+    NameWish wish;
+    wish.x = (areas->at(1).left + areas->at(1).right) / 2;
+    wish.y = areas->at(1).top + 100;
+    wish.name = "CUBESAT";
+    board.Add(wish);
+    surface.Forget();
+    board.Draw(scene);
+    for (const RecordedOperation& print : surface.OperationsOf(DrawOperation::Print))
+        EXPECT_FALSE(Overlap(AreaOf(print), areas->at(1)));
+}
+
 struct MoonDiscTest : SceneFixture {
     /// The lit part of a disc of radius 300 twips (20 pixels) round (3000, 3000), as its area over the disc's and how far
     /// it reaches to either side, in radii.
