@@ -153,6 +153,7 @@ TEST(ElementTable, ColumnsStandInAnyOrderAmongOthers) {
     fields.insert(fields.begin() + 3, {"SEMIMAJOR_AXIS", "6730.96"});
     fields.insert(fields.begin(), {"COMMENT", "GENERATED"});
     fields.push_back({"", ""});
+    fields.push_back({"EPOCH", "of the other kind"});  // the first of a name counts
     ExpectIss(TableOf({fields}), ElementForm::Table);
 }
 
@@ -193,7 +194,8 @@ TEST(ElementJson, ObjectsWhereverTheyStand) {
     ExpectIss("{\"total\": 1, \"member\": [" + object + "]}", ElementForm::Json);
     ExpectIss("[[" + object + "]]", ElementForm::Json);
     EXPECT_EQ(ReadElementText("{\"a\":" + object + ",\"b\":" + object + "}").text, kIssText + kIssText);
-    EXPECT_EQ(ReadElementText("{\"omm\":[" + object + "," + object + "]}").sets, 2);
+    const std::string other = object.substr(0, object.size() - 1) + ",\"data\":0}";
+    EXPECT_EQ(ReadElementText("{\"omm\":[" + other + "," + other + "," + other + "]}").sets, 3);
 }
 
 TEST(ElementJson, ARecordInItsParts) {
@@ -248,6 +250,8 @@ TEST(ElementJson, WhatIsNoJsonCostsItsObject) {
         EXPECT_EQ(read.unusable, 2) << bad;
         EXPECT_TRUE(read.firstUnusable.starts_with("record 2 (ISS (ZARYA)): this is no JSON at character ")) << bad;
     }
+    const std::string late = "[" + object + "," + Replaced(object, "56353", "x") + "," + Replaced(object, "56353", "y");
+    EXPECT_EQ(ReadElementText(late).damage, "this is no JSON at character " + std::to_string(late.rfind('y') + 1));
     EXPECT_EQ(ReadElementText(object + "\n" + object + "\n").text, kIssText + kIssText) << "one object to a line";
     EXPECT_EQ(ReadElementText("[" + object + "," + object).damage,
               "this is no JSON at character " + std::to_string(2 * object.size() + 3));

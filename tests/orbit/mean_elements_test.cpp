@@ -217,9 +217,9 @@ TEST(LinesOfRecord, FirstDerivativeHasEightDecimalsAsLongAsItIsBelowOne) {
 
 TEST(LinesOfRecord, NumbersBeyondFiveDigitsAreAlpha5) {
     const std::vector<std::pair<std::string, std::string>> cases = {
-        {"0", "00000"},      {"5", "00005"},      {"00005", "00005"},   {"25544.0", "25544"}, {"99999", "99999"},
-        {"100000", "A0000"}, {"148493", "E8493"}, {"182931", "J2931"},  {"234018", "P4018"},  {"301928", "W1928"},
-        {"339999", "Z9999"}, {"A0001", "A0001"},  {" 270000 ", "T0000"}};
+        {"0", "00000"},      {"5", "00005"},      {"00005", "00005"},  {"25544.0", "25544"}, {"99999", "99999"},
+        {"100000", "A0000"}, {"148493", "E8493"}, {"182931", "J2931"}, {"234018", "P4018"},  {"301928", "W1928"},
+        {"339999", "Z9999"}, {"A0000", "A0000"},  {"A0001", "A0001"},  {" 270000 ", "T0000"}};
     for (const auto& [text, columns] : cases) {
         const ElementLines lines = LinesWith({{NoradCatId, text}});
         EXPECT_EQ(lines.line1.substr(2, 5), columns) << text;
