@@ -35,7 +35,7 @@ std::string FixedDigits(double value, int decimals) {
     return {buffer.data(), done.ptr};
 }
 
-std::string RightAligned(std::string text, std::size_t width) {
+std::string RightAligned(const std::string& text, std::size_t width) {
     return text.size() < width ? std::string(width - text.size(), ' ') + text : text;
 }
 
@@ -86,7 +86,7 @@ std::string AngleColumns(double degrees) {
     constexpr std::size_t kWidth = 8;
     std::string text = FixedDigits(degrees < 0 ? degrees + 360 : std::abs(degrees), 4);
     if (text == "360.0000") text = "0.0000";
-    return RightAligned(std::move(text), kWidth);
+    return RightAligned(text, kWidth);
 }
 
 std::string EccentricityColumns(double eccentricity) {

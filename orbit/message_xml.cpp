@@ -15,8 +15,8 @@ std::string_view LocalName(const pugi::xml_node& node) {
 
 // The next node of the document's order; no recursion, for a text may be nested as deeply as it is long.
 pugi::xml_node NextNode(pugi::xml_node node) {
-    if (const pugi::xml_node child = node.first_child()) return child;
-    while (node && !node.next_sibling()) node = node.parent();
+    if (const pugi::xml_node child = node.first_child(); !child.empty()) return child;
+    while (!node.empty() && node.next_sibling().empty()) node = node.parent();
     return node.next_sibling();
 }
 
@@ -31,7 +31,7 @@ std::string ReadMessageXml(std::string_view text, const TakeRecord& take) {
 
     MessageRecord record;
     bool begun = false;
-    for (pugi::xml_node node = document.first_child(); node; node = NextNode(node)) {
+    for (pugi::xml_node node = document.first_child(); !node.empty(); node = NextNode(node)) {
         if (node.type() != pugi::node_element) continue;
         const std::string_view name = LocalName(node);
         if (name == "omm") {
