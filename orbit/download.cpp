@@ -125,7 +125,7 @@ void Downloads::Run(TLEMode mode) {
         app_.Boxes.Tell("Not all that came could be used.\n" + leftOut, MessageIcon::Warning);
 }
 
-std::optional<AdmissionOutcome> Downloads::DownloadEntry(std::string entry, TLEMode mode, bool onlyNewer,
+std::optional<AdmissionOutcome> Downloads::DownloadEntry(const std::string& entry, TLEMode mode, bool onlyNewer,
                                                          bool onlySelected) {
     form_.LProg.Caption = std::string("Connecting...");
     form_.PB1.Value = 1.0;
@@ -180,7 +180,7 @@ std::optional<std::string> Downloads::FindKept(const std::vector<std::string>& a
         if (!kept) continue;
         DownloadAnswer answer = ReadAnswer(kept->text, kOk);
         if (!answer.Usable()) continue;
-        remark_ = " (kept text, fetched " + AgeText(kept->age) + " ago)";
+        remark_ = "; kept text, fetched " + AgeText(kept->age) + " ago";
         leftOut_ = std::move(answer.leftOut);
         return std::move(answer.elements);
     }
@@ -209,6 +209,7 @@ Downloads::Fetched Downloads::Fetch(const std::string& address) {
             answered = true;
             form_.LProg.Caption = std::string("Downloading...");
             form_.PB1.Value = 1.0;
+            app_.EventQueue.ServeEvents();
         }
         form_.PB1.Value = form_.PB1.Value < kBarFull ? form_.PB1.Value + 1 : kBarFallsTo;
         if (step == ReadStep::End) {

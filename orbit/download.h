@@ -53,9 +53,10 @@ class Downloads {
     /// Ends the download that is under way at its next look.
     void Abort();
 
-    /// One source, whole: the line `entry` of the list. `LProg` tells the way, and at the end what the admission has
+    /// One source, whole: `entry`, a line of the list, copied from it, for that may be filled anew meanwhile. `LProg` tells the way, and at the end what the admission has
     /// said. Without a text the list and `TTLE` stay as they are. What was admitted, or nothing when it failed.
-    std::optional<AdmissionOutcome> DownloadEntry(std::string entry, TLEMode mode, bool onlyNewer, bool onlySelected);
+    std::optional<AdmissionOutcome> DownloadEntry(const std::string& entry, TLEMode mode, bool onlyNewer,
+                                                  bool onlySelected);
 
     /// The element sets at an address: fetched, or kept from less than two hours ago. Where the server answers without
     /// element sets, the addresses of `AddressesToTry` follow. A failure is told in the message box "Download Error",

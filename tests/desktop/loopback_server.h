@@ -7,6 +7,7 @@
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <functional>
+#include <memory>
 #include <string>
 #include <utility>
 
@@ -16,7 +17,7 @@ namespace glintara::testing {
 struct RawAnswer {
     QByteArray bytes;
     bool closes = true;    ///< the connection is closed behind it; otherwise it stays open, silent
-    bool endless = false;  ///< `bytes` ends with what is repeated for ever, its last 4096 bytes
+    bool endless = false;  ///< `bytes` ends with what is repeated for ever, its last 64 KiB
 };
 
 /// A good answer with its head.
@@ -33,22 +34,29 @@ inline RawAnswer RedirectTo(const QByteArray& address) {
 
 class LoopbackServer {
   public:
-    LoopbackServer() {
+    /// With TLS or without, as `server` is.
+    explicit LoopbackServer(std::unique_ptr<QTcpServer> server = std::make_unique<QTcpServer>())
+        : server_(std::move(server)) {
         // A proxy would be asked for this computer too.
         for (const char* name : {"http_proxy", "https_proxy", "all_proxy", "HTTP_PROXY", "HTTPS_PROXY", "ALL_PROXY"})
             qunsetenv(name);
-        server_.listen(QHostAddress::LocalHost);
-        QObject::connect(&server_, &QTcpServer::newConnection, &server_, [this] {
-            while (QTcpSocket* const socket = server_.nextPendingConnection()) Serve(*socket);
+        server_->listen(QHostAddress::LocalHost);
+        // With TLS a connection counts from the end of the handshake.
+        QObject::connect(server_.get(), &QTcpServer::pendingConnectionAvailable, server_.get(), [this] {
+            while (QTcpSocket* const socket = server_->nextPendingConnection()) Serve(*socket);
         });
     }
     LoopbackServer(const LoopbackServer&) = delete;
     LoopbackServer& operator=(const LoopbackServer&) = delete;
 
-    std::string Host() const { return "http://127.0.0.1:" + std::to_string(server_.serverPort()); }
+    /// The beginning of its addresses.
+    std::string Host() const { return Host("http"); }
+    std::string Host(const std::string& scheme) const {
+        return scheme + "://127.0.0.1:" + std::to_string(server_->serverPort());
+    }
 
     /// Refuses whoever comes from now on.
-    void Close() { server_.close(); }
+    void Close() { server_->close(); }
 
     QHash<QByteArray, RawAnswer> answers;         ///< by path, with its query; any other is not found
     QList<QByteArray> asked;                      ///< paths, in the order in which they came
@@ -77,7 +85,7 @@ class LoopbackServer {
     static void Write(QTcpSocket& socket, const RawAnswer& answer) {
         socket.write(answer.bytes);
         if (answer.endless) {
-            constexpr qsizetype kPart = 4096;
+            constexpr qsizetype kPart = 65536;
             constexpr qint64 kMostWaiting = qint64{1} << 20;
             const auto more = [&socket, part = answer.bytes.right(kPart)] {
                 while (socket.bytesToWrite() < kMostWaiting) socket.write(part);
@@ -89,7 +97,7 @@ class LoopbackServer {
         }
     }
 
-    QTcpServer server_;
+    std::unique_ptr<QTcpServer> server_;
 };
 
 }  // namespace glintara::testing

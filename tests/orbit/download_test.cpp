@@ -424,7 +424,7 @@ TEST_F(DownloadTest, ATextIsUsedAgainForTwoHoursWithoutAskingAnybody) {
     Choose({"GEO"});
     form.CDownUp.Click();
     EXPECT_TRUE(network.asked.empty());
-    EXPECT_EQ(Progress(), "Added Satellites #0 (1 updated) (kept text, fetched 35 minutes ago)");
+    EXPECT_EQ(Progress(), "Added Satellites #0 (1 updated); kept text, fetched 35 minutes ago");
     EXPECT_TRUE(form.LSiteTLE.Selected.Get().empty());
     now += 85 * kMinute;
     Choose({"GEO"});

@@ -4,8 +4,15 @@
 
 #include <QCoreApplication>
 #include <QEventLoop>
+#include <QSslCertificate>
+#include <QSslConfiguration>
+#include <QSslKey>
+#include <QSslServer>
+#include <QSslSocket>
+#include <memory>
 #include <string>
 
+#include "desktop/loopback_certificate.h"
 #include "desktop/loopback_server.h"
 #include "state/version.h"
 
@@ -190,7 +197,7 @@ TEST_F(NetworkFetcherTest, ASilentServerIsGivenUp) {
 
 TEST_F(NetworkFetcherTest, AnEndlessAnswerIsReadAsItIsAskedFor) {
     server.answers["/"] = {
-        .bytes = "HTTP/1.1 200 OK\r\n\r\n" + QByteArray(4096, 'x'), .closes = false, .endless = true};
+        .bytes = "HTTP/1.1 200 OK\r\n\r\n" + QByteArray(65536, 'x'), .closes = false, .endless = true};
     const Outcome outcome = Fetch(server.Host() + "/", std::size_t{5} << 20);
     EXPECT_EQ(outcome.step, ReadStep::Data);
     EXPECT_GT(outcome.text.size(), std::size_t{5} << 20);
@@ -231,6 +238,64 @@ TEST_F(NetworkFetcherTest, ATransferThatIsLetGoEndsAtOnce) {
     fetcher.Open(server.Host() + "/").reset();
     server.answers["/next"] = TextAnswer("next");
     EXPECT_EQ(Ask("/next").text, "next");
+}
+
+/// A server of https, which nobody trusts but who is told to.
+struct SecureFetcherTest : NetworkFetcherTest {
+    static std::unique_ptr<QTcpServer> MakeServer() {
+        QSslConfiguration configuration;
+        configuration.setLocalCertificate(Certificate());
+        configuration.setPrivateKey(QSslKey(glintara::testing::kLoopbackKey, QSsl::Ec));
+        configuration.setPeerVerifyMode(QSslSocket::VerifyNone);
+        auto server = std::make_unique<QSslServer>();
+        server->setSslConfiguration(configuration);
+        return server;
+    }
+    static QSslCertificate Certificate() { return QSslCertificate(glintara::testing::kLoopbackCertificate); }
+
+    static void Trust() {
+        QSslConfiguration configuration = QSslConfiguration::defaultConfiguration();
+        configuration.addCaCertificate(Certificate());
+        QSslConfiguration::setDefaultConfiguration(configuration);
+    }
+
+    void TearDown() override { QSslConfiguration::setDefaultConfiguration(before_); }
+
+    Outcome AskSecurely(const char* path) { return Fetch(secure.Host("https") + path); }
+
+    const QSslConfiguration before_ = QSslConfiguration::defaultConfiguration();
+    LoopbackServer secure{MakeServer()};
+};
+
+TEST_F(SecureFetcherTest, WhoCannotShowWhoHeIsIsAskedNothing) {
+    secure.answers["/a"] = TextAnswer("text");
+    const Outcome outcome = AskSecurely("/a");
+    ExpectFailure(outcome, "127.0.0.1 cannot be trusted: ");
+    EXPECT_EQ(outcome.text, "");
+    EXPECT_TRUE(secure.asked.isEmpty());
+}
+
+TEST_F(SecureFetcherTest, WhoIsTrustedIsRead) {
+    Trust();
+    secure.answers["/a"] = TextAnswer("text");
+    const Outcome outcome = AskSecurely("/a");
+    EXPECT_EQ(outcome.step, ReadStep::End) << outcome.failure;
+    EXPECT_EQ(outcome.text, "text");
+}
+
+TEST_F(SecureFetcherTest, ARedirectionMayEncryptAndNeverUncover) {
+    Trust();
+    server.answers["/up"] = RedirectTo((secure.Host("https") + "/a").c_str());
+    secure.answers["/a"] = TextAnswer("text");
+    EXPECT_EQ(Ask("/up").text, "text");
+    secure.answers["/down"] = RedirectTo((server.Host() + "/plain").c_str());
+    server.answers["/plain"] = TextAnswer("text");
+    ExpectFailure(AskSecurely("/down"), "not encrypted");
+    EXPECT_FALSE(server.asked.contains("/plain"));
+}
+
+TEST_F(SecureFetcherTest, AServerThatSpeaksNoTlsIsNotTrusted) {
+    EXPECT_EQ(Fetch(server.Host("https") + "/a").step, ReadStep::Failed);
 }
 
 TEST_F(NetworkFetcherTest, TheProxyOfTheSystemIsAsked) {

@@ -106,7 +106,7 @@ TEST_F(DownloadWindowTest, ASourceComesInFromTheNetworkAndThenFromTheFolder) {
     Choose(0);
     Press("CDownUp");
     EXPECT_EQ(server.asked.size(), 1);
-    EXPECT_EQ(Progress(), "Added Satellites #0 (86 updated) (kept text, fetched less than a minute ago)");
+    EXPECT_EQ(Progress(), "Added Satellites #0 (86 updated); kept text, fetched less than a minute ago");
     EXPECT_TRUE(std::filesystem::is_directory(folder.Path() / "downloads"));
     EXPECT_TRUE(said.isEmpty());
 }
@@ -154,6 +154,37 @@ TEST_F(DownloadWindowTest, AFailureIsToldAndChangesNothing) {
     Press("CDownAdd");
     ASSERT_EQ(said.size(), 2);
     EXPECT_TRUE(said[1].contains("127.0.0.1 refuses the connection")) << said[1].toStdString();
+}
+
+TEST_F(DownloadWindowTest, AnAnswerWithoutEndIsGivenUp) {
+    server.answers["/tle/classfd.tle"] = {
+        .bytes = "HTTP/1.1 200 OK\r\n\r\n" + QByteArray(65536, '\n'), .closes = false, .endless = true};
+    app.Main.MnuDownloadTLE.Click();
+    Choose(25);
+    Press("CDownAdd");
+    ASSERT_EQ(said.size(), 1);
+    EXPECT_TRUE(said[0].endsWith("the answer is larger than 32 MiB.")) << said[0].toStdString();
+    EXPECT_EQ(Progress(), "Error");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return server.open == 0; }));
+}
+
+TEST_F(DownloadWindowTest, AWorkspaceThatIsLoadedMeanwhileTakesWhatComes) {
+    const std::filesystem::path file = folder.Path() / "empty.cst";
+    ASSERT_TRUE(program.Core().Files.SaveWorkspace(file));
+    server.answers["/NORAD/elements/stations.txt"] = TextAnswer(Example("stations.tle"));
+    app.Main.MnuDownloadTLE.Click();
+    Choose(1);
+    Press("CDownUp");
+    const int stations = app.Data.SatCount;
+    ASSERT_GT(stations, 1);
+    server.answers["/NORAD/elements/iridium.txt"] = TextAnswer(Example("iridium.tle"));
+    bool loaded = false;
+    server.hook = [&](const QByteArray&) { loaded = program.Core().Files.LoadWorkspaceCommand(file, false); };
+    Choose(0);
+    Press("CDownUp");
+    EXPECT_TRUE(loaded);
+    EXPECT_EQ(app.Data.SatCount, 86);
+    EXPECT_EQ(Progress(), "Added Satellites #86 (0 updated)");
 }
 
 TEST_F(DownloadWindowTest, ClosingTheWindowEndsADownload) {
