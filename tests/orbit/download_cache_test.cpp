@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <cmath>
 #include <fstream>
 #include <string>
 
@@ -40,6 +41,9 @@ TEST_F(DownloadCacheTest, LastsForTwoHours) {
     EXPECT_TRUE(cache.Find(kAddress, kNow + 119 * kMinute));
     EXPECT_FALSE(cache.Find(kAddress, kNow + 120 * kMinute));
     EXPECT_FALSE(cache.Find(kAddress, kNow + 400));
+    cache.Keep(kAddress, "text", 0);  // from where two hours are the very number
+    EXPECT_FALSE(cache.Find(kAddress, kKeptDays));
+    EXPECT_TRUE(cache.Find(kAddress, std::nextafter(kKeptDays, 0)));
 }
 
 TEST_F(DownloadCacheTest, ATextOfTheFutureIsNotUsed) {
