@@ -121,7 +121,7 @@ void Refresh(Application& app, ModelTest hasModel) {
     form.LElevationNote.Caption = form.CAbove.Value ? ReadElevation(form.TMinElevation).wrong : std::string();
     const std::optional<SelectionQuest> quest = QuestOf(form);
     form.CApply.Enabled = quest.has_value() && app.Data.SatCount > 0;
-    form.LCount.Caption = quest ? CountText(CountMatching(app.Data, *quest, ModeOf(form), hasModel), app.Data.SatCount)
+    form.LCount.Caption = quest ? CountText(CountMatching(app, *quest, ModeOf(form), hasModel), app.Data.SatCount)
                                 : "A field cannot be read: see beside it";
     FollowSky(form);
 }
@@ -129,7 +129,7 @@ void Refresh(Application& app, ModelTest hasModel) {
 void CApply_click(Application& app, ModelTest hasModel) {
     const std::optional<SelectionQuest> quest = QuestOf(app.AdvSel);
     if (!quest) return;
-    SelectMatching(app.Data, *quest, ModeOf(app.AdvSel), hasModel);
+    SelectMatching(app, *quest, ModeOf(app.AdvSel), hasModel);
     app.Windows.UpDateAll();
     Refresh(app, hasModel);
 }

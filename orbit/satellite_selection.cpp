@@ -7,9 +7,9 @@
 #include "engine/astro/constants.h"
 #include "engine/astro/horizon.h"
 #include "engine/geometry/reflection.h"
-#include "orbit/element_sets.h"
-#include "orbit/propagation.h"
+#include "orbit/satellite_motion.h"
 #include "orbit/satellite_table.h"
+#include "orbit/sgp1.h"
 #include "orbit/upper_case.h"
 
 namespace glintara {
@@ -36,14 +36,13 @@ bool OrbitMatches(const CommonData& data, const SatRecord& satellite, const Sele
            holds(quest.apogee, [&] { return ApogeeHeight(data, satellite); }) &&
            holds(quest.period, [&] { return kMinutesPerDay / satellite.MeanMotion; }) &&
            holds(quest.eccentricity, [&] { return satellite.Eccentricity; }) &&
-           holds(quest.age, [&] { return data.SimTime - EpochToJD(satellite); });
+           holds(quest.age, [&] { return SatelliteTimeSinceEpoch(data, satellite); });
 }
 
-bool PlaceMatches(const CommonData& data, const SatRecord& satellite, const SelectionQuest& quest) {
+bool PlaceMatches(const Application& app, const SatRecord& satellite, const SelectionQuest& quest) {
     if (!quest.lit && !quest.leastElevation) return true;
-    // Others show what the last picture has left in the satellite's own.
-    EngineBlock block = satellite.EngineBlock;
-    const Vector3 position = PropagateSatellite(data, EarthRotation::Displayed, block, data.SimTime).position;
+    const CommonData& data = app.Data;
+    const Vector3 position = MotionNow(app, satellite).position;
     if (!IsFinite(position) || position == Vector3{}) return false;
     if (quest.lit && InShadow(position, data.SunDir)) return false;
     if (!quest.leastElevation) return true;
@@ -64,13 +63,14 @@ bool Becomes(bool selected, bool matches, SelectionMode mode) {
 
 /// Calls `put` with the index of each satellite and whether it will be selected.
 template <class Put>
-SelectionCount GoThrough(const CommonData& data, const SelectionQuest& quest, SelectionMode mode, ModelTest hasModel,
+SelectionCount GoThrough(const Application& app, const SelectionQuest& quest, SelectionMode mode, ModelTest hasModel,
                          Put put) {
+    const CommonData& data = app.Data;
     SelectionCount count;
     for (int index = 1; index <= data.SatCount; ++index) {
         const SatRecord& satellite = data.Satellite(index);
         const bool selected = satellite.Selected;
-        const bool matches = Matches(data, satellite, quest, hasModel);
+        const bool matches = Matches(app, satellite, quest, hasModel);
         const bool becomes = Becomes(selected, matches, mode);
         count.matching += matches ? 1 : 0;
         count.before += selected ? 1 : 0;
@@ -135,21 +135,22 @@ double ApogeeHeight(const CommonData& data, const SatRecord& satellite) {
     return HeightOf(data, satellite, 1 + satellite.Eccentricity);
 }
 
-bool Matches(const CommonData& data, const SatRecord& satellite, const SelectionQuest& quest, ModelTest hasModel) {
-    if (!OrbitMatches(data, satellite, quest)) return false;
+bool Matches(const Application& app, const SatRecord& satellite, const SelectionQuest& quest, ModelTest hasModel) {
+    if (!OrbitMatches(app.Data, satellite, quest)) return false;
     if (quest.model && (hasModel != nullptr && hasModel(satellite)) != *quest.model) return false;
-    return PlaceMatches(data, satellite, quest);
+    return PlaceMatches(app, satellite, quest);
 }
 
-SelectionCount CountMatching(const CommonData& data, const SelectionQuest& quest, SelectionMode mode,
+SelectionCount CountMatching(const Application& app, const SelectionQuest& quest, SelectionMode mode,
                              ModelTest hasModel) {
     return GoThrough(
-        data, quest, mode, hasModel, [](int, bool) {});
+        app, quest, mode, hasModel, [](int, bool) {});
 }
 
-SelectionCount SelectMatching(CommonData& data, const SelectionQuest& quest, SelectionMode mode, ModelTest hasModel) {
+SelectionCount SelectMatching(Application& app, const SelectionQuest& quest, SelectionMode mode, ModelTest hasModel) {
     return GoThrough(
-        data, quest, mode, hasModel, [&data](int index, bool selected) { data.Satellite(index).Selected = selected; });
+        app, quest, mode, hasModel,
+        [&app](int index, bool selected) { app.Data.Satellite(index).Selected = selected; });
 }
 
 }  // namespace glintara

@@ -68,8 +68,9 @@ using ModelTest = bool (*)(const SatRecord& satellite);
 double PerigeeHeight(const CommonData& data, const SatRecord& satellite);
 double ApogeeHeight(const CommonData& data, const SatRecord& satellite);
 
-/// Whether all that is asked holds for the satellite. One that cannot be propagated is neither lit nor in the sky.
-bool Matches(const CommonData& data, const SatRecord& satellite, const SelectionQuest& quest, ModelTest hasModel);
+/// Whether all that is asked holds for the satellite. Places are those of the orbit
+/// model that the user has chosen; one that has none is neither lit nor in the sky.
+bool Matches(const Application& app, const SatRecord& satellite, const SelectionQuest& quest, ModelTest hasModel);
 
 /// What becomes of the selection: what matches takes its place, comes to it, or leaves it.
 enum class SelectionMode { Replace, Add, Take };
@@ -82,9 +83,9 @@ struct SelectionCount {
 };
 
 /// Looks what `SelectMatching` would do, and does nothing.
-SelectionCount CountMatching(const CommonData& data, const SelectionQuest& quest, SelectionMode mode,
+SelectionCount CountMatching(const Application& app, const SelectionQuest& quest, SelectionMode mode,
                              ModelTest hasModel);
 
-SelectionCount SelectMatching(CommonData& data, const SelectionQuest& quest, SelectionMode mode, ModelTest hasModel);
+SelectionCount SelectMatching(Application& app, const SelectionQuest& quest, SelectionMode mode, ModelTest hasModel);
 
 }  // namespace glintara

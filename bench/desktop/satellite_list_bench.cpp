@@ -156,8 +156,7 @@ void CountLitAndAbove(benchmark::State& state) {
     SelectionQuest quest;
     quest.lit = true;
     quest.leastElevation = 0;
-    for (auto _ : state)
-        benchmark::DoNotOptimize(CountMatching(list.app.Data, quest, SelectionMode::Add, HasFlareModel));
+    for (auto _ : state) benchmark::DoNotOptimize(CountMatching(list.app, quest, SelectionMode::Add, HasFlareModel));
 }
 WITH_BOTH_LISTS(CountLitAndAbove);
 

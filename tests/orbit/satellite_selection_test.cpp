@@ -44,7 +44,7 @@ struct SatelliteSelection : ::testing::Test {
     }
 
     std::set<int> Matching(const SelectionQuest& quest) {
-        SelectMatching(data, quest, SelectionMode::Replace, HasMirrors);
+        SelectMatching(app, quest, SelectionMode::Replace, HasMirrors);
         return Selected();
     }
 
@@ -286,7 +286,7 @@ TEST_F(KnownSatellites, ASurfaceModelIsAskedOfTheRoomThatKnows) {
     EXPECT_EQ(Matching(quest), kMolniya);
     quest.model = false;
     EXPECT_EQ(Matching(quest), kStation);
-    SelectMatching(data, quest, SelectionMode::Replace, nullptr);
+    SelectMatching(app, quest, SelectionMode::Replace, nullptr);
     EXPECT_EQ(Selected(), kBoth) << "nobody knows of models";
 }
 
@@ -343,14 +343,14 @@ TEST_F(KnownSatellites, LitAndAboveTheHorizonAgreeWithTheEnginesOwnPositions) {
                 SelectionQuest quest;
                 if (std::abs(across - radius) > 1) {
                     quest.lit = true;
-                    EXPECT_EQ(Matches(data, data.Satellite(i), quest, HasMirrors), inSunlight) << i << " at " << k;
+                    EXPECT_EQ(Matches(app, data.Satellite(i), quest, HasMirrors), inSunlight) << i << " at " << k;
                     ++(inSunlight ? lit : dark);
                     quest.lit = false;
                 }
                 for (const double least : {0.0, 10.0, -20.0}) {
                     if (std::abs(elevation - least) < 0.05) continue;
                     quest.leastElevation = least;
-                    EXPECT_EQ(Matches(data, data.Satellite(i), quest, HasMirrors), elevation > least)
+                    EXPECT_EQ(Matches(app, data.Satellite(i), quest, HasMirrors), elevation > least)
                         << i << " at " << k << ": " << elevation;
                     up += least == 0 && elevation > 0;
                 }
@@ -366,7 +366,7 @@ TEST_F(KnownSatellites, WhatTheLastPictureHasLeftStays) {
     const EngineBlock before = Station().EngineBlock;
     SelectionQuest quest;
     quest.lit = true;
-    SelectMatching(data, quest, SelectionMode::Add, HasMirrors);
+    SelectMatching(app, quest, SelectionMode::Add, HasMirrors);
     for (int i = 0; i < 3; ++i) EXPECT_EQ(Station().EngineBlock.WorldPosition[i], before.WorldPosition[i]);
 }
 
@@ -375,11 +375,22 @@ TEST_F(KnownSatellites, WhatCannotBePropagatedIsNeitherLitNorInTheSky) {
     data.SunDir = {1, 0, 0};
     SelectionQuest quest;
     quest.lit = true;
-    EXPECT_FALSE(Matches(data, Station(), quest, HasMirrors));
+    EXPECT_FALSE(Matches(app, Station(), quest, HasMirrors));
     quest = {};
     quest.leastElevation = -90;
-    EXPECT_FALSE(Matches(data, Station(), quest, HasMirrors));
-    EXPECT_TRUE(Matches(data, Station(), {}, HasMirrors));
+    EXPECT_FALSE(Matches(app, Station(), quest, HasMirrors));
+    EXPECT_TRUE(Matches(app, Station(), {}, HasMirrors));
+}
+
+TEST_F(KnownSatellites, TheOrbitModelIsTheOneThatIsChosen) {
+    // The simple model needs no more than the elements.
+    Station().EngineBlock = {};
+    SelectionQuest quest;
+    quest.leastElevation = -90;
+    EXPECT_FALSE(Matches(app, Station(), quest, HasMirrors));
+    app.Main.CSGP4.Value = false;
+    app.Main.CSGP1.Value = true;
+    EXPECT_TRUE(Matches(app, Station(), quest, HasMirrors));
 }
 
 TEST_F(KnownSatellites, WithoutAMeanMotionThereIsNoHeightWithinALimit) {
@@ -397,19 +408,19 @@ TEST_F(KnownSatellites, WhatMatchesReplacesComesOrGoes) {
     SelectionQuest quest;
     quest.eccentricity = {0.5, {}};
     Station().Selected = true;
-    SelectionCount count = CountMatching(data, quest, SelectionMode::Add, HasMirrors);
+    SelectionCount count = CountMatching(app, quest, SelectionMode::Add, HasMirrors);
     EXPECT_EQ(count.matching, 1);
     EXPECT_EQ(count.before, 1);
     EXPECT_EQ(count.after, 2);
     EXPECT_EQ(Selected(), kStation) << "counting selects nothing";
 
-    EXPECT_EQ(SelectMatching(data, quest, SelectionMode::Add, HasMirrors).after, 2);
+    EXPECT_EQ(SelectMatching(app, quest, SelectionMode::Add, HasMirrors).after, 2);
     EXPECT_EQ(Selected(), kBoth);
-    count = SelectMatching(data, quest, SelectionMode::Take, HasMirrors);
+    count = SelectMatching(app, quest, SelectionMode::Take, HasMirrors);
     EXPECT_EQ(count.before, 2);
     EXPECT_EQ(count.after, 1);
     EXPECT_EQ(Selected(), kStation);
-    EXPECT_EQ(SelectMatching(data, quest, SelectionMode::Replace, HasMirrors).after, 1);
+    EXPECT_EQ(SelectMatching(app, quest, SelectionMode::Replace, HasMirrors).after, 1);
     EXPECT_EQ(Selected(), kMolniya);
 }
 
