@@ -5,8 +5,8 @@
 #include "engine/astro/angle_text.h"
 #include "engine/astro/constants.h"
 #include "engine/astro/number_text.h"
-#include "orbit/element_sets.h"
 #include "orbit/satellite_table.h"
+#include "orbit/sgp1.h"
 #include "orbit/sun_and_moon.h"
 
 namespace glintara {
@@ -58,7 +58,7 @@ std::vector<std::string> OrbitDetails(const CommonData& data) {
                     std::string(TrimmedText(satellite.Designator)) + ")");
     if (const std::string name = NameOf(satellite); !name.empty()) lines.push_back(name);
     lines.push_back("EPOCH: " + satellite.EpochText + " (" + std::to_string(satellite.ElementSetNumber) + ")");
-    lines.push_back("DATA AGE: " + Cut(DateToJD(data.SimFields()) - EpochToJD(satellite)) + " days");
+    lines.push_back("DATA AGE: " + Cut(SatelliteTimeSinceEpoch(data, satellite)) + " days");
     lines.push_back("Eccentricity: " + PlainNumberText(satellite.Eccentricity));
     lines.push_back("Perigee heigth: " + ApsisHeight(satellite, -1, siteRadius));
     lines.push_back("Apogee heigth: " + ApsisHeight(satellite, 1, siteRadius));

@@ -370,5 +370,27 @@ TEST_F(SatellitesTest, TheFinderKnowsEachMarkWhereItIsDrawn) {
     EXPECT_EQ(finder.FinderCount(), 2) << "on the sky it has a mark of its own";
 }
 
+// While a chart stands for the globe.
+TEST_F(SatellitesTest, TheWorkingSatelliteIsFollowedWithoutBeingDrawn) {
+    LoadMeteosat();
+    LookAt(0, 0, 8);
+    Draw();
+    const std::string height = main.LSatDetail.Caption;
+    const double elevation = o.app.Run.Working.LastElevation;
+    ASSERT_EQ(height.substr(0, 18), "Satellite height: ");
+    ASSERT_GT(o.app.Run.Finder.FinderCount(), 0);
+    main.LSatDetail.Caption = "";
+    o.app.Run.Working.Forget();
+    surface.Forget();
+    FollowWorkingSatellite(o.app, work);
+    EXPECT_TRUE(surface.Operations().empty());
+    EXPECT_EQ(main.LSatDetail.Caption.Get(), height);
+    EXPECT_TRUE(o.app.Run.Working.IsOf(data.Satellite(data.WorkingSat())));
+    EXPECT_EQ(o.app.Run.Working.LastElevation, elevation);
+    EXPECT_EQ(o.app.Run.Finder.FinderCount(), 0) << "no mark is under the mouse";
+    data.SatCount = 0;
+    FollowWorkingSatellite(o.app, work);
+}
+
 }  // namespace
 }  // namespace glintara::testing
