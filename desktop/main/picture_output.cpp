@@ -69,7 +69,7 @@ bool QtPictureDialogs::AskForPrinter(QPrinter& printer) {
 
 std::string PictureName(const CommonData& data) {
     return "Glintara " + std::to_string(data.SimYear) + "-" + TwoDigits(data.SimMonth) + "-" + TwoDigits(data.SimDay) +
-           " " + TwoDigits(data.SimHour) + "." + TwoDigits(data.SimMinute) + "." +
+           " " + TwoDigits(data.SimHour) + "-" + TwoDigits(data.SimMinute) + "-" +
            TwoDigits(static_cast<int>(data.SimSecond)) + " UTC.png";
 }
 

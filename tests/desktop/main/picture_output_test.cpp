@@ -83,7 +83,7 @@ TEST_F(PictureOutputTest, IsKeptPixelForPixelOfTheDisplay) {
 
 TEST_F(PictureOutputTest, TheNameTellsTheDisplayedInstant) {
     output.Save();
-    EXPECT_EQ(dialogs.suggested, "Glintara 2018-01-20 07.42.09 UTC.png");
+    EXPECT_EQ(dialogs.suggested, "Glintara 2018-01-20 07-42-09 UTC.png");
     EXPECT_EQ(folder.FileCount(), 0) << "nothing is written when no file is chosen";
     EXPECT_EQ(app.Main.LCommandOutput.Caption.Get(), "");
     EXPECT_TRUE(boxes.messages.empty());
@@ -128,7 +128,7 @@ TEST_F(PictureOutputTest, IsPrintedAcrossThePage) {
     output.Print();
     EXPECT_TRUE(boxes.messages.empty());
     EXPECT_TRUE(dialogs.landscape);
-    EXPECT_EQ(dialogs.document, "Glintara 2018-01-20 07.42.09 UTC");
+    EXPECT_EQ(dialogs.document, "Glintara 2018-01-20 07-42-09 UTC");
     EXPECT_EQ(app.Main.LCommandOutput.Caption.Get(), "Picture printed");
     const QByteArray pdf = BytesOf(dialogs.paper);
     EXPECT_EQ(pdf.left(4), "%PDF");
