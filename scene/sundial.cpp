@@ -458,6 +458,7 @@ class Chart {
         const double height = surface_.TextHeight("x");
         const double left = std::max(margin, surface_.ScaleWidth - margin - width);
         const BoxArea title = TitleArea(surface_);
+        const double floor = DateTextTop(scene_);
         UseTextFont(surface_, kFontSize);
         surface_.FontOutlined = true;
         double y = left < title.right + margin ? title.bottom : margin;
@@ -465,6 +466,7 @@ class Chart {
         PrintLine(left, y, kTitle, kWhite);
         for (std::size_t i = 0; i < lines.size(); ++i) {
             y += height;
+            if (y + height > floor) break;  // a low picture has no room for what is told last
             PrintLine(left, y, lines[i], i < told ? kWhite : kQuietColor);
         }
     }

@@ -421,7 +421,7 @@ TEST_F(SundialTest, SaysHowToFindAChartThatIsOutOfSight) {
 }
 
 TEST_F(SundialTest, NoTextCoversAnotherInAnyPicture) {
-    for (const auto& [width, height] : {std::pair{1000, 300}, {1366, 480}, {1366, 768}, {1920, 1080}}) {
+    for (const auto& [width, height] : {std::pair{683, 160}, {1000, 300}, {1366, 480}, {1366, 768}, {1920, 1080}}) {
         surface.ScaleWidth = width * 15;
         surface.ScaleHeight = height * 15;
         for (const Place& place : {kTurin, kQuito, kSydney, kTromso}) {
@@ -440,6 +440,7 @@ TEST_F(SundialTest, NoTextCoversAnotherInAnyPicture) {
                 };
                 for (std::size_t i = 0; i < prints.size(); ++i) {
                     EXPECT_LE(right(prints[i]), surface.ScaleWidth + 1) << prints[i].text;
+                    EXPECT_LE(bottom(prints[i]), surface.ScaleHeight) << prints[i].text;
                     for (std::size_t k = 0; k < i; ++k)
                         EXPECT_FALSE(prints[i].state.CurrentX < right(prints[k]) &&
                                      prints[k].state.CurrentX < right(prints[i]) &&
