@@ -73,6 +73,8 @@ class LoopbackServer {
         });
         QObject::connect(&socket, &QTcpSocket::readyRead, &socket, [this, &socket, head = QByteArray()]() mutable {
             head += socket.readAll();
+            // Who begins with something other than a word speaks another language; a server does not listen on.
+            if (head[0] < 'A') return socket.disconnectFromHost();
             if (!head.contains("\r\n\r\n")) return;
             lastRequest = std::exchange(head, {});
             const QByteArray path = lastRequest.split(' ').value(1);
