@@ -104,20 +104,15 @@ DesktopProgram::DesktopProgram(const QString& placesFile, bool mapTools, std::un
     boxes_.SetParent(window_.get());
     observations_ = std::make_unique<ObservationWindows>(
         app_, *window_, places_, clock_, [this](int key, bool shift) { return PressKeyElsewhere(key, shift); });
-    settings_ = std::make_unique<SettingsWindows>(
-        app_, program_->Time, *window_, places_, [this](int key, bool shift) { return PressKeyElsewhere(key, shift); });
-    tracks_ = std::make_unique<TrackWindows>(
-        app_, *window_, places_, program_->HooksOfCities(),
-        [this](int key, bool shift) { return PressKeyElsewhere(key, shift); });
-    satelliteWindows_ = std::make_unique<SatelliteWindows>(
-        app_, *window_, places_, [this](int key, bool shift) { return PressKeyElsewhere(key, shift); });
-    editor_ = std::make_unique<EditorWindow>(
-        app_, *window_, places_, [this](int key, bool shift) { return PressKeyElsewhere(key, shift); });
-    download_ = std::make_unique<DownloadWindow>(
-        app_, *window_, places_, clock_, [this](int key, bool shift) { return PressKeyElsewhere(key, shift); });
+    const ToolGround ground{*window_, places_, [this](int key, bool shift) { return PressKeyElsewhere(key, shift); }};
+    settings_ = std::make_unique<SettingsWindows>(app_, program_->Time, ground);
+    tracks_ = std::make_unique<TrackWindows>(app_, *window_, places_, program_->HooksOfCities(),
+                                             [this](int key, bool shift) { return PressKeyElsewhere(key, shift); });
+    satelliteWindows_ = std::make_unique<SatelliteWindows>(app_, ground);
+    editor_ = std::make_unique<EditorWindow>(app_, ground);
+    download_ = std::make_unique<DownloadWindow>(app_, ground, clock_);
     program_->End.AddAbort([this] { download_->Work().Abort(); });
-    info_ = std::make_unique<InfoWindow>(
-        app_, *window_, places_, [this](int key, bool shift) { return PressKeyElsewhere(key, shift); });
+    info_ = std::make_unique<InfoWindow>(app_, ground);
     signals_.refreshSatPosition = [this] { info_->Refresh(); };
     pictureDialogs_ = std::make_unique<QtPictureDialogs>(*window_, places_);
     pictureOutput_ = std::make_unique<PictureOutput>(

@@ -1,8 +1,5 @@
 #include "desktop/program/settings_windows.h"
 
-#include <algorithm>
-#include <utility>
-
 #include "core/colors.h"
 #include "core/date_entry.h"
 #include "core/local_settings.h"
@@ -13,88 +10,56 @@
 #include "desktop/core/form_local_settings.h"
 #include "desktop/core/form_real_time.h"
 #include "desktop/core/form_twilight.h"
-#include "desktop/main/beside.h"
-#include "desktop/main/keyboard.h"
-#include "desktop/main/window_memory.h"
 
 namespace glintara::desktop {
 
-SettingsWindows::SettingsWindows(Application& app, const SimulatedTime& time, MainScope& window, QSettings& places,
-                                 std::function<bool(int key, bool shift)> keyPressed)
-    : app_(app), time_(time), window_(window), places_(places), keyPressed_(std::move(keyPressed)) {
-    SettingsControls& forms = app.Settings;
-    const auto add = [this](std::string_view name, Observed<bool>& visible, auto make) {
-        entries_.push_back({name, visible, std::move(make), nullptr});
-    };
-    add(
-        "FormLocalSettings", forms.Local.Visible,
-        [this] { return std::make_unique<FormLocalSettings>(app_, &window_); });
-    add(
-        "FormRealTime", forms.RealTime.Visible, [this] { return std::make_unique<FormRealTime>(app_, &window_); });
-    add(
-        "FormColors", forms.Colors.Visible, [this] { return std::make_unique<FormColors>(app_, &window_); });
-    add(
-        "FormTwilight", forms.Twilight.Visible, [this] { return std::make_unique<FormTwilight>(app_, &window_); });
-    add("FormDate", app.DateEntry.Visible, [this] { return std::make_unique<FormDate>(app_, &window_); });
-    // The vector has its final place from here on.
-    for (Entry& entry : entries_) entry.visible.SetHandler([this, &entry] { Follow(entry); });
+namespace {
+
+/// Neither the picture, which shows what is chosen, nor the panels are to be covered.
+template <class Form>
+ToolPlan PlanOf(std::string_view name, Application& app, MainScope& window) {
+    return {
+        .name = name, .make = [&app, &window] { return std::make_unique<Form>(app, &window); }, .edge = Qt::LeftEdge};
 }
 
-SettingsWindows::~SettingsWindows() {
-    for (Entry& entry : entries_) entry.visible.SetHandler({});
-}
+}  // namespace
+
+SettingsWindows::SettingsWindows(Application& app, const SimulatedTime& time, const ToolGround& ground)
+    : app_(app),
+      time_(time),
+      local_(ground, app.Settings.Local.Visible, PlanOf<FormLocalSettings>("FormLocalSettings", app, ground.window)),
+      realTime_(ground, app.Settings.RealTime.Visible, PlanOf<FormRealTime>("FormRealTime", app, ground.window)),
+      colors_(ground, app.Settings.Colors.Visible, PlanOf<FormColors>("FormColors", app, ground.window)),
+      twilight_(ground, app.Settings.Twilight.Visible, PlanOf<FormTwilight>("FormTwilight", app, ground.window)),
+      date_(ground, app.DateEntry.Visible, PlanOf<FormDate>("FormDate", app, ground.window)) {}
 
 void SettingsWindows::ShowLocalSettings() {
     local_settings::Open(app_, time_);
-    BringToFront("FormLocalSettings");
+    local_.Show();
 }
 
 void SettingsWindows::ShowRealTime() {
     real_time_step::Open(app_);
-    BringToFront("FormRealTime");
+    realTime_.Show();
 }
 
 void SettingsWindows::ShowColors() {
     form_colors::Open(app_);
-    BringToFront("FormColors");
+    colors_.Show();
 }
 
 void SettingsWindows::ShowTwilight() {
     twilight::Open(app_);
-    BringToFront("FormTwilight");
+    twilight_.Show();
 }
 
 void SettingsWindows::ShowDate() {
     date_entry::Open(app_, time_);
-    BringToFront("FormDate");
+    date_.Show();
 }
 
 void SettingsWindows::Unload(std::string_view name) {
-    for (Entry& entry : entries_)
-        if (entry.name == name) entry.visible = false;
-}
-
-void SettingsWindows::Follow(Entry& entry) {
-    if (!entry.visible) {
-        if (entry.form && entry.form->isVisible()) entry.form->close();
-        return;
-    }
-    if (!entry.form) {
-        entry.form = entry.make();
-        // Neither the picture, which shows what is chosen, nor the panels are to be covered.
-        RememberPlace(*entry.form, places_, [this](const QWidget& opening) {
-            return PlaceAtEdge(opening, window_, window_.Picture(), Qt::LeftEdge);
-        });
-        HandKeysOn(*entry.form, keyPressed_);
-    }
-    entry.form->show();
-}
-
-void SettingsWindows::BringToFront(std::string_view name) {
-    const auto entry =
-        std::find_if(entries_.begin(), entries_.end(), [name](const Entry& one) { return one.name == name; });
-    entry->form->raise();
-    entry->form->activateWindow();
+    for (ToolWindow* window : {&local_, &realTime_, &colors_, &twilight_, &date_}) window->Unload(name);
 }
 
 }  // namespace glintara::desktop

@@ -1,29 +1,19 @@
 #pragma once
 
-// The windows of the settings and of the date, which the controls open and close.
+// The windows of the settings and of the date.
 
-#include <QSettings>
-#include <functional>
-#include <memory>
-#include <string_view>
 #include <vector>
 
 #include "core/simulated_time.h"
-#include "desktop/core/settings_form.h"
-#include "desktop/main/main_scope.h"
+#include "desktop/program/tool_window.h"
 #include "state/application.h"
 
 namespace glintara::desktop {
 
-/// Makes each window when it is first wanted. What is handed in must outlive it.
 class SettingsWindows {
   public:
-    /// `keyPressed` gets the keys that no control of the windows takes.
-    SettingsWindows(Application& app, const SimulatedTime& time, MainScope& window, QSettings& places,
-                    std::function<bool(int key, bool shift)> keyPressed);
-    SettingsWindows(const SettingsWindows&) = delete;
-    SettingsWindows& operator=(const SettingsWindows&) = delete;
-    ~SettingsWindows();
+    /// `time` must outlive it, too.
+    SettingsWindows(Application& app, const SimulatedTime& time, const ToolGround& ground);
 
     /// Each opens its window, or brings it to the front.
     void ShowLocalSettings();
@@ -36,22 +26,13 @@ class SettingsWindows {
     void Unload(std::string_view name);
 
   private:
-    struct Entry {
-        std::string_view name;
-        Observed<bool>& visible;
-        std::function<std::unique_ptr<SettingsForm>()> make;
-        std::unique_ptr<SettingsForm> form;
-    };
-
-    void Follow(Entry& entry);
-    void BringToFront(std::string_view name);
-
     Application& app_;
     const SimulatedTime& time_;
-    MainScope& window_;
-    QSettings& places_;
-    std::function<bool(int, bool)> keyPressed_;
-    std::vector<Entry> entries_;
+    ToolWindow local_;
+    ToolWindow realTime_;
+    ToolWindow colors_;
+    ToolWindow twilight_;
+    ToolWindow date_;
 };
 
 }  // namespace glintara::desktop
