@@ -12,6 +12,10 @@ namespace {
 constexpr double kBarFull = 100;
 constexpr double kBarFallsTo = 70;
 
+/// Age up to which a kept text stands for that of a server that has none newer, days. Another program behind the same
+/// connection may have fetched a newer one since, and it is that one which the server means.
+constexpr double kStandsInDays = 1;
+
 std::string SizeText(std::size_t bytes) {
     constexpr std::size_t kMebibyte = std::size_t{1} << 20;
     return bytes >= kMebibyte ? std::to_string(bytes / kMebibyte) + " MiB" : std::to_string(bytes) + " bytes";
@@ -148,8 +152,10 @@ std::optional<std::string> Downloads::DownloadUrl(const std::string& address, co
     remark_.clear();
     leftOut_.clear();
     if (address.empty()) return std::string();
+    if (Ends()) return std::nullopt;
     const std::vector<std::string> addresses = AddressesToTry(address);
-    if (std::optional<std::string> kept = FindKept(addresses)) return kept;
+    for (const std::string& next : addresses)
+        if (std::optional<std::string> kept = TakeKept(next, kKeptDays)) return kept;
 
     std::string problem;
     for (const std::string& next : addresses) {
@@ -165,6 +171,12 @@ std::optional<std::string> Downloads::DownloadUrl(const std::string& address, co
             leftOut_ = std::move(answer.leftOut);
             return std::move(answer.elements);
         }
+        if (answer.unchanged) {
+            if (std::optional<std::string> kept = TakeKept(next, kStandsInDays)) {
+                remark_ += ", and the server has none newer";
+                return kept;
+            }
+        }
         problem = std::move(answer.problem);
         if (answer.last) break;
     }
@@ -173,18 +185,15 @@ std::optional<std::string> Downloads::DownloadUrl(const std::string& address, co
     return std::nullopt;
 }
 
-std::optional<std::string> Downloads::FindKept(const std::vector<std::string>& addresses) {
+std::optional<std::string> Downloads::TakeKept(const std::string& address, double days) {
     constexpr int kOk = 200;
-    for (const std::string& address : addresses) {
-        const std::optional<KeptText> kept = cache_.Find(address, services_.now());
-        if (!kept) continue;
-        DownloadAnswer answer = ReadAnswer(kept->text, kOk);
-        if (!answer.Usable()) continue;
-        remark_ = "; kept text, fetched " + AgeText(kept->age) + " ago";
-        leftOut_ = std::move(answer.leftOut);
-        return std::move(answer.elements);
-    }
-    return std::nullopt;
+    const std::optional<KeptText> kept = cache_.Find(address, services_.now(), days);
+    if (!kept) return std::nullopt;
+    DownloadAnswer answer = ReadAnswer(kept->text, kOk);
+    if (!answer.Usable()) return std::nullopt;
+    remark_ = "; kept text, fetched " + AgeText(kept->age) + " ago";
+    leftOut_ = std::move(answer.leftOut);
+    return std::move(answer.elements);
 }
 
 Downloads::Fetched Downloads::Fetch(const std::string& address) {

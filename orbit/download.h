@@ -53,14 +53,16 @@ class Downloads {
     /// Ends the download that is under way at its next look.
     void Abort();
 
-    /// One source, whole: `entry`, a line of the list, copied from it, for that may be filled anew meanwhile. `LProg` tells the way, and at the end what the admission has
-    /// said. Without a text the list and `TTLE` stay as they are. What was admitted, or nothing when it failed.
+    /// One source, whole: `entry`, a line of the list, copied from it, for that may be filled anew meanwhile. `LProg`
+    /// tells the way, and at the end what the admission has said. Without a text the list and `TTLE` stay as they are.
+    /// What was admitted, or nothing when it failed.
     std::optional<AdmissionOutcome> DownloadEntry(const std::string& entry, TLEMode mode, bool onlyNewer,
                                                   bool onlySelected);
 
-    /// The element sets at an address: fetched, or kept from less than two hours ago. Where the server answers without
-    /// element sets, the addresses of `AddressesToTry` follow. A failure is told in the message box "Download Error",
-    /// which names `label` and the reason; one that the user has asked for is not. An empty address gives an empty text.
+    /// The element sets at an address: fetched, or kept from less than two hours ago; from less than a day ago where the
+    /// server says that it has none newer. Where it answers without element sets, the addresses of `AddressesToTry`
+    /// follow. A failure is told in the message box "Download Error", which names `label` and the reason; one that the
+    /// user has asked for is not. An empty address gives an empty text.
     std::optional<std::string> DownloadUrl(const std::string& address, const std::string& label);
 
     /// Takes other sites, from the next `Form_Load` on.
@@ -75,7 +77,7 @@ class Downloads {
 
     bool Ends() const { return form_.Aborted || app_.Run.Closing; }
     Fetched Fetch(const std::string& address);
-    std::optional<std::string> FindKept(const std::vector<std::string>& addresses);
+    std::optional<std::string> TakeKept(const std::string& address, double days);
     void ShowTotal(int done, int wanted, const AdmissionOutcome& sum);
 
     Application& app_;

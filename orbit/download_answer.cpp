@@ -14,6 +14,7 @@ namespace glintara {
 namespace {
 
 constexpr int kFirstErrorStatus = 400;
+constexpr int kForbidden = 403;
 constexpr int kTooManyRequests = 429;
 constexpr int kUnavailable = 503;
 constexpr std::string_view kBlanks = " \t\r\n";
@@ -74,7 +75,7 @@ std::string StatusText(int status) {
         case 401:
         case 407:
             return "a password is asked for";
-        case 403:
+        case kForbidden:
             return "the server refuses to give it";
         case 404:
         case 410:
@@ -92,11 +93,14 @@ std::string StatusText(int status) {
 
 DownloadAnswer ReadAnswer(std::string_view whole, int status) {
     DownloadAnswer answer;
+    const std::optional<std::string> decoded = TextOfUtf16(whole);
+    if (decoded) whole = *decoded;
     constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
     if (whole.starts_with(kByteOrderMark)) whole.remove_prefix(kByteOrderMark.size());
     const std::string_view text = TrimmedText(whole, kBlanks);
     const bool page = IsWebPage(text);
     answer.last = status == kTooManyRequests || status == kUnavailable || DeniesGroup(text);
+    answer.unchanged = status == kForbidden && !page && Holds(text, "has not updated");
     if (status >= kFirstErrorStatus) {
         answer.problem = StatusText(status) + " (" + std::to_string(status) + ")";
         if (const std::string said = page ? "" : Quoted(text); !said.empty()) answer.problem += ": it says " + said;

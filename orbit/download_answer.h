@@ -18,6 +18,7 @@ struct DownloadAnswer {
     std::string problem;  ///< what it is instead, in words that can follow a name and a colon
     bool last = false;    ///< asking for the same in another form would bring nothing: there is no such group, or the
                           ///< server wants to be left in peace
+    bool unchanged = false;  ///< the server refuses because it has nothing newer than what it gave here last
 
     bool Usable() const { return !elements.empty(); }
 };

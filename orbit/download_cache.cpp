@@ -38,7 +38,7 @@ bool StandsInName(char c) { return IsDigit(c) || (c >= 'a' && c <= 'z') || (c >=
 
 }  // namespace
 
-std::optional<KeptText> DownloadCache::Find(std::string_view address, double jd) const {
+std::optional<KeptText> DownloadCache::Find(std::string_view address, double jd, double days) const {
     const std::optional<std::string> file = ReadWholeFile(FileOf(address), kLargestDownload + kLargestHead);
     if (!file) return std::nullopt;
     std::string_view text(*file);
@@ -54,7 +54,7 @@ std::optional<KeptText> DownloadCache::Find(std::string_view address, double jd)
     const std::optional<double> fetched = StrictNumber(jdText);
     if (!fetched) return std::nullopt;
     const double age = jd - *fetched;
-    if (!(age >= 0 && age < kKeptDays)) return std::nullopt;
+    if (!(age >= 0 && age < days)) return std::nullopt;
     return KeptText{std::string(text), age};
 }
 

@@ -30,9 +30,9 @@ class DownloadCache {
   public:
     explicit DownloadCache(std::filesystem::path folder) : folder_(std::move(folder)) {}
 
-    /// The text of `address` when it was fetched less than `kKeptDays` before `jd` (UTC). A text from the future, after
-    /// the computer's clock was set back, is not used.
-    std::optional<KeptText> Find(std::string_view address, double jd) const;
+    /// The text of `address` when it was fetched less than `days` before `jd` (UTC). A text from the future, after the
+    /// computer's clock was set back, is not used.
+    std::optional<KeptText> Find(std::string_view address, double jd, double days = kKeptDays) const;
 
     /// Keeps `text`, fetched from `address` at `jd`. What cannot be written is not kept, without a word.
     void Keep(std::string_view address, std::string_view text, double jd) const;

@@ -119,8 +119,8 @@ ElementText EnterTLEText(Application& app, std::string_view text);
 bool LoadTLEFile(Application& app, const std::filesystem::path& path);
 
 /// Puts element sets that the user pastes outside of the box into `TTLE`, behind what waits there, and `LCommandOutput`
-/// says so, and how many records of a message were left out; which and why is told in a message box. Text without an
-/// element set, or of more than `kLargestTLEFile`, is told there and left alone. Returns whether the box has them.
+/// says so; what of a message was left out, and why, is told in a message box. Text without an element set, or of more
+/// than `kLargestTLEFile`, is told in `LCommandOutput` and left alone. Returns whether the box has them.
 bool PasteTLEText(Application& app, std::string_view text);
 
 /// What comes into `TTLE` itself when the user pastes `text` there: the sets of an Orbit Mean-Elements Message in two

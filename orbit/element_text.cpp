@@ -29,6 +29,26 @@ int CountSets(std::string_view text) {
     return sets;
 }
 
+void AppendUtf8(std::string& text, char32_t code) {
+    const auto add = [&text](char32_t byte) { text += static_cast<char>(static_cast<unsigned char>(byte)); };
+    const auto addRest = [&add, code](int bits) { add(0x80 | ((code >> bits) & 0x3F)); };
+    if (code < 0x80) {
+        add(code);
+    } else if (code < 0x800) {
+        add(0xC0 | (code >> 6));
+        addRest(0);
+    } else if (code < 0x10000) {
+        add(0xE0 | (code >> 12));
+        addRest(6);
+        addRest(0);
+    } else {
+        add(0xF0 | (code >> 18));
+        addRest(12);
+        addRest(6);
+        addRest(0);
+    }
+}
+
 std::string_view WithoutStart(std::string_view text) {
     if (text.starts_with(kByteOrderMark)) text.remove_prefix(kByteOrderMark.size());
     text.remove_prefix(std::min(text.size(), text.find_first_not_of(" \t\r\n")));
@@ -98,6 +118,7 @@ class MessageCollector {
 }  // namespace
 
 ElementText ReadElementText(std::string_view text) {
+    if (const std::optional<std::string> decoded = TextOfUtf16(text)) return ReadElementText(*decoded);
     ElementText read;
     const std::string_view start = WithoutStart(text);
     const ElementForm form = PromisedForm(start);
@@ -133,6 +154,36 @@ std::string LeftOutText(const ElementText& read) {
     // A record in which the text breaks off says so itself.
     if (read.firstUnusable.find(read.damage) == std::string::npos) add(read.damage);
     return text;
+}
+
+std::optional<std::string> TextOfUtf16(std::string_view text) {
+    constexpr std::size_t kUnit = 2;
+    const bool littleEndian = text.starts_with("\xFF\xFE");
+    if (!(littleEndian || text.starts_with("\xFE\xFF")) || text.size() < 2 * kUnit) return std::nullopt;
+    const auto unitAt = [text, littleEndian](std::size_t at) {
+        const char32_t first = static_cast<unsigned char>(text[at]);
+        const char32_t second = static_cast<unsigned char>(text[at + 1]);
+        return littleEndian ? first | second << 8 : first << 8 | second;
+    };
+    if (const char32_t begins = unitAt(kUnit); begins == 0 || begins > 0x7F) return std::nullopt;
+
+    constexpr char32_t kHalfBits = 0xFC00;
+    constexpr char32_t kFirstHalf = 0xD800;
+    constexpr char32_t kSecondHalf = 0xDC00;
+    std::string result;
+    result.reserve(text.size() / kUnit);
+    for (std::size_t at = kUnit; at + 1 < text.size(); at += kUnit) {
+        char32_t code = unitAt(at);
+        const char32_t next = at + kUnit + 1 < text.size() ? unitAt(at + kUnit) : 0;
+        if ((code & kHalfBits) == kFirstHalf && (next & kHalfBits) == kSecondHalf) {
+            code = 0x10000 + ((code - kFirstHalf) << 10) + (next - kSecondHalf);
+            at += kUnit;
+        } else if ((code & kHalfBits) == kFirstHalf || (code & kHalfBits) == kSecondHalf) {
+            code = 0xFFFD;
+        }
+        AppendUtf8(result, code);
+    }
+    return result;
 }
 
 std::string BoxText(std::string_view text) {

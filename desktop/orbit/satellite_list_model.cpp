@@ -129,9 +129,12 @@ QModelIndexList SatelliteListModel::match(const QModelIndex& start, int role, co
         const int row = (start.row() + k) % count;
         const SatRecord* const satellite = SatelliteOf(row);
         if (satellite == nullptr) continue;
+        const auto begins = [&typed](const std::string& text) {
+            return ToQt(text).startsWith(typed, Qt::CaseInsensitive);
+        };
         const std::string number(TrimmedText(satellite->SatNumber));
-        if (ToQt(satellite->Name).startsWith(typed, Qt::CaseInsensitive) ||
-            ToQt(number).startsWith(typed, Qt::CaseInsensitive))
+        const double value = SatelliteNumberValue(number);
+        if (begins(satellite->Name) || begins(number) || (value > 99999 && begins(PlainNumberText(value))))
             found.append(index(row));
     }
     return found;

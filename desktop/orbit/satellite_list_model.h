@@ -40,7 +40,8 @@ class SatelliteListModel : public QAbstractListModel {
     /// The line of a satellite; as `Qt::UserRole`, its index in the table as it stands now.
     QVariant data(const QModelIndex& index, int role) const override;
 
-    /// What is typed into the list finds a satellite by the beginning of its name or of its number.
+    /// What is typed into the list finds a satellite by the beginning of its name or of its number; "T0001" is found as
+    /// 270001 too.
     QModelIndexList match(const QModelIndex& start, int role, const QVariant& value, int hits,
                           Qt::MatchFlags flags) const override;
 

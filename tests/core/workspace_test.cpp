@@ -142,6 +142,32 @@ TEST_F(WorkspaceTest, SatellitesNeedLinesOfSomeLength) {
     }
 }
 
+// Elements that came in another form are kept as the two lines that they became.
+TEST_F(WorkspaceTest, ASatelliteOfAMessageComesBack) {
+    EnterTLEText(app,
+                 "OBJECT_NAME,OBJECT_ID,EPOCH,MEAN_MOTION,ECCENTRICITY,INCLINATION,RA_OF_ASC_NODE,ARG_OF_PERICENTER,"
+                 "MEAN_ANOMALY,NORAD_CAT_ID,BSTAR\n"
+                 "\"A \"\"B\"\", <b>C</b>\",2026-001A,2026-11-20T12:25:40.104192,15.72125391,.0006703,51.6416,247.4627,"
+                 "130.5360,325.0288,270001,-.11606E-4\n");
+    CApplyTLEOrbit_click(app);
+    ASSERT_EQ(data.SatCount, 1);
+    const SatRecord came = data.Satellite(1);
+    EXPECT_EQ(came.Line1.substr(0, 32), "1 T0001U 26001A   26324.51782528");
+    ASSERT_TRUE(program.Files.SaveWorkspace(File()));
+    data.SatCount = 0;
+    data.Satellite(1) = SatRecord();
+    ASSERT_TRUE(program.Files.LoadWorkspaceCommand(File(), true)) << Told();
+    ASSERT_EQ(data.SatCount, 1);
+    SatRecord& back = data.Satellite(1);
+    EXPECT_EQ(back.Name, "A \"B\", <b>C</b>");
+    EXPECT_EQ(back.Line1, came.Line1);
+    EXPECT_EQ(back.Line2, came.Line2);
+    EXPECT_EQ(back.SatNumber, "T0001");
+    std::array<double, 3> position{};
+    EXPECT_EQ(Satellite_SGP4(&back.EngineBlock, 2461365.5, position.data(), nullptr), 0);
+    EXPECT_NEAR(std::hypot(position[0], position[1], position[2]), 6725, 30);
+}
+
 TEST_F(WorkspaceTest, WhatIsNoWorkspaceLeavesTheSession) {
     AddIridiums();
     view.ViewLat = 0.4;

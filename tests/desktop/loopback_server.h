@@ -6,6 +6,7 @@
 #include <QList>
 #include <QTcpServer>
 #include <QTcpSocket>
+#include <QTimer>
 #include <functional>
 #include <memory>
 #include <string>
@@ -18,6 +19,7 @@ struct RawAnswer {
     QByteArray bytes;
     bool closes = true;    ///< the connection is closed behind it; otherwise it stays open, silent
     bool endless = false;  ///< `bytes` ends with what is repeated for ever, its last 64 KiB
+    int pause = 0;         ///< when not 0, the last eight bytes come one by one, each so many milliseconds later
 };
 
 /// A good answer with its head.
@@ -84,7 +86,19 @@ class LoopbackServer {
         });
     }
 
+    static void WriteSlowly(QTcpSocket& socket, const RawAnswer& answer) {
+        constexpr int kSlowBytes = 8;
+        socket.write(answer.bytes.chopped(kSlowBytes));
+        for (int i = 1; i <= kSlowBytes; ++i)
+            QTimer::singleShot(i * answer.pause, &socket,
+                               [&socket, byte = answer.bytes.right(kSlowBytes).mid(i - 1, 1)] { socket.write(byte); });
+    }
+
     static void Write(QTcpSocket& socket, const RawAnswer& answer) {
+        if (answer.pause != 0) {
+            WriteSlowly(socket, answer);
+            return;
+        }
         socket.write(answer.bytes);
         if (answer.endless) {
             constexpr qsizetype kPart = 65536;

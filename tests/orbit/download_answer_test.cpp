@@ -5,6 +5,7 @@
 #include <string>
 
 #include "orbit/download_fixture.h"
+#include "orbit/message_writer.h"
 
 namespace glintara {
 namespace {
@@ -51,6 +52,28 @@ TEST(DownloadAnswer, JsonIsReadAndWhatHasNoTwoLinesIsTold) {
     const DownloadAnswer cut = ReadAnswer("[" + record + "100000}," + record.substr(0, 50), 200);
     EXPECT_TRUE(cut.Usable());
     EXPECT_TRUE(cut.damaged);
+}
+
+TEST(DownloadAnswer, XmlAndNotationAreRead) {
+    const testing::MessageFields fields = testing::FieldsOf("ISS", testing::kStation1, testing::kStation2);
+    const std::string lines = "ISS\r\n" + testing::kStation1 + "\r\n" + testing::kStation2 + "\r\n";
+    for (const std::string& text : {testing::XmlOf({fields}), testing::NotationOf({fields})}) {
+        const DownloadAnswer answer = ReadAnswer(text, 200);
+        EXPECT_EQ(answer.elements, lines) << answer.problem;
+        EXPECT_FALSE(answer.damaged);
+    }
+    const std::string two = testing::XmlOf({fields, fields});
+    const DownloadAnswer cut = ReadAnswer(two.substr(0, two.rfind("<BSTAR>") + 10), 200);
+    EXPECT_EQ(cut.elements, lines);
+    EXPECT_TRUE(cut.damaged);
+    EXPECT_NE(cut.leftOut, "");
+}
+
+TEST(DownloadAnswer, AnAnswerInUtf16IsRead) {
+    std::string wide = "\xFF\xFE";
+    for (const char c : kTable) wide.append({c, '\0'});
+    EXPECT_EQ(ReadAnswer(wide, 200).elements, ReadAnswer(kTable, 200).elements);
+    EXPECT_TRUE(ReadAnswer(wide, 200).Usable());
 }
 
 TEST(DownloadAnswer, WhatIsNoElementSetIsCalledWhatItIs) {
@@ -106,6 +129,16 @@ TEST(DownloadAnswer, TellsWhenFurtherQuestionsWouldBringNothing) {
     EXPECT_FALSE(ReadAnswer("ContentNotFound", 404).last);
     EXPECT_FALSE(ReadAnswer("<html>The page does not exist", 404).last);
     EXPECT_FALSE(ReadAnswer("", 500).last);
+}
+
+TEST(DownloadAnswer, TellsWhenTheServerHasNothingNewer) {
+    const std::string words = "GP data has not updated since your last successful download of GROUP=geo.";
+    EXPECT_TRUE(ReadAnswer(words, 403).unchanged);
+    EXPECT_FALSE(ReadAnswer(words, 403).Usable());
+    EXPECT_FALSE(ReadAnswer(words, 403).last) << "without a kept text another form is asked for";
+    EXPECT_FALSE(ReadAnswer(words, 404).unchanged);
+    EXPECT_FALSE(ReadAnswer("Forbidden", 403).unchanged);
+    EXPECT_FALSE(ReadAnswer("<html>This page has not updated", 403).unchanged);
 }
 
 TEST(DownloadAnswer, WordsOfTheServerAreShownShortAndWithoutControlCharacters) {

@@ -46,6 +46,14 @@ TEST_F(DownloadCacheTest, LastsForTwoHours) {
     EXPECT_TRUE(cache.Find(kAddress, std::nextafter(kKeptDays, 0)));
 }
 
+TEST_F(DownloadCacheTest, LastsLongerForWhoAsksForIt) {
+    cache.Keep(kAddress, "text", kNow);
+    const auto kept = cache.Find(kAddress, kNow + 0.9, 1);
+    ASSERT_TRUE(kept);
+    EXPECT_NEAR(kept->age, 0.9, 1e-8);
+    EXPECT_FALSE(cache.Find(kAddress, kNow + 1, 1));
+}
+
 TEST_F(DownloadCacheTest, ATextOfTheFutureIsNotUsed) {
     cache.Keep(kAddress, "text", kNow);
     EXPECT_FALSE(cache.Find(kAddress, kNow - kMinute)) << "the clock was set back";

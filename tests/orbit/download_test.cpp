@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "orbit/download_fixture.h"
+#include "orbit/message_writer.h"
 #include "support/ordinary_user.h"
 
 namespace glintara::testing {
@@ -380,6 +381,19 @@ TEST_F(DownloadTest, AnEndBeforeTheFirstByteAsksNobody) {
     EXPECT_EQ(app.Data.SatCount, 0);
 }
 
+TEST_F(DownloadTest, AnEndBeforeTheFirstByteTakesNoKeptTextEither) {
+    Answer(FileAt("geo"), SetOf("A", "00001"));
+    Choose({"GEO"});
+    form.CDownAdd.Click();
+    ASSERT_EQ(app.Data.SatCount, 1);
+    Choose({"GEO"});
+    events.hook = [&] { downloads.Abort(); };
+    form.CDownAdd.Click();
+    EXPECT_EQ(app.Data.SatCount, 1);
+    EXPECT_EQ(Progress(), "Aborted");
+    EXPECT_EQ(form.LSiteTLE.Selected.Get(), (std::set<int>{LineOf("GEO")}));
+}
+
 TEST_F(DownloadTest, TheEndOfTheProgramEndsIt) {
     network.answers[FileAt("geo")] = {.text = SetOf("A", "00001"), .waits = 3};
     Choose({"GEO"});
@@ -431,6 +445,42 @@ TEST_F(DownloadTest, ATextIsUsedAgainForTwoHoursWithoutAskingAnybody) {
     form.CDownUp.Click();
     EXPECT_EQ(network.asked, (Texts{FileAt("geo")}));
     EXPECT_EQ(Progress(), "Added Satellites #0 (1 updated)");
+}
+
+// The catalogue counts its two hours by its own clock, and its data may be older still.
+TEST_F(DownloadTest, WhereTheServerHasNoneNewerTheKeptTextServes) {
+    const PlayedAnswer refusal{.text = "GP data has not updated since your last successful download of GROUP=geo",
+                               .status = 403};
+    Answer(QueryFor("geo", "tle"), SetOf("A", "00001"));
+    Choose({"GEO"});
+    form.CDownUp.Click();
+    network.asked.clear();
+    network.answers[QueryFor("geo", "tle")] = refusal;
+    Answer(QueryFor("geo", "csv"), SetOf("TABLE", "00001"));
+    now += 125.5 * kMinute;
+    Choose({"GEO"});
+    form.CDownUp.Click();
+    EXPECT_EQ(network.asked, (Texts{FileAt("geo"), QueryFor("geo", "tle")}));
+    EXPECT_EQ(
+        Progress(),
+        "Added Satellites #0 (1 updated); kept text, fetched 2 hours 5 minutes ago, and the server has none newer");
+    EXPECT_TRUE(boxes.messages.empty());
+    EXPECT_EQ(app.Data.Satellite(1).Name, "A");
+    now += 1;
+    Choose({"GEO"});
+    form.CDownUp.Click();
+    EXPECT_EQ(app.Data.Satellite(1).Name, "TABLE") << "a text of yesterday is not what the server means";
+    EXPECT_EQ(Progress(), "Added Satellites #0 (1 updated)");
+}
+
+TEST_F(DownloadTest, ARefusalWithoutAKeptTextIsToldInTheWordsOfTheServer) {
+    for (const char* format : {"tle", "csv"})
+        network.answers[QueryFor("geo", format)] = {.text = "GP data has not updated since 12:00", .status = 403};
+    Choose({"GEO"});
+    form.CDownUp.Click();
+    EXPECT_EQ(Told(),
+              "Download Error\n\nGEO (celestrak.org): the server refuses to give it (403): it says \"GP data has "
+              "not updated since 12:00\".");
 }
 
 TEST_F(DownloadTest, ATextThatCameByTheQueryIsUsedAgainToo) {
@@ -526,6 +576,33 @@ TEST_F(DownloadTest, AFullListIsTold) {
     form.CDownUp.Click();
     EXPECT_EQ(Progress(), "ERROR: Already too many satellites");
     EXPECT_NE(Box(), "") << "the sets wait there";
+}
+
+TEST_F(DownloadTest, WhatAFullListHasNoRoomForWaitsInTheBox) {
+    app.Data.SatCount = kSatCapacity - 2;
+    const std::vector<MessageFields> records(5, FieldsOf("A", kStation1, kStation2));
+    Answer(FileAt("geo"), TableOf(records));
+    Choose({"GEO"});
+    form.CDownAdd.Click();
+    EXPECT_EQ(app.Data.SatCount, kSatCapacity);
+    EXPECT_EQ(Progress(), "ERROR: Already too many satellites (2 satellites added before that)");
+    EXPECT_EQ(ReadElementText(Box()).sets, 3);
+    EXPECT_TRUE(boxes.messages.empty());
+}
+
+TEST_F(DownloadTest, EveryFormGivesTheSameSatellite) {
+    const MessageFields station = FieldsOf("ISS", kStation1, kStation2);
+    for (const std::string& text :
+         {TableOf({station}), JsonOf({station}, false), XmlOf({station}), NotationOf({station})}) {
+        app.Data.SatCount = 0;
+        Answer(FileAt("geo"), text);
+        Choose({"GEO"});
+        form.CDownAdd.Click();
+        EXPECT_EQ(List(), "ISS|" + kStation1 + "|" + kStation2 + "\n") << text;
+        EXPECT_EQ(app.Data.Satellite(1).TitleLine, "ISS");
+        EXPECT_TRUE(boxes.messages.empty());
+        now += 1;
+    }
 }
 
 TEST_F(DownloadTest, ClosingAsksForAPicture) {

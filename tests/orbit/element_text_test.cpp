@@ -352,6 +352,64 @@ TEST(LeftOut, ShowsNamesAsTheyMayBeShown) {
                                      "): NORAD_CAT_ID is no number");
 }
 
+// ---- UTF-16
+
+enum class ByteOrder { LittleEndian, BigEndian };
+
+std::string Utf16Of(const std::u16string& text, ByteOrder order) {
+    std::string bytes;
+    for (const char16_t unit : u"\uFEFF" + text) {
+        const std::array<char, 2> pair = {static_cast<char>(unit & 0xFF), static_cast<char>(unit >> 8)};
+        if (order == ByteOrder::LittleEndian)
+            bytes.append({pair[0], pair[1]});
+        else
+            bytes.append({pair[1], pair[0]});
+    }
+    return bytes;
+}
+
+std::u16string Wide(const std::string& ascii) { return {ascii.begin(), ascii.end()}; }
+
+TEST(ElementUtf16, TextsInEveryFormAreRead) {
+    const std::string table = Replaced(TableOf({Iss()}), ",", "\t");  // as a spreadsheet saves it
+    for (const ByteOrder order : {ByteOrder::LittleEndian, ByteOrder::BigEndian}) {
+        ExpectIss(Utf16Of(Wide(table), order), ElementForm::Table);
+        ExpectIss(Utf16Of(Wide(JsonOf({Iss()}, true)), order), ElementForm::Json);
+        ExpectIss(Utf16Of(Wide(Replaced(XmlOf({Iss()}), "UTF-8", "UTF-16")), order), ElementForm::Xml);
+        ExpectIss(Utf16Of(Wide(NotationOf({Iss()})), order), ElementForm::Notation);
+        ExpectIss(Utf16Of(Wide(kIssText), order), ElementForm::TwoLine);
+    }
+}
+
+TEST(ElementUtf16, CharactersOfEveryLengthComeThrough) {
+    for (const ByteOrder order : {ByteOrder::LittleEndian, ByteOrder::BigEndian}) {
+        EXPECT_EQ(TextOfUtf16(Utf16Of(u"a\u007F\u0080\u07FF\u0800\uFFFF\U00010000\U0001F6F0\U0010FFFF", order)),
+                  "a\x7F\xC2\x80\xDF\xBF\xE0\xA0\x80\xEF\xBF\xBF\xF0\x90\x80\x80\xF0\x9F\x9B\xB0\xF4\x8F\xBF\xBF");
+        const std::u16string halves = {u'a', 0xD800, u'b', 0xDC00, 0xD83D, 0xD83D, 0xDEF0, 0xDBFF};
+        EXPECT_EQ(TextOfUtf16(Utf16Of(halves, order)),
+                  "a\xEF\xBF\xBD"
+                  "b\xEF\xBF\xBD\xEF\xBF\xBD\xF0\x9F\x9B\xB0\xEF\xBF\xBD");
+        EXPECT_EQ(TextOfUtf16(Utf16Of(u"ab", order) + "x"), "ab") << "half a unit at the end";
+    }
+}
+
+TEST(ElementUtf16, OtherTextsAreLeftAlone) {
+    for (const std::string text : {"", "a", "\xFF\xFE",
+                                   "\xFF\xFE"
+                                   "a",
+                                   "\xFE\xFF",
+                                   "\xFF\xFE"
+                                   "AB",
+                                   "\xFE\xFF"
+                                   "AB",
+                                   "\xEF\xBB\xBF"
+                                   "ab"})
+        EXPECT_FALSE(TextOfUtf16(text)) << text;
+    EXPECT_FALSE(TextOfUtf16(std::string("\xFF\xFE\0\0", 4)));
+    const std::string set = "\xFF\xFESAT\r\n" + kIss1 + "\r\n" + kIss2 + "\r\n";
+    EXPECT_EQ(ReadElementText(set).text, set);
+}
+
 // ---- Any bytes
 
 TEST(ElementText, BytesOfOtherEncodingsStayInTheirName) {

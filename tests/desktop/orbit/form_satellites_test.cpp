@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QApplication>
 #include <QBrush>
 #include <QCheckBox>
 #include <QGuiApplication>
@@ -269,6 +270,18 @@ TEST_F(FormSatellitesTest, TypingANumberFindsIt) {
     const int row = RowOfName("IRIDIUM 28 [-]");
     QTest::keyClicks(list, Text(row).mid(12, 5));
     EXPECT_EQ(list->currentIndex().row(), row);
+}
+
+TEST_F(FormSatellitesTest, ANumberOfSixDigitsIsFoundByItsDigitsAndByItsFiveCharacters) {
+    const int row = RowOfName("IRIDIUM 28 [-]");
+    app.Data.Satellite(row + 1).SatNumber = "T0001";
+    for (const char* typed : {"270001", "t0001"}) {
+        Click(0);
+        // What was typed before is forgotten.
+        QTest::qWait(QApplication::keyboardInputInterval() + 50);
+        QTest::keyClicks(list, typed);
+        EXPECT_EQ(list->currentIndex().row(), row) << typed;
+    }
 }
 
 TEST_F(FormSatellitesTest, TypingWhatIsNotThereLeavesTheRow) {

@@ -178,7 +178,24 @@ TEST_F(NetworkFetcherTest, WhoIsNotThereIsTold) {
     ExpectFailure(Fetch("http://no-such-host.invalid/"), "there is no host no-such-host.invalid");
 }
 
-// The one test that a time passes in: it is that of the time-out itself.
+// In this test and the next a time passes: they are those of the time-out itself.
+TEST_F(NetworkFetcherTest, ASlowServerIsHeardOut) {
+    NetworkFetcher hasty(1000);
+    RawAnswer slow = TextAnswer("0123456789");
+    slow.pause = 200;  // eight of them are more than the longest silence
+    server.answers["/slow"] = slow;
+    const auto transfer = hasty.Open(server.Host() + "/slow");
+    std::string part;
+    std::string text;
+    ReadStep step;
+    while ((step = transfer->Read(part)) == ReadStep::Waiting || step == ReadStep::Data) {
+        if (step == ReadStep::Data) text += part;
+        if (step == ReadStep::Waiting) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
+    EXPECT_EQ(step, ReadStep::End) << transfer->Failure();
+    EXPECT_EQ(text, "0123456789");
+}
+
 TEST_F(NetworkFetcherTest, ASilentServerIsGivenUp) {
     NetworkFetcher hasty(150);
     const auto ask = [&](const QByteArray& path) {

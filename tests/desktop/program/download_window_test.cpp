@@ -5,9 +5,11 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QTest>
 #include <QTimer>
 #include <fstream>
@@ -16,6 +18,8 @@
 #include "desktop/loopback_server.h"
 #include "desktop/program/desktop_program.h"
 #include "desktop/window_checks.h"
+#include "orbit/download_fixture.h"
+#include "orbit/message_writer.h"
 #include "support/working_folder.h"
 
 namespace glintara::desktop {
@@ -135,6 +139,50 @@ TEST_F(DownloadWindowTest, AllFormsAndTriesComeInOverTheNetwork) {
     ASSERT_GE(app.Data.SatCount, 3);
     EXPECT_EQ(app.Data.Satellite(1).SatNumber, "A0001");
     EXPECT_EQ(app.Data.Satellite(2).SatNumber, "A0002");
+    EXPECT_TRUE(said.isEmpty()) << said.join('\n').toStdString();
+}
+
+TEST_F(DownloadWindowTest, EachButtonAndStrategyDoesItsPartInEveryForm) {
+    using glintara::testing::SetOf;
+    const auto fieldsOf = [](const char* name, const char* number, const char* epoch) {
+        const std::string set = SetOf(name, number, epoch);
+        const std::size_t line1 = set.find('\n') + 1;
+        return glintara::testing::FieldsOf(name, set.substr(line1, 69), set.substr(line1 + 70, 69));
+    };
+    const std::vector<glintara::testing::MessageFields> old = {fieldsOf("OLD 1", "00001", "09001"),
+                                                               fieldsOf("OLD 3", "00003", "09001")};
+    const std::vector<glintara::testing::MessageFields> fresh = {fieldsOf("FRESH 1", "00001", "12001"),
+                                                                 fieldsOf("FRESH 2", "00002", "12001")};
+    const auto answer = [this](const char* path, const std::string& text) {
+        server.answers[path] = TextAnswer(QByteArray::fromStdString(text));
+    };
+    answer("/NORAD/elements/iridium.txt", SetOf("ONE", "00001", "10001") + SetOf("TWO", "00002", "10001"));
+    answer("/NORAD/elements/stations.txt", glintara::testing::TableOf(old));
+    answer("/NORAD/elements/gps-ops.txt", glintara::testing::JsonOf(fresh, true));
+    answer("/NORAD/elements/visual.txt", glintara::testing::XmlOf(fresh));
+    app.Main.MnuDownloadTLE.Click();
+    const auto press = [this](int line, const char* button) {
+        Choose(line);
+        Press(button);
+        return Progress().section(';', 0, 0);
+    };
+    EXPECT_EQ(press(0, "CDownAdd"), "Added Satellites #2");
+    app.Data.Satellite(1).Selected = true;
+    app.Data.Satellite(2).Selected = false;
+    Named<QRadioButton>(*Form(), "OUpdateAlways1").setChecked(true);
+    EXPECT_EQ(press(1, "CDownOUP"), "Added Satellites #0 (0 updated)") << "none of them is newer";
+    EXPECT_EQ(press(1, "CDownUp"), "Added Satellites #2 (0 updated)") << "a second of number 1, and number 3";
+    app.Data.SatCount = 2;
+    Named<QCheckBox>(*Form(), "COnlySel").setChecked(true);
+    EXPECT_EQ(press(2, "CDownOUP"), "Added Satellites #0 (1 updated)") << "only the selected one";
+    EXPECT_EQ(app.Data.Satellite(1).Name, "FRESH 1");
+    EXPECT_EQ(app.Data.Satellite(2).Name, "TWO");
+    Named<QRadioButton>(*Form(), "OUpdateAlways0").setChecked(true);
+    Named<QCheckBox>(*Form(), "COnlySel").setChecked(false);
+    EXPECT_EQ(press(3, "CDownOUP"), "Added Satellites #0 (2 updated)");
+    EXPECT_EQ(app.Data.Satellite(2).Name, "FRESH 2");
+    EXPECT_EQ(press(3, "CDownAdd"), "Added Satellites #2");
+    EXPECT_EQ(app.Data.SatCount, 4);
     EXPECT_TRUE(said.isEmpty()) << said.join('\n').toStdString();
 }
 
