@@ -53,7 +53,9 @@ void QtMessageBoxes::Tell(std::string_view text, MessageIcon icon) {
 }
 
 bool QtMessageBoxes::AskYesNo(std::string_view text) {
-    return QMessageBox::question(Parent(), kTitle, TextOf(text)) == QMessageBox::Yes;
+    QMessageBox box(QMessageBox::Question, kTitle, TextOf(text), QMessageBox::Yes | QMessageBox::No, Parent());
+    box.setTextFormat(Qt::PlainText);
+    return box.exec() == QMessageBox::Yes;
 }
 
 ChangesAnswer QtMessageBoxes::AskAboutChanges(std::string_view text, bool& dontAskAgain) {

@@ -119,7 +119,7 @@ QLabel* FormSatPosition::BuildTitle() {
     const auto show = [title, &control] {
         const QString text = ToQt(control.Caption);
         title->setText(text);
-        title->setToolTip(text);
+        title->setToolTip(Qt::convertFromPlainText(text, Qt::WhiteSpaceNormal));
         title->setAccessibleName(text);
     };
     control.Watch(show);

@@ -161,6 +161,20 @@ TEST_F(DownloadTest, AFailureStopsTheRestAndKeepsItsSelection) {
     EXPECT_FALSE(form.Running);
 }
 
+TEST_F(DownloadTest, WhatOneLeftOutIsToldThoughAnotherFails) {
+    MessageFields bare = FieldsOf("B", kStation1, kStation2);
+    for (auto& [key, value] : bare)
+        if (key == "MEAN_MOTION") value.clear();
+    Answer(FileAt("iridium"), TableOf({FieldsOf("A", kStation1, kStation2), bare}));
+    network.answers[FileAt("gps-ops")] = {.text = "", .failure = "there is no host celestrak.org"};
+    Choose({"IRIDIUM", "GPS"});
+    form.CDownAdd.Click();
+    EXPECT_EQ(app.Data.SatCount, 1);
+    ASSERT_EQ(boxes.messages.size(), 2U);
+    EXPECT_TRUE(boxes.messages[0].text.starts_with("Download Error\n\nGPS"));
+    EXPECT_TRUE(Told().starts_with("Not all that came could be used.\n\nIRIDIUM: 1 of 2 records left out")) << Told();
+}
+
 TEST_F(DownloadTest, NothingSelectedIsTold) {
     Choose({"GEO"});
     form.LSiteTLE.Selected = std::set<int>();
