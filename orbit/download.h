@@ -41,13 +41,14 @@ class Downloads {
     /// The window is closed: a download that is under way ends, and a new picture shows what has come in.
     void Form_Unload();
 
-    /// Enables the three buttons when the list has a current line, and disables them otherwise; clears `LProg`, `LTotal`
-    /// and `PB1`. To be called after each click and key of the user's in the list. Nothing happens during a download.
+    /// Enables the three buttons when the list has a current line, and disables them otherwise; clears `LProg`,
+    /// `LTotal` and `PB1`. To be called after each click and key of the user's in the list. Nothing happens during a
+    /// download.
     void UpdateButtons();
 
-    /// Downloads the selected sources from the first to the last and admits each. One that fails ends the work; one that
-    /// has come in is selected no more. At the end a message box tells what of them was left out. Refused while a download
-    /// is under way.
+    /// Downloads the selected sources from the first to the last and admits each. One that fails ends the work; one
+    /// that has come in is selected no more. At the end a message box tells what of them was left out. Refused while a
+    /// download is under way.
     void Run(TLEMode mode);
 
     /// Ends the download that is under way at its next look.
@@ -59,8 +60,8 @@ class Downloads {
     std::optional<AdmissionOutcome> DownloadEntry(const std::string& entry, TLEMode mode, bool onlyNewer,
                                                   bool onlySelected);
 
-    /// The element sets at an address: fetched, or kept from less than two hours ago; from less than a day ago where the
-    /// server says that it has none newer. Where it answers without element sets, the addresses of `AddressesToTry`
+    /// The element sets at an address: fetched, or kept from less than two hours ago; from less than a day ago where
+    /// the server says that it has none newer. Where it answers without element sets, the addresses of `AddressesToTry`
     /// follow. A failure is told in the message box "Download Error", which names `label` and the reason; one that the
     /// user has asked for is not. An empty address gives an empty text.
     std::optional<std::string> DownloadUrl(const std::string& address, const std::string& label);

@@ -108,8 +108,8 @@ AdmissionOutcome CApplyTLEOrbit_click(Application& app);
 AdmissionOutcome CUpdateTLE_click(Application& app);
 
 /// Puts text from a file, the clipboard or a download into `TTLE`, in place of what was there; the records of an Orbit
-/// Mean-Elements Message as sets of two lines. A message without any usable record leaves the box as it was. Returns what
-/// the text is, without its `text`, for the box has that.
+/// Mean-Elements Message as sets of two lines. A message without any usable record leaves the box as it was. Returns
+/// what the text is, without its `text`, for the box has that.
 ElementText EnterTLEText(Application& app, std::string_view text);
 
 /// Fills `TTLE` from a file; the user then presses one of the buttons, and `LCommandOutput` says so. A file that cannot

@@ -36,17 +36,17 @@ struct ElementText {
     int LeftOut() const { return tooHigh + unusable; }
 };
 
-/// Reads a text in any of the forms, which it tells apart by itself, in UTF-8 or in the UTF-16 that `TextOfUtf16` knows.
-/// Never fails; it takes time in proportion to the text's length.
+/// Reads a text in any of the forms, which it tells apart by itself, in UTF-8 or in the UTF-16 that `TextOfUtf16`
+/// knows. Never fails; it takes time in proportion to the text's length.
 ElementText ReadElementText(std::string_view text);
 
-/// What of a message is not in its text of two lines, and why: "2 of 979 records left out: 1 with a number above 339999,
-/// NAME (340001); 1 that cannot be used, record 17 (ISS): MEAN_MOTION is missing". Empty when nothing is left out.
+/// What of a message is not in its text of two lines, and why: "2 of 979 records left out: 1 has a number above
+/// 339999, NAME (340001); 1 cannot be used, record 17 (ISS): MEAN_MOTION is missing". Empty when nothing is left out.
 std::string LeftOutText(const ElementText& read);
 
-/// A text that begins with the byte order mark of UTF-16, as spreadsheets save tables, in UTF-8 and without the mark; half
-/// a character becomes U+FFFD. Nothing for any other text: two letters of a name may look like the mark, so what follows
-/// it must be ASCII.
+/// A text that begins with the byte order mark of UTF-16, as spreadsheets save tables, in UTF-8 and without the mark;
+/// half a character becomes U+FFFD. Nothing for any other text: two letters of a name may look like the mark, so what
+/// follows it must be ASCII.
 std::optional<std::string> TextOfUtf16(std::string_view text);
 
 /// `text` as the box takes it: every line end (CR LF, CR CR LF, LF or CR) becomes CR LF, blanks and tabs before it go,

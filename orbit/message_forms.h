@@ -28,9 +28,9 @@ bool IsMessageTable(std::string_view text);
 /// line of keywords begins a new table.
 std::string ReadMessageTable(std::string_view text, const TakeRecord& take);
 
-/// JSON: an object is a record, wherever it stands; those named "metadata", "meanElements" and the like are parts of the
-/// one that they stand in. Numbers may be texts. Values may follow one another; what is no JSON costs the object that it
-/// is in.
+/// JSON: an object is a record, wherever it stands; those named "metadata", "meanElements" and the like are parts of
+/// the one that they stand in. Numbers may be texts. Values may follow one another; what is no JSON costs the object
+/// that it is in.
 std::string ReadMessageJson(std::string_view text, const TakeRecord& take);
 
 /// XML: an element "omm" is a record, wherever it stands and whatever its prefix.

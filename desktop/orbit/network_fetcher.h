@@ -13,8 +13,8 @@ namespace glintara::desktop {
 /// How long a server may send nothing, milliseconds.
 inline constexpr int kLongestSilence = 30000;
 
-/// Reads by http and https through the system's proxies. Redirections are followed, ten at most, but never from https to
-/// http and never to another scheme. The program names itself and its version.
+/// Reads by http and https through the system's proxies. Redirections are followed, ten at most, but never from https
+/// to http and never to another scheme. The program names itself and its version.
 class NetworkFetcher : public Fetcher {
   public:
     explicit NetworkFetcher(int longestSilence = kLongestSilence);

@@ -216,8 +216,8 @@ TEST_F(FormDownloadTLETest, EachControlIsReachedByTab) {
 
 TEST_F(FormDownloadTLETest, LongWordsFindRoom) {
     form.LProg.Caption = std::string(
-        "ERROR: Invalid TLE Text (2870 satellites added and 130 updated before that) (kept text, fetched 1 "
-        "hour 59 minutes ago)");
+        "ERROR: Invalid TLE Text (2870 satellites added and 130 updated before that); kept text, fetched 23 hours 59 "
+        "minutes ago, and the server has none newer");
     form.LTotal.Caption = std::string("26 of 26 sources: 3000 satellites added, 3000 updated");
     QTest::qWait(1);
     testing::ExpectNothingClipped(window);
