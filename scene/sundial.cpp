@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -45,6 +46,9 @@ constexpr double kFarAway = 1000;
 
 constexpr int kHours = 24;
 constexpr int kMinutesPerHour = 60;
+
+/// Radius of the ring round the end of the shadow, pixels.
+constexpr double kMarkRing = 6.5;
 
 /// Steps of the path in a day, of a season's line in a turn, of a line of hours over the year.
 constexpr int kPathSteps = 360;
@@ -155,6 +159,8 @@ class Chart {
         surface_.DrawMode = MixMode::Copy;
         DrawPlate();
         WriteFigures();
+        TakeMark();
+        FollowPath();
         DrawSeasons();
         DrawHours();
         DrawPath();
@@ -186,21 +192,59 @@ class Chart {
         SceneCircle(scene_, OnPlate(tip), Pixels(pixels), color);
     }
 
-    /// Writes with the place of the plate at (`partX`, `partY`) of the text's box, where it covers nothing.
-    void Write(const ScenePoint& at, std::string_view text, Color color, double partX, double partY) {
+    /// Where a text may stand: the place of the scene at (`partX`, `partY`) of the text's box.
+    struct Berth {
+        ScenePoint at;
+        double partX = 0;
+        double partY = 0;
+    };
+
+    BoxArea AreaAt(const Berth& berth, std::string_view text) const {
         const double width = surface_.TextWidth(text);
         const double height = surface_.TextHeight(text);
-        const double left = BoxFromSceneX(window_, scene_.View(), at.x) - partX * width;
-        const double top = BoxFromSceneY(window_, scene_.View(), at.y) - partY * height;
-        const BoxArea area{left, top, left + width, top + height};
+        const double left = BoxFromSceneX(window_, scene_.View(), berth.at.x) - berth.partX * width;
+        const double top = BoxFromSceneY(window_, scene_.View(), berth.at.y) - berth.partY * height;
+        return {left, top, left + width, top + height};
+    }
+
+    bool HasRoom(const BoxArea& area) const {
         const bool whole =
-            left >= 0 && top >= 0 && area.right <= surface_.ScaleWidth && area.bottom <= surface_.ScaleHeight;
-        if (!whole || !places_.IsFree(area)) return;
-        places_.Take(area);
-        surface_.ForeColor = color;
-        surface_.CurrentX = left;
-        surface_.CurrentY = top;
-        surface_.Print(text);
+            area.left >= 0 && area.top >= 0 && area.right <= surface_.ScaleWidth && area.bottom <= surface_.ScaleHeight;
+        return whole && places_.IsFree(area);
+    }
+
+    /// Whether the path of the shadow's end runs through `area`.
+    bool IsOnPath(const BoxArea& area) const {
+        return std::ranges::any_of(
+            path_,
+            [&](const std::optional<ShadowTip>& tip) {
+                if (!tip || LengthOf(*tip) > kPlateShadow) return false;
+                const ScenePoint at = OnPlate(*tip);
+                const double x = BoxFromSceneX(window_, scene_.View(), at.x);
+                const double y = BoxFromSceneY(window_, scene_.View(), at.y);
+                return x > area.left && x < area.right && y > area.top && y < area.bottom;
+            });
+    }
+
+    /// Writes at the first of `berths` where the text covers no other and not the path; where there is none, at the first
+    /// where it covers no other; else not at all.
+    void WriteAtOneOf(std::span<const Berth> berths, std::string_view text, Color color) {
+        std::optional<BoxArea> chosen;
+        for (const Berth& berth : berths) {
+            const BoxArea area = AreaAt(berth, text);
+            if (!HasRoom(area)) continue;
+            const bool clear = !IsOnPath(area);
+            if (clear || !chosen) chosen = area;
+            if (clear) break;
+        }
+        if (!chosen) return;
+        places_.Take(*chosen);
+        PrintLine(chosen->left, chosen->top, text, color);
+    }
+
+    void Write(const ScenePoint& at, std::string_view text, Color color, double partX, double partY) {
+        const std::array only = {Berth{at, partX, partY}};
+        WriteAtOneOf(only, text, color);
     }
 
     /// Room of the texts that stand over every picture.
@@ -209,6 +253,20 @@ class Chart {
         if (const std::optional<BoxArea> astro = AstroDetailsArea(scene_)) places_.Take(*astro);
         if (const auto labels = LabelTextAreas(scene_))
             for (const BoxArea& area : *labels) places_.Take(area);
+    }
+
+    /// Half the height of the cross that marks the end of the shadow, scene units.
+    double MarkReach() const { return std::max(Pixels(kMarkRing), tick_ / 4); }
+
+    /// Room of the mark of the moment, so that no number is drawn under it.
+    void TakeMark() {
+        const std::optional<ShadowTip> tip = ShadowAt(site_.SiteLat, now_);
+        if (!tip || LengthOf(*tip) > kPlateShadow) return;
+        const ScenePoint at = OnPlate(*tip);
+        const double reach = MarkReach();
+        places_.Take(
+            {BoxFromSceneX(window_, scene_.View(), at.x - reach), BoxFromSceneY(window_, scene_.View(), at.y + reach),
+             BoxFromSceneX(window_, scene_.View(), at.x + reach), BoxFromSceneY(window_, scene_.View(), at.y - reach)});
     }
 
     void DrawPlate() {
@@ -270,7 +328,8 @@ class Chart {
         if (!tip || LengthOf(*tip) > kPlateShadow) return;
         ScenePoint at = OnPlate(*tip);
         at.x -= Pixels(8);
-        Write(at, name, kSeasonColor, 1, 1);
+        const std::array berths = {Berth{at, 1, 1}, Berth{at, 1, 0}};
+        WriteAtOneOf(berths, name, kSeasonColor);
     }
 
     void DrawHours() {
@@ -288,24 +347,29 @@ class Chart {
         }
     }
 
-    /// Behind the end of the line.
+    /// Behind the end of the line, or farther behind where the mark of the moment stands there.
     void WriteHour(int hour, const ShadowTip& from, const ShadowTip& to, bool up) {
         const ShadowTip way{to.east - from.east, to.north - from.north};
         const double length = LengthOf(way);
         if (!(length > 0)) return;
-        ScenePoint at = OnPlate(to);
-        at.x += way.east / length * Pixels(11);
-        at.y += way.north / length * Pixels(11);
-        Write(at, std::to_string(hour), up ? kWhite : kQuietColor, 0.5, 0.5);
+        const ScenePoint end = OnPlate(to);
+        const auto behind = [&](double distance) {
+            return Berth{{end.x + way.east / length * distance, end.y + way.north / length * distance}, 0.5, 0.5};
+        };
+        const std::array berths = {behind(Pixels(11)), behind(Pixels(19) + MarkReach())};
+        WriteAtOneOf(berths, std::to_string(hour), up ? kWhite : kQuietColor);
+    }
+
+    void FollowPath() {
+        for (std::size_t i = 0; i < path_.size(); ++i)
+            path_[i] = ShadowAt(site_.SiteLat, SunHourAt(site_, day_.At(kHours * static_cast<double>(i) / kPathSteps)));
     }
 
     void DrawPath() {
         Pen(kPathColor, kPathWidth);
         {
             PlateCurve curve(scene_);
-            for (int i = 0; i <= kPathSteps; ++i)
-                curve.Add(
-                    ShadowAt(site_.SiteLat, SunHourAt(site_, day_.At(static_cast<double>(kHours) * i / kPathSteps))));
+            for (const std::optional<ShadowTip>& tip : path_) curve.Add(tip);
         }
         for (int hour = 0; hour < kHours; ++hour) {
             const std::optional<ShadowTip> tip = ShadowAt(site_.SiteLat, SunHourAt(site_, day_.At(hour)));
@@ -322,7 +386,9 @@ class Chart {
         const ScenePoint at = OnPlate(*tip);
         Pen(kWhite, 1.5);
         SceneLine(scene_, {at.x, at.y - tick_ / 4}, {at.x, at.y + tick_ / 4});
-        Write({at.x + Pixels(6), at.y + tick_ / 4}, "noon " + ClockText(noon_, true), kWhite, 0, 0.5);
+        const double right = at.x + Pixels(6);
+        const std::array berths = {Berth{{right, at.y + tick_ / 4}, 0, 0.5}, Berth{{right, at.y - tick_ / 4}, 0, 0.5}};
+        WriteAtOneOf(berths, "noon " + ClockText(noon_, true), kWhite);
     }
 
     void DrawMoment() {
@@ -346,14 +412,23 @@ class Chart {
         Dot(tip, 3.5, kPathColor);
         Pen(kWhite, 1.5);
         const ScenePoint at = OnPlate(tip);
-        SceneCircle(scene_, at, Pixels(6.5), kWhite);
+        SceneCircle(scene_, at, Pixels(kMarkRing), kWhite);
         for (const double side : {-1.0, 1.0}) {
-            SceneLine(scene_, {at.x + side * Pixels(6.5), at.y}, {at.x + side * tick_ / 4, at.y});
-            SceneLine(scene_, {at.x, at.y + side * Pixels(6.5)}, {at.x, at.y + side * tick_ / 4});
+            SceneLine(scene_, {at.x + side * Pixels(kMarkRing), at.y}, {at.x + side * tick_ / 4, at.y});
+            SceneLine(scene_, {at.x, at.y + side * Pixels(kMarkRing)}, {at.x, at.y + side * tick_ / 4});
         }
-        const bool left = tip.east < 0;
-        Write({at.x + Pixels(left ? -10 : 10), at.y}, ClockText(scene_.App.Data.SimTime, false), kPathColor,
-              left ? 1 : 0, tip.north > 0 ? -0.3 : 1.3);
+        // Away from the shadow, which comes from the foot of the gnomon; beside the path, which has the same colour.
+        const double outwards = tip.east < 0 ? -1 : 1;
+        std::array<Berth, 4> berths;
+        std::size_t count = 0;
+        for (const double side : {outwards, -outwards}) {
+            const ScenePoint beside{at.x + side * (MarkReach() + Pixels(2)), at.y};
+            const double partX = side < 0 ? 1 : 0;
+            const double inner = tip.north > 0 ? -0.3 : 1.3;
+            berths[count++] = {beside, partX, inner};
+            berths[count++] = {beside, partX, 1 - inner};
+        }
+        WriteAtOneOf(berths, ClockText(scene_.App.Data.SimTime, false), kPathColor);
     }
 
     /// An arrow at the edge: the shadow goes on.
@@ -487,6 +562,7 @@ class Chart {
     double noon_;
     double tick_;
     Places places_;
+    std::array<std::optional<ShadowTip>, kPathSteps + 1> path_;  // of the displayed day
 };
 
 /// The Sun's direction to the east, to the north and upwards, a unit vector.

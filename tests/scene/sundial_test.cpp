@@ -453,6 +453,51 @@ TEST_F(SundialTest, NoTextCoversAnotherInAnyPicture) {
     }
 }
 
+// The path has the colour of the label of the moment, and the ring would hide a number.
+TEST_F(SundialTest, TheMarkOfTheMomentIsFreeOfTextsAndTheTimesAreBesideThePath) {
+    surface.ScaleWidth = 1366 * 15;
+    surface.ScaleHeight = 576 * 15;
+    struct Moment {
+        Place place;
+        int month, day, hour, minute;
+    };
+    for (const Moment& moment :
+         {Moment{kTurin, 1, 20, 10, 20}, Moment{kTurin, 6, 21, 10, 0}, Moment{kSydney, 6, 21, 2, 0},
+          Moment{kTurin, 6, 21, 13, 0}, Moment{kSydney, 12, 21, 0, 0}}) {
+        Go(moment.place, 2018, moment.month, moment.day, moment.hour, moment.minute);
+        Frame();
+        const auto circles = surface.OperationsOf(DrawOperation::Circle);
+        const auto ring = std::ranges::find_if(
+            circles, [](const RecordedOperation& circle) { return std::fabs(circle.numbers[2] - 6.5 * 15) < 1; });
+        ASSERT_NE(ring, circles.end());
+        const double x = ring->numbers[0];
+        const double y = ring->numbers[1];
+        bool told = false;
+        for (const RecordedOperation& print : surface.OperationsOf(DrawOperation::Print)) {
+            const double left = print.state.CurrentX;
+            const double top = print.state.CurrentY;
+            const double right = left + 0.6 * 20 * print.state.FontSize * static_cast<double>(print.text.size());
+            const double bottom = top + 1.25 * 20 * print.state.FontSize;
+            const double reach = ring->numbers[2] - 1;
+            EXPECT_FALSE(left < x + reach && right > x - reach && top < y + reach && bottom > y - reach)
+                << print.text << " " << moment.place.name;
+            const bool ofMoment = print.state.ForeColor == 0x20C0E0U;
+            told = told || ofMoment;
+            if (!ofMoment && print.text.substr(0, 5) != "noon ") continue;
+            for (const RecordedOperation& curve : Path())
+                for (std::size_t i = 0; i + 1 < curve.numbers.size(); i += 2)
+                    EXPECT_FALSE(curve.numbers[i] * 15 > left && curve.numbers[i] * 15 < right &&
+                                 curve.numbers[i + 1] * 15 > top && curve.numbers[i + 1] * 15 < bottom)
+                        << print.text << " " << moment.place.name;
+        }
+        EXPECT_TRUE(told) << moment.place.name;
+        if (moment.place.lat < 0 && moment.month == 6) {
+            const std::vector<int> hours = Hours();
+            EXPECT_NE(std::ranges::find(hours, 2), hours.end()) << "the hour's own number moves away";
+        }
+    }
+}
+
 TEST_F(SundialTest, StandsInPlaceOfTheGlobeAndGoesAgain) {
     NoteAllStages();
     stages.unseen = Notes("unseen");
