@@ -54,10 +54,11 @@ std::vector<std::string> OrbitDetails(const CommonData& data) {
     const SatRecord& satellite = data.Satellite(data.WorkingSat());
     const double siteRadius = data.Site.SiteRadius;
     std::vector<std::string> lines{"ORBIT DETAILS", ""};
-    lines.push_back("SATELLITE #" + std::to_string(satellite.OrbitNumber) + ": " + satellite.SatNumber + " (" +
-                    std::string(TrimmedText(satellite.Designator)) + ")");
+    lines.push_back("SATELLITE #" + std::to_string(satellite.OrbitNumber) + ": " + ShownName(satellite.SatNumber) +
+                    " (" + ShownName(TrimmedText(satellite.Designator)) + ")");
     if (const std::string name = NameOf(satellite); !name.empty()) lines.push_back(name);
-    lines.push_back("EPOCH: " + satellite.EpochText + " (" + std::to_string(satellite.ElementSetNumber) + ")");
+    lines.push_back("EPOCH: " + ShownName(satellite.EpochText) + " (" + std::to_string(satellite.ElementSetNumber) +
+                    ")");
     lines.push_back("DATA AGE: " + Cut(SatelliteTimeSinceEpoch(data, satellite)) + " days");
     lines.push_back("Eccentricity: " + PlainNumberText(satellite.Eccentricity));
     lines.push_back("Perigee heigth: " + ApsisHeight(satellite, -1, siteRadius));

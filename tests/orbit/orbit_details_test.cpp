@@ -130,6 +130,12 @@ TEST_F(OrbitDetailsTest, WhatCannotBeToldIsNotAvailable) {
 TEST_F(OrbitDetailsTest, ANameHasNoControlCharacters) {
     AddMolniya().Name = "BAD\x1b[2J\nNAME";
     EXPECT_EQ(Line(3), "BAD?[2J?NAME");
+    // Nor have the other texts of an element set, which a damaged workspace may hold too.
+    data->Satellite(1).SatNumber = "24\n60";
+    data->Satellite(1).Designator = " 97\t54A ";
+    data->Satellite(1).EpochText = "18019.5\r";
+    EXPECT_EQ(Line(2), "SATELLITE #7: 24?60 (97?54A)");
+    EXPECT_EQ(Line(4), "EPOCH: 18019.5? (999)");
 }
 
 TEST_F(OrbitDetailsTest, SunAndMoonInWords) {
