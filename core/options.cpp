@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "engine/astro/number_text.h"
 #include "scene/orientation.h"
@@ -128,6 +129,18 @@ void ConnectLocks(Application& app, const OptionHooks& hooks) {
     });
 }
 
+constexpr std::string_view kNoTracksBySGP1 = "SGP1 draws no flare tracks: choose SGP4/SDP4.";
+
+/// Tracks that are wanted and not drawn would look as if there were none.
+void TellWhereTracksAre(Application& app) {
+    if (app.Run.OptionsFromText) return;
+    auto& said = app.Main.LCommandOutput.Caption;
+    if (IsOn(app.Main.CFlareTrack) && !app.Main.CSGP4.Value)
+        said = std::string(kNoTracksBySGP1);
+    else if (said.Get() == kNoTracksBySGP1)
+        said = std::string();
+}
+
 /// Who of the two is set clears the other. The one that is cleared so leaves the rest to the one that was set.
 void ConnectModel(Application& app, OptionButton& box, OptionButton& other) {
     box.Value.SetHandler([&app, &box, &other] {
@@ -137,6 +150,7 @@ void ConnectModel(Application& app, OptionButton& box, OptionButton& other) {
             return;
         }
         other.Value = false;
+        TellWhereTracksAre(app);
         ShowOption(app);
     });
 }
@@ -316,6 +330,7 @@ void ConnectOptions(Application& app, const OptionHooks& hooks) {
     ConnectSkyBoxes(app, hooks);
     ConnectLocks(app, hooks);
     ConnectClockBoxes(app, hooks);
+    Connect(app, main.CFlareTrack, [&app] { TellWhereTracksAre(app); });
     ConnectModel(app, main.CSGP1, main.CSGP4);
     ConnectModel(app, main.CSGP4, main.CSGP1);
     ConnectEntries(app);

@@ -84,6 +84,26 @@ TEST_F(OptionsTest, OneOrbitModelIsSetAtATime) {
     EXPECT_FALSE(main.CSGP1.Value);
 }
 
+TEST_F(OptionsTest, TracksThatSGP1DoesNotDrawAreSpokenOf) {
+    const std::string words = "SGP1 draws no flare tracks: choose SGP4/SDP4.";
+    AddSatellite();
+    main.LCommandOutput.Caption = "before";
+    main.CSGP1.Value = true;
+    EXPECT_EQ(main.LCommandOutput.Caption.Get(), "before") << "none are wanted";
+    main.CFlareTrack.Value = true;
+    EXPECT_EQ(main.LCommandOutput.Caption.Get(), words);
+    main.CSGP4.Value = true;
+    EXPECT_EQ(main.LCommandOutput.Caption.Get(), "") << "they are there now";
+    main.CSGP1.Value = true;
+    EXPECT_EQ(main.LCommandOutput.Caption.Get(), words);
+    main.CFlareTrack.Value = false;
+    EXPECT_EQ(main.LCommandOutput.Caption.Get(), "");
+    main.CFlareTrack.Value = true;
+    main.LCommandOutput.Caption = "after";
+    main.CSGP4.Value = true;
+    EXPECT_EQ(main.LCommandOutput.Caption.Get(), "after") << "other words stay";
+}
+
 TEST_F(OptionsTest, TheTwoLocksExcludeEachOther) {
     AddSatellite();
     main.CLockSky.Value = true;
