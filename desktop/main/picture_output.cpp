@@ -39,7 +39,8 @@ bool PaintOn(QPrinter& printer, const QImage& picture) {
     const QSize page = printer.pageLayout().paintRectPixels(printer.resolution()).size();
     const QSize fitted = picture.size().scaled(page, Qt::KeepAspectRatio);
     const QPoint corner((page.width() - fitted.width()) / 2, (page.height() - fitted.height()) / 2);
-    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    // Otherwise a page that is kept as a file has the picture as a photograph, with smeared letters.
+    painter.setRenderHints(QPainter::SmoothPixmapTransform | QPainter::LosslessImageRendering);
     painter.drawImage(QRect(corner, fitted), picture);
     return painter.end() && printer.printerState() != QPrinter::Error;
 }

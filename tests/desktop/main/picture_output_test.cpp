@@ -6,7 +6,11 @@
 
 #include <QColor>
 #include <QFile>
+#include <QList>
 #include <QRegularExpression>
+#include <QStringList>
+#include <QTransform>
+#include <algorithm>
 #include <filesystem>
 #include <memory>
 
@@ -58,6 +62,29 @@ struct PictureOutputTest : ::testing::Test {
     static QByteArray BytesOf(const QString& file) {
         QFile in(file);
         return in.open(QIODevice::ReadOnly) ? in.readAll() : QByteArray();
+    }
+
+    /// Where the image of a page stands, points. The page's operators are compressed; of them only those that matter to a
+    /// single image are understood: the axes, which are kept and brought back, and the image, a unit square.
+    static QRectF PictureOnPage(const QByteArray& pdf) {
+        for (qsizetype at = pdf.indexOf("stream\n"); at >= 0; at = pdf.indexOf("stream\n", at + 1)) {
+            // What unpacks it wants a length before it; a wrong one is only a first guess.
+            const QByteArray text = qUncompress(QByteArray("\0\0\x10\0", 4) + pdf.mid(at + 7));
+            if (!text.contains(" Do")) continue;
+            QList<QTransform> kept;
+            QTransform axes;
+            QStringList words;
+            for (const QString& word : QString::fromLatin1(text).split(QRegularExpression("\\s+"))) {
+                words << word;
+                const auto number = [&words](int fromEnd) { return words.at(words.size() - fromEnd).toDouble(); };
+                if (word == "q") kept << axes;
+                if (word == "Q" && !kept.isEmpty()) axes = kept.takeLast();
+                if (word == "cm")
+                    axes = QTransform(number(7), number(6), number(5), number(4), number(3), number(2)) * axes;
+                if (word == "Do") return axes.mapRect(QRectF(0, 0, 1, 1));
+            }
+        }
+        return {};
     }
 
     testing::TemporaryFolder folder;
@@ -136,6 +163,29 @@ TEST_F(PictureOutputTest, IsPrintedAcrossThePage) {
     const auto box = QRegularExpression("/MediaBox \\[\\s*0 0 ([0-9.]+) ([0-9.]+)").match(QString::fromLatin1(pdf));
     ASSERT_TRUE(box.hasMatch());
     EXPECT_GT(box.captured(1).toDouble(), box.captured(2).toDouble());
+}
+
+TEST_F(PictureOutputTest, TheWholePictureStandsInTheMiddleOfThePage) {
+    for (const QSize size : {QSize(320, 200), QSize(900, 100), QSize(100, 200)}) {
+        picture = QImage(size, QImage::Format_RGB32);
+        picture.fill(Qt::darkBlue);
+        picture.setDevicePixelRatio(2);
+        dialogs.paper = In("night.pdf");
+        output.Print();
+        const QByteArray pdf = BytesOf(dialogs.paper);
+        EXPECT_FALSE(pdf.contains("DCTDecode")) << "letters stay sharp";
+        const auto box = QRegularExpression("/MediaBox \\[\\s*0 0 ([0-9.]+) ([0-9.]+)").match(QString::fromLatin1(pdf));
+        ASSERT_TRUE(box.hasMatch());
+        const QRectF page(0, 0, box.captured(1).toDouble(), box.captured(2).toDouble());
+        const QRectF drawn = PictureOnPage(pdf);
+        EXPECT_TRUE(page.contains(drawn));
+        EXPECT_NEAR(drawn.center().x(), page.center().x(), 0.5) << size.width();
+        EXPECT_NEAR(drawn.center().y(), page.center().y(), 0.5) << size.width();
+        EXPECT_NEAR(drawn.width() / drawn.height(), static_cast<double>(size.width()) / size.height(), 0.01);
+        // To the margins of the printer, which are some millimetres wide, in one direction.
+        const double free = std::min(page.width() - drawn.width(), page.height() - drawn.height());
+        EXPECT_LT(free, 2 * 20) << size.width();
+    }
 }
 
 TEST_F(PictureOutputTest, AHighPictureIsPrintedUpright) {
