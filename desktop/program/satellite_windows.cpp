@@ -17,7 +17,7 @@ SatelliteWindows::SatelliteWindows(Application& app, const ToolGround& ground)
       satellites_(ground, app.Satellites.Visible,
                   {.name = kListForm,
                    .make = [&app, &window = ground.window] { return std::make_unique<FormSatellites>(app, &window); },
-                   .edge = Qt::LeftEdge,
+                   .edge = [] { return Qt::LeftEdge; },
                    .fitsScreen = true}),
       // At the other edge than the list, which shows what it selects.
       advSel_(ground, app.AdvSel.Visible, {.name = "FormAdvSel", .make = [&app, &window = ground.window] {

@@ -18,8 +18,9 @@ namespace {
 /// Neither the picture, which shows what is chosen, nor the panels are to be covered.
 template <class Form>
 ToolPlan PlanOf(std::string_view name, Application& app, MainScope& window) {
-    return {
-        .name = name, .make = [&app, &window] { return std::make_unique<Form>(app, &window); }, .edge = Qt::LeftEdge};
+    return {.name = name,
+            .make = [&app, &window] { return std::make_unique<Form>(app, &window); },
+            .edge = [] { return Qt::LeftEdge; }};
 }
 
 }  // namespace

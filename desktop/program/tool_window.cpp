@@ -36,7 +36,7 @@ void ToolWindow::Follow() {
         form_ = plan_.make();
         if (plan_.fitsScreen) form_->resize(form_->size().boundedTo(RoomOnScreen(ground_.window)));
         RememberPlace(*form_, ground_.places, [this](const QWidget& opening) {
-            return PlaceAtEdge(opening, ground_.window, ground_.window.Picture(), plan_.edge);
+            return PlaceAtEdge(opening, ground_.window, ground_.window.Picture(), plan_.edge());
         });
         HandKeysOn(*form_, ground_.keyPressed);
     }

@@ -24,10 +24,11 @@ struct ToolGround {
 struct ToolPlan {
     std::string_view name = {};                           ///< by which it is unloaded
     std::function<std::unique_ptr<QWidget>()> make = {};  ///< called when it is first wanted
-    Qt::Edge edge = Qt::RightEdge;                        ///< of the picture, where it stands the first time
-    bool fitsScreen = false;                              ///< made smaller where the screen has less room
-    std::function<void()> opens = {};                     ///< called each time before it is shown
-    std::function<void()> closes = {};                    ///< called each time before it goes
+    /// Edge of the picture, where it stands the first time.
+    std::function<Qt::Edge()> edge = [] { return Qt::RightEdge; };
+    bool fitsScreen = false;            ///< made smaller where the screen has less room
+    std::function<void()> opens = {};   ///< called each time before it is shown
+    std::function<void()> closes = {};  ///< called each time before it goes
 };
 
 /// Follows `visible`: the window opens and comes to the front when that is set, and closes when it is cleared.

@@ -78,6 +78,21 @@ TEST_F(InfoWindowTest, TheMenuOfTheModelsChangesPictureAndWindow) {
     EXPECT_EQ(main_.LSatDetail.Caption.Get(), height);
 }
 
+TEST_F(InfoWindowTest, OpensWhereItDoesNotCoverTheListOfTheOrbit) {
+    Settle();
+    LoadIridium();
+    WaitForPicture();
+    window_.resize(1600, 900);  // the screen has no room beside it
+    WaitForPicture();
+    main_.C2OrbitDetails.Value = true;
+    EntryNamed("Satellite Info...")->trigger();
+    ASSERT_NE(Form(), nullptr);
+    const QWidget& picture = window_.Picture();
+    const QPoint corner = picture.mapToGlobal(QPoint(0, 0));
+    const QRect shown(corner, picture.size());
+    EXPECT_FALSE(Form()->frameGeometry().intersects(QRect(shown.center().x(), shown.top(), shown.width(), 100)));
+}
+
 TEST_F(InfoWindowTest, AnEmptyListLeavesItOpen) {
     Settle();
     LoadIridium();
