@@ -95,6 +95,22 @@ TEST_F(DetailBlocksTest, SunAndMoonStandAtTheLowerLeftOneLineBelowTheOther) {
     EXPECT_LT(moon.numbers[2], line / 2) << "it keeps to its line";
 }
 
+// A waxing Moon: in the north its right side is lit, in the south its left one.
+TEST_F(DetailBlocksTest, TheMoonIsLitAsItIsSeenFromThePlace) {
+    app.Data.SunRA = 1;
+    app.Data.MoonRA = 1.5;
+    for (const double lat : {45.0, -34.0}) {
+        app.Data.Site = MakeObserverSite({lat * kDegree, 0, 0});
+        Frame();
+        const RecordedOperation moon = surface.OperationsOf(DrawOperation::Circle).back();
+        const RecordedOperation lit = surface.OperationsOf(DrawOperation::PolyPolygon).back();
+        double middle = 0;
+        for (std::size_t i = 0; i + 1 < lit.numbers.size(); i += 2) middle += lit.numbers[i] * 15;
+        middle = middle / static_cast<double>(lit.numbers.size() / 2) - moon.numbers[0];
+        EXPECT_GT(lat > 0 ? middle : -middle, 0.3 * moon.numbers[2]) << lat;
+    }
+}
+
 // Every size of the picture that the window allows, with and without panels: no word covers another.
 TEST_F(DetailBlocksTest, WordsNeverCoverEachOther) {
     app.Main.LDateTime.Caption = "DATE 20/01/2018 17:42:09.31 UTC (N)";
