@@ -33,15 +33,15 @@ struct SatelliteWorkspace {
 /// Draws all satellites that are not disabled, in the order of the list, so the working one last, on top. Each is
 /// taken to the displayed instant once, by the orbit model that is chosen; SGP4 does it in the satellite's own engine
 /// block. Per satellite: the orbit, unless hidden by its switch (the working satellite's is always drawn); with
-/// `CFlareTrack` the track of its flares, on the same terms, but by SGP4 only; with `CIridiumFlares` the live flares, their
-/// rays and the outlines of their light; the mark in space, with `CProjectOrbit` the mark on the ground, and then the one
-/// in space only with `CPlotOrbit`; with `CDrawSky` the mark on the sky. Names and the labels of flares follow when all
-/// marks stand.
+/// `CFlareTrack` the track of its flares, on the same terms, but by SGP4 only; with `CIridiumFlares` the live flares,
+/// their rays and the outlines of their light; the mark in space, with `CProjectOrbit` the mark on the ground, and
+/// then the one in space only with `CPlotOrbit`; with `CDrawSky` the mark on the sky. Names and the labels of flares
+/// follow when all marks stand.
 ///
-/// For the working satellite, disabled or not, `LSatDetail`, `Run.Working` and the read-out of its rotation are written; a
-/// satellite without a place (`HasPlace`) is left out, and of the working one they tell nothing then. Each mark on the
-/// picture goes to the finder's list, which is that of this picture afterwards. With `CSkyOnly` nothing of this is drawn
-/// over the Earth.
+/// For the working satellite, disabled or not, `LSatDetail`, `Run.Working` and the read-out of its rotation are
+/// written; a satellite without a place (`HasPlace`) is left out, and of the working one they tell nothing then. Each
+/// mark on the picture goes to the finder's list, which is that of this picture afterwards. With `CSkyOnly` nothing of
+/// this is drawn over the Earth.
 void DrawSatellites(const SceneContext& scene, SatelliteWorkspace& work);
 
 /// What remains of that while nothing of it is drawn: the working satellite is propagated and told as above, and the

@@ -226,8 +226,8 @@ class Chart {
             });
     }
 
-    /// Writes at the first of `berths` where the text covers no other and not the path; where there is none, at the first
-    /// where it covers no other; else not at all.
+    /// Writes at the first of `berths` where the text covers no other and not the path; where there is none, at the
+    /// first where it covers no other; else not at all.
     void WriteAtOneOf(std::span<const Berth> berths, std::string_view text, Color color) {
         std::optional<BoxArea> chosen;
         for (const Berth& berth : berths) {

@@ -64,8 +64,8 @@ struct PictureOutputTest : ::testing::Test {
         return in.open(QIODevice::ReadOnly) ? in.readAll() : QByteArray();
     }
 
-    /// Where the image of a page stands, points. The page's operators are compressed; of them only those that matter to a
-    /// single image are understood: the axes, which are kept and brought back, and the image, a unit square.
+    /// Where the image of a page stands, points. The page's operators are compressed; of them only those that matter to
+    /// a single image are understood: the axes, which are kept and brought back, and the image, a unit square.
     static QRectF PictureOnPage(const QByteArray& pdf) {
         for (qsizetype at = pdf.indexOf("stream\n"); at >= 0; at = pdf.indexOf("stream\n", at + 1)) {
             // What unpacks it wants a length before it; a wrong one is only a first guess.
