@@ -26,11 +26,14 @@ std::string UpperCase(std::string_view text) {
     constexpr unsigned char kFirstOfMany = 0xC0;
     constexpr unsigned char kFirstOfThree = 0xE0;
     constexpr unsigned kContentBits = 0x3F;
+    constexpr unsigned kContinued = 0x80;
     std::string upper;
     upper.reserve(text.size());
     for (std::size_t i = 0; i < text.size(); ++i) {
         const auto byte = static_cast<unsigned char>(text[i]);
-        const bool pair = byte >= kFirstOfMany && byte < kFirstOfThree && i + 1 < text.size();
+        // A byte that only looks like the first of two, in a text of another encoding, leaves the next one alone.
+        const bool pair = byte >= kFirstOfMany && byte < kFirstOfThree && i + 1 < text.size() &&
+                          (static_cast<unsigned char>(text[i + 1]) & ~kContentBits) == kContinued;
         if (!pair) {
             upper += static_cast<char>(byte < 0x80 ? Capital(byte) : byte);
             continue;
@@ -38,7 +41,7 @@ std::string UpperCase(std::string_view text) {
         const auto second = static_cast<unsigned char>(text[++i]);
         const char32_t capital = Capital((byte & 0x1Fu) << 6 | (second & kContentBits));
         upper += static_cast<char>(kFirstOfMany | capital >> 6);
-        upper += static_cast<char>(0x80 | (capital & kContentBits));
+        upper += static_cast<char>(kContinued | (capital & kContentBits));
     }
     return upper;
 }

@@ -14,6 +14,8 @@ TEST(UpperCase, LeavesWhatHasNoCapital) {
     EXPECT_EQ(UpperCase("\xE6\x9D\xB1\xE4\xBA\xAC"), "\xE6\x9D\xB1\xE4\xBA\xAC") << "Tokyo";
     EXPECT_EQ(UpperCase("\xC3"), "\xC3") << "half a character";
     EXPECT_EQ(UpperCase("\xFF\x80"), "\xFF\x80");
+    EXPECT_EQ(UpperCase("\xC9toile"), "\xC9TOILE") << "one byte a letter";
+    EXPECT_EQ(UpperCase("\xC3\xC3\xA9"), "\xC3\xC3\x89") << "half a character before a whole one";
 }
 
 }  // namespace
