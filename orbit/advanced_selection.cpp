@@ -59,9 +59,10 @@ std::string CountText(const SelectionCount& count, int all) {
            std::to_string(count.after) + " after \"Apply\"";
 }
 
-/// Only the sky moves on by itself; elements grow older too slowly to be counted each second.
-void FollowSky(AdvSelControls& form) {
-    form.TimerCount.Enabled = form.Visible && (form.CLit.Value || form.CAbove.Value);
+/// The sky moves on by itself, and the clock, which makes elements older or younger, may be set at any time.
+void FollowClock(AdvSelControls& form) {
+    const bool aged = !form.Age.TFrom.Text.Get().empty() || !form.Age.TTo.Text.Get().empty();
+    form.TimerCount.Enabled = form.Visible && (form.CLit.Value || form.CAbove.Value || aged);
 }
 
 void ConnectOneOf(Application& app, ModelTest hasModel, std::array<OptionButton*, 3> options) {
@@ -115,7 +116,9 @@ SelectionMode ModeOf(const AdvSelControls& form) {
 
 void Refresh(Application& app, ModelTest hasModel) {
     AdvSelControls& form = app.AdvSel;
-    if (form.Muted || !form.Visible) return;
+    if (form.Muted) return;
+    FollowClock(form);
+    if (!form.Visible) return;
     for (RangeFields* const fields : RangesOf(form)) fields->LNote.Caption = Read(*fields).wrong;
     form.TMinElevation.Enabled = form.CAbove.Value;
     form.LElevationNote.Caption = form.CAbove.Value ? ReadElevation(form.TMinElevation).wrong : std::string();
@@ -123,7 +126,6 @@ void Refresh(Application& app, ModelTest hasModel) {
     form.CApply.Enabled = quest.has_value() && app.Data.SatCount > 0;
     form.LCount.Caption = quest ? CountText(CountMatching(app, *quest, ModeOf(form), hasModel), app.Data.SatCount)
                                 : "A field cannot be read: see beside it";
-    FollowSky(form);
 }
 
 void CApply_click(Application& app, ModelTest hasModel) {

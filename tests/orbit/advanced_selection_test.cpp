@@ -195,6 +195,24 @@ TEST_F(AdvancedSelection, TheSkyIsCountedAgainAsItMovesOn) {
     EXPECT_EQ(Count(), "A field cannot be read: see beside it");
 }
 
+TEST_F(AdvancedSelection, AgesAreCountedAgainAsTheClockIsSet) {
+    app.Data.SetSimInstant(JDToDate(2458138.5), 2458138.5);
+    for (int i = 1; i <= 5; ++i) app.Data.Satellite(i).EpochText = "18020.00000000";
+    form.Age.TTo.Text = std::string("3");
+    EXPECT_TRUE(form.TimerCount.Armed());
+    EXPECT_EQ(Count(), "5 of 5 match. Selected: 0 now, 5 after \"Apply\"");
+    app.Data.SetSimInstant(JDToDate(2458144.5), 2458144.5);
+    form.TimerCount.Fire();
+    EXPECT_EQ(Count(), "0 of 5 match. Selected: 0 now, 0 after \"Apply\"");
+    form.Age.TTo.Text = std::string();
+    EXPECT_FALSE(form.TimerCount.Armed());
+    form.Age.TFrom.Text = std::string("1");
+    EXPECT_TRUE(form.TimerCount.Armed());
+    form.CClose.Click();
+    form.TimerCount.Fire();
+    EXPECT_FALSE(form.TimerCount.Armed()) << "nobody looks at it";
+}
+
 TEST_F(AdvancedSelection, AnotherSelectionIsCounted) {
     app.Data.Satellite(2).Selected = true;
     app.Satellites.LSat.Selection = app.Satellites.LSat.Selection + 1;
