@@ -230,7 +230,10 @@ TEST_F(SatelliteManager, OnAnEmptyListThereIsNoNext) {
 TEST_F(SatelliteManager, TheListIsEmptiedAfterAQuestion) {
     app.Main.CPlotOrbit.Value = true;
     app.FindFlare.LastFoundSat = 2;
+    app.FindFlare.LastFoundMirror = 1;
     app.Run.Finder.Add({0, 0, 3});
+    app.Run.Finder.Found = FoundKind::Satellite;
+    app.Main.LFInfo.Visible = true;
     app.Main.CClearOrbitList.Click();
     EXPECT_EQ(boxes.questions, (Calls{"All the satellites will be removed from the list!\nAre you sure?"}));
     EXPECT_EQ(data.SatCount, 0);
@@ -242,7 +245,10 @@ TEST_F(SatelliteManager, TheListIsEmptiedAfterAQuestion) {
                                   "RefreshInfo", "RefreshSatPosition"}));
     EXPECT_TRUE(app.FindFlare.SearchAbort);
     EXPECT_EQ(app.FindFlare.LastFoundSat, -1);
+    EXPECT_EQ(app.FindFlare.LastFoundMirror, -1);
     EXPECT_EQ(app.Run.Finder.FinderCount(), 0);
+    EXPECT_EQ(app.Run.Finder.Found, FoundKind::None);
+    EXPECT_FALSE(app.Main.LFInfo.Visible) << "the mouse rests on nothing that is there";
 }
 
 TEST_F(SatelliteManager, NoLeavesEverythingAsItIs) {
