@@ -22,8 +22,9 @@ struct ProgramFolders {
 
 /// Works in the folder of the executable when the data stand there and it can be written to. Otherwise in the user's,
 /// filled with those data files of the executable's folder, or of the installation, that it does not have yet; a file
-/// that the user has is never replaced, but for the news page, which belongs to the version. What cannot be copied (a full disk) is read where it stands. When there is no
-/// user's folder and none can be made, the program works where its data stand.
+/// that the user has is never replaced, but for the news page, which belongs to the version. What cannot be copied (a
+/// full disk) is read where it stands. When there is no user's folder and none can be made, the program works where its
+/// data stand.
 ProgramFolders FindProgramFolders(const DataFolders& folders);
 
 }  // namespace glintara
