@@ -195,14 +195,20 @@ std::string WhatIsAsked(Quantity quantity) {
     return {};
 }
 
-/// Takes the fields for a command, which is refused when one of them cannot be read; the first such is told.
+/// What is wrong with the first field that cannot be read; nothing when all can.
+std::string FirstObjection(MirrorControls& form) {
+    const auto numbers = NumbersOf(form);
+    const auto bad = std::find_if(numbers.begin(), numbers.end(), IsBad);
+    if (bad == numbers.end()) return {};
+    return "\"" + bad->label.Caption.Get() + "\" holds \"" + ShownName(bad->box.Text.Get()) + "\", which is not " +
+           WhatIsAsked(bad->quantity) + ".";
+}
+
+/// Takes the fields for a command, which is refused when one of them cannot be read.
 bool MayGoOn(Application& app) {
     MirrorControls& form = app.Mirror;
-    for (const BoundNumber& number : NumbersOf(form)) {
-        if (!IsBad(number)) continue;
-        app.Boxes.Tell("\"" + number.label.Caption.Get() + "\" holds \"" + ShownName(number.box.Text.Get()) +
-                           "\", which is not " + WhatIsAsked(number.quantity) + ".",
-                       MessageIcon::Warning);
+    if (const std::string objection = FirstObjection(form); !objection.empty()) {
+        app.Boxes.Tell(objection, MessageIcon::Warning);
         return false;
     }
     TakeFields(form);
@@ -505,6 +511,9 @@ void RefreshData(Application& app) {
     }
     const SatRecord* const satellite = InList(app);
     if (satellite == nullptr) {
+        // What cannot be read goes with the satellite before, but not without a word.
+        if (const std::string objection = FirstObjection(form); !objection.empty())
+            app.Main.LCommandOutput.Caption = "Not taken: " + objection;
         BeginWithWorkingSatellite(app);
         return;
     }

@@ -586,6 +586,26 @@ TEST_F(SurfaceEditorTest, GoesOverToAnotherSatelliteWithWhatIsTypedApplied) {
     EXPECT_EQ(data.Satellite(1).Surface.Mirror(1).Angle, 33);
 }
 
+TEST_F(SurfaceEditorTest, WhatCannotBeReadDoesNotGoWithoutAWord) {
+    const double tilt = Model().Mirror(1).Tilt;
+    form.TAngle.Text = std::string("33");
+    form.TTilt.Text = std::string("12,7");
+    surface_editor::ChangeSatelliteSignal(app);
+    std::swap(data.Satellite(1), data.Satellite(3));
+    surface_editor::RefreshData(app);
+    EXPECT_EQ(data.Satellite(1).Surface.Mirror(1).Angle, 33);
+    EXPECT_EQ(data.Satellite(1).Surface.Mirror(1).Tilt, tilt);
+    EXPECT_EQ(form.TTilt.Text.Get(), "40");
+    EXPECT_EQ(app.Main.LCommandOutput.Caption.Get(),
+              "Not taken: \"Tilt / DEC [deg]\" holds \"12,7\", which is not a number of degrees.");
+    app.Main.LCommandOutput.Caption = std::string();
+    form.TTilt.Text = std::string("12.7");
+    surface_editor::ChangeSatelliteSignal(app);
+    std::swap(data.Satellite(1), data.Satellite(3));
+    surface_editor::RefreshData(app);
+    EXPECT_EQ(app.Main.LCommandOutput.Caption.Get(), "") << "nothing is lost";
+}
+
 TEST_F(SurfaceEditorTest, NeverWritesIntoAnotherSatellite) {
     std::swap(data.Satellite(1), data.Satellite(3));
     const SurfaceModel other = Model();
