@@ -111,6 +111,7 @@ bool RunLoop::MakePicture() {
         if (hooks_.makePicture) hooks_.makePicture();
         ShowMouseText(app_);
         RefreshSkyPointer(app_);
+        if (app_.Progress.Visible && hooks_.raiseProgress) hooks_.raiseProgress();
         infoBox_.PictureMade();
         ++picturesMade_;
         app_.Windows.RefreshSatPosition();

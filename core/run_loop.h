@@ -27,6 +27,7 @@ struct PictureHooks {
     std::function<void()> showPlottingNotice;  ///< writes that a fine picture is on its way into the picture on show
     std::function<void()> drawFineStars;       ///< shows the stars at full detail
     std::function<void()> findObject;          ///< the finder has looked what the mouse rests on
+    std::function<void()> raiseProgress;       ///< brings the window "Progress", which is open, to the front
     std::function<void()> updateSatPosition;   ///< another program that wants to know of each picture
 };
 

@@ -142,6 +142,7 @@ ProgramHooks DesktopProgram::MakeHooks() {
     // A star adds its light to the picture, so the faint ones come with a new one.
     hooks.picture.drawFineStars = [this] { MakePicture(); };
     hooks.picture.showPlottingNotice = [this] { ShowNotice(); };
+    hooks.picture.raiseProgress = [this] { tracks_->RaiseProgress(); };
     hooks.startUp.loadMap = [this] { return LoadMap(); };
     hooks.startUp.loadSites = [this] { return LoadPlaces(); };
     hooks.startUp.rebuildStarList = [this] { RebuildStarList(app_.Data.Stars, app_.Data.View.MaxStarMag); };

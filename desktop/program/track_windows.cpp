@@ -26,6 +26,10 @@ void TrackWindows::ShowCities() {
     cities_->activateWindow();
 }
 
+void TrackWindows::RaiseProgress() {
+    if (progress_ && progress_->isVisible()) progress_->raise();
+}
+
 void TrackWindows::Unload(std::string_view name) {
     if (name == "FormCities") app_.Cities.Visible = false;
     if (name == "FormProgress") app_.Progress.Visible = false;

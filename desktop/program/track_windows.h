@@ -27,6 +27,9 @@ class TrackWindows {
     /// Opens the window "Cities", or brings it to the front.
     void ShowCities();
 
+    /// Brings the window "Progress" to the front, if it is open.
+    void RaiseProgress();
+
     /// Closes the window of that name, if it is one of these.
     void Unload(std::string_view name);
 

@@ -90,7 +90,7 @@ struct ProgramTest : ::testing::Test {
         hooks.picture.showPlottingNotice = [this] { notices.push_back(clock.NowMs()); };
         hooks.picture.drawFineStars = [this] { ++fineStars; };
         hooks.picture.findObject = [this] { ++objectsSought; };
-
+        hooks.picture.raiseProgress = [this] { ++progressRaised; };
         hooks.picture.updateSatPosition = [this] { ++positionsTold; };
         hooks.startUp.loadMap = [this] {
             return mapLoads ? std::vector<std::string>() : std::vector<std::string>{"DB001.VDB", "DB003.VDB"};
@@ -126,6 +126,7 @@ struct ProgramTest : ::testing::Test {
     std::vector<std::int64_t> notices;
     int fineStars = 0;
     int objectsSought = 0;
+    int progressRaised = 0;
     int positionsTold = 0;
     bool mapLoads = true;
     bool sitesLoad = true;

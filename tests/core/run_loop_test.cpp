@@ -160,6 +160,18 @@ TEST_F(RunLoopTest, RequestsDuringAPictureGiveOneThatFollows) {
     EXPECT_EQ(pictures.size(), 2U);
 }
 
+TEST_F(RunLoopTest, EachPictureBringsTheProgressOfAScanToTheFront) {
+    program.Loop.MakePicture();
+    EXPECT_EQ(progressRaised, 0) << "there is none";
+    app.Progress.Visible = true;
+    program.Loop.MakePicture();
+    program.Loop.MakePicture();
+    EXPECT_EQ(progressRaised, 2);
+    app.Progress.Visible = false;
+    program.Loop.MakePicture();
+    EXPECT_EQ(progressRaised, 2);
+}
+
 TEST_F(RunLoopTest, APictureIsNeverMadeInsideAnother) {
     bool first = true;
     int deepest = 0;
