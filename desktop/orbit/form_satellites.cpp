@@ -105,9 +105,8 @@ void FormSatellites::BuildList() {
     list_->setUniformItemSizes(true);
     list_->setAccessibleName("Satellites");
     list_->setToolTip(
-        "In brackets, X: orbit hidden, disabled. Double click: the satellite that the main window shows. Type a name "
-        "or "
-        "a number to find it.");
+        "In brackets, X: orbit hidden, disabled. Double click: the satellite that the main window shows. "
+        "Type a name or a number to find it.");
     list_->setMinimumHeight(kLeastListRows * list_->fontMetrics().lineSpacing());
     list_->installEventFilter(this);
     list_->viewport()->installEventFilter(this);

@@ -112,7 +112,7 @@ QVariant SatelliteListModel::data(const QModelIndex& index, int role) const {
     }
     if (role == Qt::ForegroundRole && working) return QBrush(QGuiApplication::palette().color(QPalette::Highlight));
     if (role == Qt::ForegroundRole && satellite->IsDisabled())
-        return QBrush(QGuiApplication::palette().color(QPalette::Disabled, QPalette::Text));
+        return QBrush(QGuiApplication::palette().color(QPalette::PlaceholderText));
     if (role == Qt::AccessibleTextRole && working) return ToQt(ShownName(SatelliteListLine(*satellite))) + ", working";
     return {};
 }

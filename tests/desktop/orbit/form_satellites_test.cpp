@@ -363,7 +363,26 @@ TEST_F(FormSatellitesTest, TheWorkingSatelliteIsGoldenAndDisabledOnesAreQuiet) {
     EXPECT_EQ(color(85), QGuiApplication::palette().color(QPalette::Highlight));
     EXPECT_FALSE(list->model()->index(3, 0).data(Qt::ForegroundRole).isValid());
     WithNumber(4).OptionFlags = "0100000000000000";
-    EXPECT_EQ(color(3), QGuiApplication::palette().color(QPalette::Disabled, QPalette::Text));
+    EXPECT_EQ(color(3), QGuiApplication::palette().color(QPalette::PlaceholderText));
+}
+
+TEST_F(FormSatellitesTest, TheRowOfTheKeysIsNotTakenForASelectedOne) {
+    // Their grounds, behind the names.
+    const auto ground = [this](const QImage& image, int row) {
+        const QRect place = list->visualRect(list->model()->index(row, 0));
+        return image.pixelColor(place.right() - 10, place.center().y());
+    };
+    Click(4);
+    QTest::keyClick(list, Qt::Key_Down, Qt::ControlModifier);
+    QTest::keyClick(list, Qt::Key_Down, Qt::ControlModifier);
+    ASSERT_EQ(list->currentIndex().row(), 6);
+    ExpectSelected({5});
+    ASSERT_TRUE(list->hasFocus());
+    const QImage image = list->viewport()->grab().toImage();
+    const QRect current = list->visualRect(list->currentIndex());
+    EXPECT_EQ(ground(image, 6), ground(image, 8));
+    EXPECT_NE(ground(image, 4), ground(image, 8));
+    EXPECT_NE(image.pixelColor(current.center().x(), current.top()), ground(image, 8)) << "it has a frame";
 }
 
 // The filter.
