@@ -45,7 +45,7 @@ struct MainControls {
     Label LElementAge{"",
                       "Orbits change: elements tell them well near their own date only"};  ///< shown when that is far
     Label LFInfo;                                          ///< the box beside an object that the mouse rests on
-    TextBox TTLE{"", "Paste two-line element sets here"};  ///< sets that wait to be admitted; lines end in CR LF
+    TextBox TTLE{"", "Paste element sets here"};  ///< sets that wait to be admitted; lines end in CR LF
 
     // Panels.
     Frame FrameInfo{"Info", "Click for the other panels"};

@@ -4,7 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <clocale>
 #include <string>
 #include <vector>
 
@@ -150,14 +149,6 @@ TEST_F(AdvancedSelection, WhatIsNoNumberIsToldBesideItsFieldAndNothingIsApplied)
         form.Age.TTo.Text = std::string(text);
         EXPECT_EQ(form.Age.LNote.Caption.Get(), "not a number") << text;
     }
-}
-
-TEST_F(AdvancedSelection, ThePointIsTheDecimalMarkWhateverTheLocale) {
-    const std::string before = std::setlocale(LC_ALL, nullptr);
-    std::setlocale(LC_ALL, "de_DE.UTF-8");
-    form.Eccentricity.TTo.Text = std::string("0.5");
-    EXPECT_EQ(advanced_selection::QuestOf(form).value().eccentricity.most, 0.5);
-    std::setlocale(LC_ALL, before.c_str());
 }
 
 TEST_F(AdvancedSelection, TheElevationIsReadOnlyWhenItIsAskedFor) {

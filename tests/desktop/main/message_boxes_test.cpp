@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QMessageBox>
+#include <QTest>
 #include <QTimer>
 
 #include "desktop/main/qt_services.h"
@@ -58,6 +59,11 @@ TEST_F(MessageBoxes, MarkupInANameIsNone) {
 TEST_F(MessageBoxes, YesIsYes) {
     Answer(QMessageBox::Yes);
     EXPECT_TRUE(boxes.AskYesNo(kMarkup));
+}
+
+TEST_F(MessageBoxes, EscapeMeansNo) {
+    QTimer::singleShot(0, &closer, [] { QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Escape); });
+    EXPECT_FALSE(boxes.AskYesNo(kMarkup));
 }
 
 }  // namespace
