@@ -214,7 +214,10 @@ TEST_F(WorkspaceSessionsTest, AProgramThatIsKilledLeavesTheOldFileOrTheNew) {
     std::mt19937 random(9);
     double height = 150;
     int moved = 0;
-    for (int round = 0; round < 50; ++round) {
+    // As often as it takes to be killed in the middle of writing.
+    constexpr int kRounds = 50;
+    constexpr int kMostRounds = 2000;
+    for (int round = 0; round < kRounds || (moved == 0 && round < kMostRounds); ++round) {
         std::array<int, 2> ends{};
         ASSERT_EQ(pipe(ends.data()), 0);
         const pid_t child = fork();
