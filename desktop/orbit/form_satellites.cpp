@@ -91,7 +91,9 @@ FormSatellites::FormSatellites(Application& app, QWidget* parent)
 FormSatellites::~FormSatellites() {
     form_.LSat.Shown.SetWatcher({});
     form_.LSat.Order.SetWatcher({});
-    // Before the rows that it shows.
+    // The list goes before the rows that it shows, and what it tells of its end is not for half a list to answer.
+    list_->removeEventFilter(this);
+    list_->viewport()->removeEventFilter(this);
     delete list_;
 }
 
