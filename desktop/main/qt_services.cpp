@@ -99,6 +99,10 @@ void QtBrowser::Open(const std::string& address, std::function<void()> failed) {
         if (error == QProcess::FailedToStart) failed();
     });
     QObject::connect(process, &QProcess::finished, process, &QObject::deleteLater);
+    // What never began does not finish either.
+    QObject::connect(process, &QProcess::errorOccurred, process, [process](QProcess::ProcessError error) {
+        if (error == QProcess::FailedToStart) process->deleteLater();
+    });
     process->start(opener, {url});
 }
 
